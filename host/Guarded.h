@@ -1,0 +1,40 @@
+#ifndef ZLIBVIDEO_HOST_GUARDED_H
+#define ZLIBVIDEO_HOST_GUARDED_H
+
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+
+/// A value kept beside a check word derived from it. Reading it stops the process when the two
+/// disagree, so a stray write over a bitmap's address or size is caught before it is used as one.
+template <typename T>
+class Guarded {
+  static_assert(sizeof(T) <= sizeof(std::uint64_t));
+
+ public:
+  Guarded() { Set(T{}); }
+
+  void Set(T value) {
+    fValue = value;
+    fCheck = CheckOf(value);
+  }
+
+  T Get() const {
+    if (fCheck != CheckOf(fValue)) std::abort();
+    return fValue;
+  }
+
+ private:
+  static constexpr std::uint64_t kKey = 0x9E3779B97F4A7C15;
+
+  static std::uint64_t CheckOf(T value) {
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, &value, sizeof(value));
+    return bits ^ kKey;
+  }
+
+  T fValue;
+  std::uint64_t fCheck;
+};
+
+#endif  // ZLIBVIDEO_HOST_GUARDED_H

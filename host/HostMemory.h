@@ -1,0 +1,41 @@
+#ifndef ZLIBVIDEO_HOST_HOSTMEMORY_H
+#define ZLIBVIDEO_HOST_HOSTMEMORY_H
+
+#include <cstddef>
+#include <exception>
+#include <new>
+
+#include "host/SystemMemory.h"
+
+namespace zlibvideo {
+
+/// The component's only way to the host allocator. `std::bad_alloc` passes through to the caller;
+/// any other exception means that the host's heap can no longer be trusted and ends the process.
+/// A null result is possible and means that nothing was obtained.
+[[nodiscard]] inline void* AllocateFromHost(
+    std::size_t size, Vorn::FixedMallocOpts opts = Vorn::kFixedMallocDefault) {
+  try {
+    return Vorn::SystemNew(size, opts);
+  } catch (const std::bad_alloc&) {
+    throw;
+  } catch (...) {
+    std::terminate();
+  }
+}
+
+/// Returns memory to the host; null is allowed and does nothing. An exception of the host's ends
+/// the process.
+inline void ReleaseToHost(void* memory) noexcept {
+  if (memory != nullptr) Vorn::SystemDelete(memory);
+}
+
+/// Releases what `*owner` points to and sets it null.
+template <typename T>
+void ReleaseToHostAndClear(T** owner) noexcept {
+  ReleaseToHost(*owner);
+  *owner = nullptr;
+}
+
+}  // namespace zlibvideo
+
+#endif  // ZLIBVIDEO_HOST_HOSTMEMORY_H

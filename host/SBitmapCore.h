@@ -1,0 +1,62 @@
+#ifndef ZLIBVIDEO_HOST_SBITMAPCORE_H
+#define ZLIBVIDEO_HOST_SBITMAPCORE_H
+
+#include <cstdint>
+
+#include "host/EBitmapType.h"
+#include "host/Guarded.h"
+#include "host/SRECT.h"
+
+/// The host's bitmap surface. Row n starts at base address + n × row length; row 0 is the top row.
+/// A host derives its own bitmap from this class and keeps the fields true with `SetSurface`; the
+/// operations without a body here are the host's.
+class SBitmapCore {
+ public:
+  SBitmapCore() = default;
+  SBitmapCore(const SBitmapCore&) = delete;
+  SBitmapCore& operator=(const SBitmapCore&) = delete;
+
+  /// Guarded accessors: each stops the process when its field was overwritten behind the host's
+  /// back. Width and height are in pixels, the row length is in bytes.
+  EBitmapType GetType() const { return fType.Get(); }
+  std::int32_t GetRowLength() const { return fRowLength.Get(); }
+  std::int32_t GetWidth() const { return fWidth.Get(); }
+  std::int32_t GetHeight() const { return fHeight.Get(); }
+
+  /// Address of byte 0 of row 0. Pixels that the host has put away are brought back first; a
+  /// bitmap that is not addressable answers its stored address, null or not.
+  unsigned char* GetBMBaseAddr() {
+    if (fType.Get() != kBitmapNotAddressable && fBaseAddress.Get() == nullptr) Restore();
+    return fBaseAddress.Get();
+  }
+
+  /// Host service. Holds the pixels in place until `UnlockBits`; `forWriting` is always true here.
+  void LockBits(bool forWriting);
+  /// Host service. Ends what `LockBits` began.
+  void UnlockBits();
+  /// Host service. The pixels of `area` have changed; called while the pixels are locked.
+  void UpdateMipMap(SRECT area);
+  /// Host service. Makes the pixels addressable again and stores their address.
+  void Restore();
+
+ protected:
+  ~SBitmapCore() = default;
+
+  /// For the host: stores all fields together with their guards.
+  void SetSurface(EBitmapType type, unsigned char* baseAddress, std::int32_t rowLength,
+                  std::int32_t width, std::int32_t height) {
+    fType.Set(type);
+    fBaseAddress.Set(baseAddress);
+    fRowLength.Set(rowLength);
+    fWidth.Set(width);
+    fHeight.Set(height);
+  }
+
+  Guarded<EBitmapType> fType;
+  Guarded<unsigned char*> fBaseAddress;
+  Guarded<std::int32_t> fRowLength;
+  Guarded<std::int32_t> fWidth;
+  Guarded<std::int32_t> fHeight;
+};
+
+#endif  // ZLIBVIDEO_HOST_SBITMAPCORE_H

@@ -1,0 +1,25 @@
+#ifndef ZLIBVIDEO_HOST_SYSTEMMEMORY_H
+#define ZLIBVIDEO_HOST_SYSTEMMEMORY_H
+
+namespace Vorn {
+
+/// What the host is told about an allocation. The component attaches no meaning to the values
+/// beyond telling the storage of block records apart from everything else.
+enum FixedMallocOpts : int {
+  kFixedMallocDefault = 0,
+  kFixedMallocBlockRecord = 1,
+};
+
+/// Host service. Returns at least `size` bytes, aligned for any object, that stay valid until
+/// `SystemDelete`. On exhaustion the host does not return normally: it throws `std::bad_alloc`,
+/// which reaches whoever called the component, or ends the process. The component also copes with
+/// a null result: it never writes through it.
+void* SystemNew(unsigned long size, FixedMallocOpts opts);
+
+/// Host service. Takes back memory that `SystemNew` returned; never called with null. Must not
+/// throw: an exception here ends the process.
+void SystemDelete(void* memory);
+
+}  // namespace Vorn
+
+#endif  // ZLIBVIDEO_HOST_SYSTEMMEMORY_H

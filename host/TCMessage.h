@@ -1,0 +1,14 @@
+#ifndef ZLIBVIDEO_HOST_TCMESSAGE_H
+#define ZLIBVIDEO_HOST_TCMESSAGE_H
+
+/// One video message as the host delivers it. The payload is the host's and must stay unchanged
+/// for the length of the call that the message is passed to.
+struct TCMessage {
+  static constexpr int kLengthBytes = 3;
+
+  unsigned char* fPayload = nullptr;
+  /// Payload length in bytes, unsigned 24-bit, most significant byte first.
+  unsigned char fPayloadLength[kLengthBytes] = {};
+};
+
+#endif  // ZLIBVIDEO_HOST_TCMESSAGE_H

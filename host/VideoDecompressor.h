@@ -1,0 +1,121 @@
+#ifndef ZLIBVIDEO_HOST_VIDEODECOMPRESSOR_H
+#define ZLIBVIDEO_HOST_VIDEODECOMPRESSOR_H
+
+#include <cstdint>
+
+#include "host/EBitmapType.h"
+#include "host/GCRef.h"
+#include "host/HostObject.h"
+#include "host/SObject.h"
+
+class CorePlayer;
+class NetStream;
+class QuarnString;
+struct SPOINT;
+struct SRECT;
+struct TCMessage;
+
+/// The host's base of every video decoder. Operations with a body here are defaults that come with
+/// this interface; those that a decoder answers are pure; `AddRef`, `DeleteBuffers`,
+/// `ReallocBuffers`, `DeleteHWCodec`, `ReallocBitmap`, the constructor and the destructor are the
+/// host's to implement. The order of the virtual operations and of the members is part of the
+/// interface.
+///
+/// A reference count governs the life of a decoder: the creator holds the first reference. The
+/// count is a plain integer; calls on one decoder must not overlap.
+class VideoDecompressor {
+ public:
+  VideoDecompressor(CorePlayer* player, NetStream* stream);
+  VideoDecompressor(const VideoDecompressor&) = delete;
+  VideoDecompressor& operator=(const VideoDecompressor&) = delete;
+
+  virtual ~VideoDecompressor();
+
+  /// The codec types that the decoder serves, by index from 0; -1 past the last.
+  virtual int VideoMessageCodecType(int index) const = 0;
+  /// 1 when the message was decoded, else 0. See the decoder.
+  virtual int DecompressVideoMessage(Vorn::GCAPI::GCRef<SObject> video, TCMessage* message,
+                                     bool unused, bool skipPush) = 0;
+  /// Decodes `length` message bytes; true on success. See the decoder.
+  virtual bool DecompressVideoEmbedded(Vorn::GCAPI::GCRef<SObject> video, unsigned char* bytes,
+                                       int length) = 0;
+  /// Whether `length` message bytes start a key frame.
+  virtual bool VideoEmbeddedIsKeyFrame(Vorn::GCAPI::GCRef<SObject> video, unsigned char* bytes,
+                                       int length) = 0;
+  /// Whether a message may be left out without harm to later ones.
+  virtual bool CanDropDecode(TCMessage* /*message*/) { return false; }
+  virtual void* GetInstance() = 0;
+  virtual bool FlushAfterSeek() = 0;
+  virtual bool Flush() = 0;
+  virtual void DeleteBuffers(Vorn::GCAPI::GCRef<SObject> video);
+  virtual void ReallocBuffers(Vorn::GCAPI::GCRef<SObject> video);
+  /// Raises the reference count by one.
+  virtual void AddRef();
+  /// Lowers the reference count by one; at 0 the decoder destroys itself.
+  virtual void DecRef() {
+    if (--fRefCount == 0) delete this;
+  }
+  virtual int GetLowWater() { return 0; }
+  virtual int GetHighWater() { return 0; }
+  virtual int GetDPBSize() { return 0; }
+  virtual int GetDPBTime() { return 0; }
+  virtual bool NeedBufferingRestart(unsigned int /*time*/) const { return false; }
+  /// The texture, still owned by the decoder; null while reloading is disabled. Clears a pending
+  /// reload.
+  virtual HostObject* ReloadVideoTexture(Vorn::GCAPI::GCRef<SObject> /*video*/) {
+    return Reload(fVideoTexture);
+  }
+  /// The buffer, on the same terms as `ReloadVideoTexture`.
+  virtual HostObject* ReloadIVideoBuffer(Vorn::GCAPI::GCRef<SObject> /*video*/) {
+    return Reload(fVideoBuffer);
+  }
+  /// Asks for a reload.
+  virtual void ReloadVideoBuffer(Vorn::GCAPI::GCRef<SObject> /*video*/) { fReloadPending = true; }
+  /// Destroys the texture; notes when neither texture nor buffer is left.
+  virtual void DeleteVideoTexture() { DeleteResource(&fVideoTexture, fVideoBuffer); }
+  /// Destroys the buffer; notes when neither texture nor buffer is left.
+  virtual void DeleteVideoBuffer() { DeleteResource(&fVideoBuffer, fVideoTexture); }
+  virtual void ReloadReferenceFrames() {}
+  virtual void DeleteHWCodec(Vorn::GCAPI::GCRef<SObject> video);
+  /// Whether the decoder has a name to tell; `name` is left alone when it has not.
+  virtual bool GetCodecName(QuarnString& /*name*/) const { return false; }
+  virtual int GetTransformedPixelWidth() { return 0; }
+  virtual int GetTransformedPixelHeight() { return 0; }
+  virtual void DeleteGPUCodec() {
+    delete fGPUCodec;
+    fGPUCodec = nullptr;
+  }
+
+ protected:
+  /// Host service. Afterwards the bitmap surface of `video` is at least `width` × `height` pixels
+  /// of 4 bytes; composition writes there next and cannot tell whether it came about. The decoder
+  /// passes false, false, `kBitmapVideoFrame`, null and null, and ignores the result.
+  bool ReallocBitmap(Vorn::GCAPI::GCRef<SObject> video, int width, int height, bool flag1,
+                     bool flag2, EBitmapType type, SRECT const* area, SPOINT const* origin);
+
+  HostObject* fVideoTexture = nullptr;
+  HostObject* fVideoBuffer = nullptr;
+  std::int32_t fRefCount = 1;
+  /// Messages decoded so far, drawn or not.
+  std::uint32_t fDecodedFrameCount = 0;
+  bool fReloadPending = false;
+  bool fReloadDisabled = false;
+  bool fVideoResourcesReleased = false;
+  HostObject* fGPUCodec = nullptr;
+
+ private:
+  HostObject* Reload(HostObject* resource) {
+    if (fReloadDisabled) return nullptr;
+    fReloadPending = false;
+    return resource;
+  }
+
+  void DeleteResource(HostObject** resource, const HostObject* other) {
+    if (*resource == nullptr) return;
+    delete *resource;
+    *resource = nullptr;
+    if (other == nullptr) fVideoResourcesReleased = true;
+  }
+};
+
+#endif  // ZLIBVIDEO_HOST_VIDEODECOMPRESSOR_H

@@ -1,0 +1,29 @@
+#ifndef ZLIBVIDEO_HOST_STANDIN_STANDINVIDEOOBJECT_H
+#define ZLIBVIDEO_HOST_STANDIN_STANDINVIDEOOBJECT_H
+
+#include "host/GCRef.h"
+#include "host/RenderRecord.h"
+#include "host/SObject.h"
+#include "host/standin/StandInBitmap.h"
+
+/// The stand-in host's video object. It owns its bitmap.
+class StandInVideoObject : public SObject {
+ public:
+  StandInVideoObject() {
+    fRecord.fBitmap = &fBitmap;
+    SetRenderRecord(&fRecord, kVisible);
+  }
+
+  StandInBitmap& Bitmap() { return fBitmap; }
+  /// For a call of the decoder; valid while this object lives.
+  Vorn::GCAPI::GCRef<SObject> Ref() { return Vorn::GCAPI::GCRef<SObject>(this); }
+
+ private:
+  /// What the stand-in host uses the pointer's flag bit for.
+  static constexpr bool kVisible = true;
+
+  StandInBitmap fBitmap;
+  RenderRecord fRecord;
+};
+
+#endif  // ZLIBVIDEO_HOST_STANDIN_STANDINVIDEOOBJECT_H
