@@ -1,0 +1,170 @@
+#ifndef ZLIBVIDEO_GRID_BLOCKEDCODEC_H
+#define ZLIBVIDEO_GRID_BLOCKEDCODEC_H
+
+#include <cstddef>
+#include <cstdint>
+
+#include "bitstream/MessageBody.h"
+#include "grid/BitmapDataBlock.h"
+
+class SBitmapCore;
+
+namespace zlibvideo {
+struct BlockRecord;
+}
+
+/// What all messages of one stream share: image and block geometry, the grid of blocks with their
+/// pixels, the palette, the 15-bit colour table and a scratch buffer; and the operations that
+/// decode a message body into the grid and compose the grid into a bitmap.
+///
+/// Everything it points to is its own and comes from the host allocator, whose `std::bad_alloc`
+/// passes through any operation that may allocate and leaves the object usable. The grid persists
+/// from message to message: a block that a message leaves out keeps its pixels, and a failed
+/// message is not rolled back. Calls on one object must not overlap.
+class BlockedCodec {
+ public:
+  BlockedCodec() = default;
+  BlockedCodec(const BlockedCodec&) = delete;
+  BlockedCodec& operator=(const BlockedCodec&) = delete;
+
+  /// Decompresses one whole zlib buffer. `*destinationLength` is the room of `destination` in
+  /// bytes on entry and the bytes produced on return. This version writes nothing, leaves the
+  /// length alone and returns false; the decoder overrides it.
+  [[nodiscard]] virtual bool DecompressBlock(unsigned char* destination,
+                                             unsigned int* destinationLength,
+                                             const unsigned char* source,
+                                             unsigned int sourceLength);
+  virtual ~BlockedCodec();
+
+  /// Objects on the heap live in the host's memory.
+  static void* operator new(std::size_t size);
+  static void* operator new(std::size_t, void* storage) noexcept { return storage; }
+  static void operator delete(void* memory) noexcept;
+  static void operator delete(void*, void*) noexcept {}
+
+  // Grid (grid/BlockedCodec.cpp)
+
+  /// Prepares for a message of this geometry (pixels; images 1 to 4095, blocks at least 1). Keeps
+  /// everything when nothing changed and a grid exists; otherwise replaces the grid by one of
+  /// empty blocks and drops the scratch buffer. Colour table and palette survive. False when there
+  /// is no grid to decode into, or when the host had no memory for one of its records: such a
+  /// partly built grid is kept and skipped over where records are missing.
+  [[nodiscard]] bool SetupCodec(std::int32_t imageWidth, std::int32_t imageHeight,
+                                std::int32_t blockWidth, std::int32_t blockHeight);
+  /// Replaces the grid, for the image size stored and the block size given, which must be the one
+  /// stored. Result as `SetupCodec`.
+  [[nodiscard]] bool SetupBlocks(std::int32_t blockWidth, std::int32_t blockHeight);
+  /// Destroys the grid with all buffers of its blocks. The grid's width and height keep their
+  /// values.
+  void DeleteBlocks();
+  /// Number of blocks along an axis of `size` pixels; `*remainder` receives the pixels that the
+  /// last block has when it is cut, else 0.
+  static std::int32_t CalcGridSize(std::int32_t size, std::int32_t blockSize,
+                                   std::int32_t* remainder);
+  /// The customary block size in pixels for an image of this width or height.
+  static std::int32_t CalcBlockSize(std::int32_t imageSize);
+  /// The block of a grid cell, row 0 being the bottom of the picture; null when its record is
+  /// missing. The caller keeps row and column in range and calls only while a grid exists.
+  BitmapDataBlock* GetBlock(std::int32_t row, std::int32_t column) const {
+    return fBlocks[static_cast<std::ptrdiff_t>(row) * fGridWidth + column];
+  }
+  /// Forgets which blocks were decoded in the current pass.
+  void ClearProcessedFlags();
+  /// Makes sure that the scratch buffer exists, if the host has memory for it.
+  void CheckScratchColorBuffer();
+  /// Writes the low 16 bits of `value`, most significant byte first, to `buffer[offset]` and the
+  /// byte after: the form of the sizes in a message body.
+  static void WriteToBuf2(char* buffer, std::int32_t offset, std::int32_t value);
+
+  // Message body (bitstream/)
+
+  /// Decodes the body of a message, given from its frame header on, into the grid. `length` counts
+  /// the whole message in bytes. Returns the body bytes consumed (version 2: not counting the
+  /// flags byte), or -1 when the message fails; blocks decoded before the failure keep their new
+  /// contents. The last argument is not read.
+  [[nodiscard]] int UnpackMessage(unsigned char* message, unsigned int length, char codecType,
+                                  char unused);
+  /// Decodes one pass, a record for every block of the grid, from the `available` bytes at
+  /// `records`. Returns the bytes consumed, or -1.
+  [[nodiscard]] int UnpackBlocks(unsigned char* records, unsigned int available, char codecType);
+  /// Reads a palette record and installs what it holds; a palette that cannot be decompressed to
+  /// exactly its size leaves the current one. Returns the bytes that the record occupies, or -1
+  /// when not even its size is there.
+  [[nodiscard]] int UnpackPalette(unsigned char* record, unsigned int available);
+  /// Decodes one version-2 payload into `block`, whose header fields are set and whose pixel
+  /// buffer has `*length` bytes of room. On success with pixels, `*length` becomes the bytes that
+  /// the block then has, and the block counts as processed. False when the block was not decoded;
+  /// `fRawDataSize`, `fProcessed` and `*length` are unchanged then. Two arguments are not read.
+  [[nodiscard]] bool UnpackOneV2Block(BitmapDataBlock* block, char unused1, unsigned char* payload,
+                                      unsigned int payloadLength, unsigned char* unused2,
+                                      unsigned int* length);
+  /// The path of primed, banded and otherwise intermediate payloads: decodes into `destination`,
+  /// whose room is `*destinationLength` bytes, at least those of the block. On success
+  /// `*destinationLength` is the bytes of the block accounted for. The block is only read. Errors
+  /// in the payload's own compressed data do not make it fail.
+  [[nodiscard]] bool DecompressIntermediateBlock(unsigned char* destination,
+                                                 unsigned int* destinationLength,
+                                                 const unsigned char* payload,
+                                                 unsigned int payloadLength,
+                                                 BitmapDataBlock* block);
+
+  // Colour (colour/)
+
+  /// Creates the 15-bit colour table if it is absent, and fills it.
+  void MakeTarvishDecodeTable();
+  /// Creates the palette if it is absent. Loads the default colours, or those of a record of 384
+  /// bytes: red, green, blue of each colour.
+  void MakeTarvishPalette(unsigned char* record);
+  /// Converts a colour-reduced stream to block pixels. `*destinationLength` is the room of
+  /// `destination` in bytes on entry and, when the call is accepted, the bytes written on return.
+  /// A call is rejected, with nothing written and the length unchanged, when `format` does not ask
+  /// for this conversion, when the stream is too long for the room, or when the host had no memory
+  /// for table or palette. Surplus codes are dropped, and so is a code cut off by the end.
+  void ConvertImageColorToQuarn24(unsigned char* destination, unsigned int* destinationLength,
+                                  unsigned char* source, unsigned int sourceLength,
+                                  unsigned char format);
+
+  // Output (output/)
+
+  /// Writes the picture into `bitmap`, which must be at least as large as the picture: rows in
+  /// reverse order, opaque, black where a block has no pixels yet. Does nothing to a bitmap that
+  /// is not addressable. The grid is only read.
+  void PushFrame(SBitmapCore* bitmap);
+
+  /// The palette that a stream begins with: 0x00RRGGBB.
+  static const std::uint32_t fDefaultTarvishPalette[zlibvideo::kPaletteColors];
+
+ protected:
+  /// 32768 colours 0x00RRGGBB by 15-bit colour; null until first needed, kept for good.
+  std::uint32_t* fDecodeTable = nullptr;
+  /// 128 colours 0x00RRGGBB; null until first needed, kept for good.
+  std::uint32_t* fPalette = nullptr;
+  /// Takes a decompressed palette or colour-reduced stream; null until first needed for a geometry.
+  unsigned char* fScratchColorBuffer = nullptr;
+  std::int32_t fScratchColorBufferSize = 0;
+  /// Pixels.
+  std::int32_t fImageWidth = 0;
+  std::int32_t fImageHeight = 0;
+  /// Blocks.
+  std::int32_t fGridWidth = 0;
+  std::int32_t fGridHeight = 0;
+  /// Pixels; the last column and the last row of blocks may be cut.
+  std::int32_t fBlockWidth = 64;
+  std::int32_t fBlockHeight = 64;
+  /// `fGridHeight` rows of `fGridWidth` records, row 0 at the bottom of the picture. Null when
+  /// there is no grid; single entries are null when the host had no memory for them.
+  BitmapDataBlock** fBlocks = nullptr;
+
+ private:
+  bool AllocateGrid();
+  bool MakeBlock(std::int32_t row, std::int32_t column, std::int32_t width, std::int32_t height);
+  void PrepareForVersion2();
+  bool UnpackBlock(BitmapDataBlock* block, int codecType, const zlibvideo::BlockRecord& record);
+  bool UnpackVersion1Block(BitmapDataBlock* block, zlibvideo::ByteSpan payload);
+  bool UnpackVersion2Block(BitmapDataBlock* block, const zlibvideo::BlockRecord& record);
+  std::int32_t GridRowHeight(std::int32_t row) const;
+  bool DecompressDirectBlock(BitmapDataBlock* block, const unsigned char* payload,
+                             unsigned int payloadLength, unsigned int* length);
+};
+
+#endif  // ZLIBVIDEO_GRID_BLOCKEDCODEC_H

@@ -1,0 +1,35 @@
+#ifndef ZLIBVIDEO_GRID_BUFFERSIZES_H
+#define ZLIBVIDEO_GRID_BUFFERSIZES_H
+
+#include <algorithm>
+#include <cstdint>
+
+namespace zlibvideo {
+
+/// Bytes of a block pixel: blue, green, red.
+inline constexpr int kBlockPixelBytes = 3;
+
+/// Room for whatever a block of this nominal size may decompress to: 3.12 bytes a pixel and a
+/// little more, a multiple of 16. Edge blocks get the room of a full block.
+constexpr std::int32_t ExpandedBlockSize(std::int32_t blockWidth, std::int32_t blockHeight) {
+  constexpr std::int64_t kSlack = 64;
+  constexpr std::int64_t kMultipleOf16Mask = 0x7FFFFFF0;
+  const std::int64_t pixels = std::int64_t{blockWidth} * blockHeight;
+  return static_cast<std::int32_t>((pixels * 312 / 100 + kSlack) & kMultipleOf16Mask);
+}
+
+/// Bytes that a block's pixel buffer is given, and the room offered to its decompression.
+constexpr std::int32_t RawDataCapacity(std::int32_t blockWidth, std::int32_t blockHeight) {
+  constexpr std::int32_t kMinCapacity = 256;
+  return std::max(ExpandedBlockSize(blockWidth, blockHeight), kMinCapacity);
+}
+
+/// Bytes of the scratch buffer; at least enough for a palette.
+constexpr std::int32_t ScratchBufferSize(std::int32_t blockWidth, std::int32_t blockHeight) {
+  constexpr std::int32_t kMinScratch = 1024;
+  return std::max(ExpandedBlockSize(blockWidth, blockHeight), kMinScratch);
+}
+
+}  // namespace zlibvideo
+
+#endif  // ZLIBVIDEO_GRID_BUFFERSIZES_H
