@@ -1,0 +1,43 @@
+#ifndef ZLIBVIDEO_BITSTREAM_INFLATESTREAM_H
+#define ZLIBVIDEO_BITSTREAM_INFLATESTREAM_H
+
+#include <zlib.h>
+
+#include "bitstream/ByteSpan.h"
+
+namespace zlibvideo {
+
+/// One zlib inflate stream, opened at most once and released on every way out. Its state comes
+/// from zlib's own allocator, not from the host's.
+class InflateStream {
+ public:
+  enum class Form {
+    kZlib,        ///< RFC 1950
+    kRawDeflate,  ///< RFC 1951
+  };
+
+  InflateStream() = default;
+  InflateStream(const InflateStream&) = delete;
+  InflateStream& operator=(const InflateStream&) = delete;
+  ~InflateStream();
+
+  [[nodiscard]] bool Open(Form form);
+
+  /// Feeds `input` and writes at most `room` bytes to `output`. Input that does not get through is
+  /// not kept. `flush` and the result are zlib's.
+  [[nodiscard]] int Inflate(ByteSpan input, unsigned char* output, unsigned int room, int flush);
+
+  /// Bytes written since the stream was opened, over all calls; counted in 32 bits.
+  unsigned int TotalOutput() const { return static_cast<unsigned int>(fStream.total_out); }
+
+  /// Releases the stream; true when zlib is content with it. A stream never opened is released.
+  [[nodiscard]] bool Close();
+
+ private:
+  z_stream fStream = {};
+  bool fOpen = false;
+};
+
+}  // namespace zlibvideo
+
+#endif  // ZLIBVIDEO_BITSTREAM_INFLATESTREAM_H

@@ -1,0 +1,36 @@
+#ifndef ZLIBVIDEO_BITSTREAM_MESSAGEBODY_H
+#define ZLIBVIDEO_BITSTREAM_MESSAGEBODY_H
+
+#include <cstdint>
+
+#include "bitstream/ByteCursor.h"
+
+namespace zlibvideo {
+
+/// What opens the body of a version-2 message, behind the frame header: a flags byte and, when
+/// announced, a palette record. Block records follow.
+
+/// Bits of the flags byte; the others are not read.
+inline constexpr unsigned int kFlagPalette = 0x01;
+inline constexpr unsigned int kFlagSecondPass = 0x02;
+
+/// A palette record is a 16-bit size and that many bytes of a zlib stream, which holds
+/// `kPaletteBytes`: red, green and blue of each of the colours.
+inline constexpr unsigned int kPaletteColors = 128;
+inline constexpr unsigned int kPaletteBytes = kPaletteColors * 3;
+
+/// Reads a palette record. False when not even its size is there. A record of size 0, or one that
+/// reaches past what remains, is read as its two size bytes alone and leaves `compressed` empty.
+[[nodiscard]] inline bool ReadPaletteRecord(ByteCursor* cursor, ByteSpan* compressed) {
+  *compressed = {};
+  std::uint16_t size = 0;
+  if (!cursor->ReadU16(&size)) return false;
+  // A record that does not fit is no failure of the message: what follows the size is then parsed
+  // as block records, which has the last word.
+  static_cast<void>(cursor->ReadSpan(size, compressed));
+  return true;
+}
+
+}  // namespace zlibvideo
+
+#endif  // ZLIBVIDEO_BITSTREAM_MESSAGEBODY_H

@@ -1,0 +1,129 @@
+// The walk over a message body: palette record, passes, and one record for each block.
+
+#include <cstdint>
+#include <limits>
+
+#include "bitstream/BlockRecord.h"
+#include "bitstream/ByteCursor.h"
+#include "bitstream/CodecType.h"
+#include "bitstream/FrameHeader.h"
+#include "bitstream/MessageBody.h"
+#include "grid/BlockedCodec.h"
+#include "grid/BufferSizes.h"
+
+using zlibvideo::BlockRecord;
+using zlibvideo::ByteCursor;
+using zlibvideo::ByteSpan;
+
+namespace {
+
+constexpr int kUnpackFailed = -1;
+
+/// The decoding operations take payloads as writable bytes but only read them.
+unsigned char* Writable(const unsigned char* bytes) {
+  return const_cast<unsigned char*>(bytes);
+}
+
+}  // namespace
+
+int BlockedCodec::UnpackMessage(unsigned char* message, unsigned int length, char codecType,
+                                char /*unused*/) {
+  ByteCursor cursor(message, length);
+  if (!cursor.Skip(zlibvideo::FrameHeader::kSize)) return kUnpackFailed;
+  if (codecType != zlibvideo::kCodecTypeVersion2) {
+    return UnpackBlocks(Writable(cursor.Rest().data), cursor.Remaining(), codecType);
+  }
+
+  PrepareForVersion2();
+  std::uint8_t flags = 0;
+  if (!cursor.ReadU8(&flags)) return kUnpackFailed;
+
+  int paletteBytes = 0;
+  if ((flags & zlibvideo::kFlagPalette) != 0) {
+    paletteBytes = UnpackPalette(Writable(cursor.Rest().data), cursor.Remaining());
+    if (paletteBytes < 0 || !cursor.Skip(static_cast<unsigned int>(paletteBytes))) {
+      return kUnpackFailed;
+    }
+  }
+
+  const int first = UnpackBlocks(Writable(cursor.Rest().data), cursor.Remaining(), codecType);
+  if (first <= 0 || !cursor.Skip(static_cast<unsigned int>(first))) return kUnpackFailed;
+  if ((flags & zlibvideo::kFlagSecondPass) == 0 || cursor.Remaining() == 0) {
+    return paletteBytes + first;
+  }
+
+  ClearProcessedFlags();
+  const int second = UnpackBlocks(Writable(cursor.Rest().data), cursor.Remaining(), codecType);
+  return second < 0 ? kUnpackFailed : paletteBytes + first + second;
+}
+
+void BlockedCodec::PrepareForVersion2() {
+  CheckScratchColorBuffer();
+  if (fDecodeTable == nullptr) MakeTarvishDecodeTable();
+  if (fPalette == nullptr) MakeTarvishPalette(nullptr);
+  ClearProcessedFlags();
+}
+
+int BlockedCodec::UnpackPalette(unsigned char* record, unsigned int available) {
+  CheckScratchColorBuffer();
+  ByteCursor cursor(record, available);
+  ByteSpan compressed;
+  if (!zlibvideo::ReadPaletteRecord(&cursor, &compressed)) return kUnpackFailed;
+
+  auto size = static_cast<unsigned int>(fScratchColorBufferSize);
+  if (compressed.size != 0 && fScratchColorBuffer != nullptr &&
+      DecompressBlock(fScratchColorBuffer, &size, compressed.data, compressed.size) &&
+      size == zlibvideo::kPaletteBytes) {
+    MakeTarvishPalette(fScratchColorBuffer);
+  }
+  return static_cast<int>(available - cursor.Remaining());
+}
+
+int BlockedCodec::UnpackBlocks(unsigned char* records, unsigned int available, char codecType) {
+  ByteCursor cursor(records, available);
+  for (std::int32_t row = 0; row < fGridHeight; ++row) {
+    for (std::int32_t column = 0; column < fGridWidth; ++column) {
+      BlockRecord record;
+      if (!BlockRecord::Read(&cursor, codecType, &record)) return kUnpackFailed;
+      if (record.IsEmpty()) continue;
+      BitmapDataBlock* block = fBlocks == nullptr ? nullptr : GetBlock(row, column);
+      if (block != nullptr && !UnpackBlock(block, codecType, record)) return kUnpackFailed;
+    }
+  }
+  const unsigned int consumed = available - cursor.Remaining();
+  constexpr auto kMaxResult = static_cast<unsigned int>(std::numeric_limits<int>::max());
+  return consumed > kMaxResult ? kUnpackFailed : static_cast<int>(consumed);
+}
+
+bool BlockedCodec::UnpackBlock(BitmapDataBlock* block, int codecType, const BlockRecord& record) {
+  switch (codecType) {
+    case zlibvideo::kCodecTypeVersion1:
+      return UnpackVersion1Block(block, record.payload);
+    case zlibvideo::kCodecTypeVersion2:
+      return block->fProcessed || UnpackVersion2Block(block, record);
+    default:
+      return true;
+  }
+}
+
+bool BlockedCodec::UnpackVersion1Block(BitmapDataBlock* block, ByteSpan payload) {
+  const std::int32_t capacity = zlibvideo::RawDataCapacity(fBlockWidth, fBlockHeight);
+  if (!block->SetRawData(nullptr, capacity)) return false;
+
+  auto length = static_cast<unsigned int>(capacity);
+  if (!DecompressBlock(block->fRawData, &length, payload.data, payload.size)) return false;
+  block->fRawDataSize = static_cast<std::int32_t>(length);
+  return true;
+}
+
+bool BlockedCodec::UnpackVersion2Block(BitmapDataBlock* block, const BlockRecord& record) {
+  const std::int32_t capacity = zlibvideo::RawDataCapacity(fBlockWidth, fBlockHeight);
+  if (!block->SetRawData(nullptr, capacity)) return false;
+
+  block->fFormat = record.format;
+  block->fDiffRowStart = record.diffRowStart;
+  block->fDiffRowCount = record.diffRowCount;
+  auto length = static_cast<unsigned int>(capacity);
+  return UnpackOneV2Block(block, 0, Writable(record.payload.data), record.payload.size, nullptr,
+                          &length);
+}

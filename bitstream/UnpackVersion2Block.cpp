@@ -1,0 +1,127 @@
+// The two ways a version-2 payload becomes the pixels of its block: direct, a complete zlib stream
+// that also becomes the block's reference data; and intermediate, decoded against that reference.
+
+#include <cstdint>
+#include <cstring>
+
+#include "bitstream/BlockFormat.h"
+#include "bitstream/InflateStream.h"
+#include "bitstream/Priming.h"
+#include "bitstream/RowBand.h"
+#include "grid/BlockedCodec.h"
+
+using zlibvideo::ByteSpan;
+using zlibvideo::InflateStream;
+using zlibvideo::RowBand;
+
+namespace {
+
+bool OpenForPayload(const BitmapDataBlock& block, InflateStream* stream, unsigned char* destination,
+                    unsigned int room) {
+  if ((block.fFormat & zlibvideo::kFormatPrimed) == 0) {
+    return stream->Open(InflateStream::Form::kZlib);
+  }
+  return stream->Open(InflateStream::Form::kRawDeflate) &&
+         Prime(stream, zlibvideo::PrimingDictionary(block), destination, room);
+}
+
+/// Everything but the band's own rows comes from the previous data; with no rows in the band, the
+/// whole of it.
+void CopyRowsAroundBand(const BitmapDataBlock& block, const RowBand& band,
+                        unsigned char* destination) {
+  if (band.IsEmpty()) {
+    std::memcpy(destination, block.fPreviousData,
+                static_cast<std::uint32_t>(block.fPreviousDataSize));
+    return;
+  }
+  std::memcpy(destination, block.fPreviousData, band.offset);
+  std::memcpy(destination + band.End(), block.fPreviousData + band.End(), band.after);
+}
+
+/// Inflates 3-byte pixels. A payload that zlib cannot finish blackens all of the room: it must not
+/// show what priming or an earlier message left there.
+void InflatePixels(InflateStream* stream, ByteSpan payload, unsigned char* output,
+                   unsigned int room) {
+  const int result = stream->Inflate(payload, output, room, Z_SYNC_FLUSH);
+  if (result == Z_NEED_DICT || result < 0) std::memset(output, 0, room);
+}
+
+}  // namespace
+
+bool BlockedCodec::UnpackOneV2Block(BitmapDataBlock* block, char /*unused1*/,
+                                    unsigned char* payload, unsigned int payloadLength,
+                                    unsigned char* /*unused2*/, unsigned int* length) {
+  unsigned int produced = *length;
+  const bool direct = (block->fFormat & zlibvideo::kFormatIntermediatePathMask) == 0;
+  const bool decoded = direct ? DecompressDirectBlock(block, payload, payloadLength, &produced)
+                              : DecompressIntermediateBlock(block->fRawData, &produced, payload,
+                                                            payloadLength, block);
+  if (!decoded) return false;
+  if (produced == 0) return true;
+  block->fRawDataSize = static_cast<std::int32_t>(produced);
+  block->fProcessed = true;
+  *length = produced;
+  return true;
+}
+
+bool BlockedCodec::DecompressDirectBlock(BitmapDataBlock* block, const unsigned char* payload,
+                                         unsigned int payloadLength, unsigned int* length) {
+  if (zlibvideo::HasColorField(block->fFormat)) {
+    auto size = static_cast<unsigned int>(fScratchColorBufferSize);
+    if (fScratchColorBuffer == nullptr ||
+        !DecompressBlock(fScratchColorBuffer, &size, payload, payloadLength)) {
+      return false;
+    }
+    // Without memory for the copy there is no dictionary later, but the pixels are good.
+    static_cast<void>(
+        block->SetConvertedData(fScratchColorBuffer, static_cast<std::int32_t>(size)));
+    ConvertImageColorToQuarn24(block->fRawData, length, fScratchColorBuffer, size, block->fFormat);
+  } else if (!DecompressBlock(block->fRawData, length, payload, payloadLength)) {
+    return false;
+  }
+  return *length == 0 ||
+         block->SetPreviousData(block->fRawData, static_cast<std::int32_t>(*length));
+}
+
+bool BlockedCodec::DecompressIntermediateBlock(unsigned char* destination,
+                                               unsigned int* destinationLength,
+                                               const unsigned char* payload,
+                                               unsigned int payloadLength, BitmapDataBlock* block) {
+  if (block->fPreviousData == nullptr) return false;
+
+  const unsigned int destinationRoom = *destinationLength;
+  InflateStream stream;
+  if (payloadLength != 0 && !OpenForPayload(*block, &stream, destination, destinationRoom)) {
+    return false;
+  }
+  const unsigned int primed = stream.TotalOutput();
+
+  RowBand band;
+  if ((block->fFormat & zlibvideo::kFormatDiffRows) != 0) {
+    if (RowBand::Find(*block, destinationRoom, &band) != RowBand::Fault::kNone) return false;
+    CopyRowsAroundBand(*block, band, destination);
+    if (band.IsEmpty()) {
+      // There are no rows for a payload to fill: it is ignored.
+      *destinationLength = static_cast<unsigned int>(block->fPreviousDataSize);
+      return stream.Close();
+    }
+  }
+  if (payloadLength == 0) return true;
+
+  const unsigned int around = band.offset + band.after;
+  const unsigned int room = destinationRoom > around ? destinationRoom - around : 0;
+  unsigned char* output = destination + band.offset;
+  if (zlibvideo::HasColorField(block->fFormat)) {
+    // An error of the payload is no error of the block: what came out of it is converted.
+    static_cast<void>(stream.Inflate({payload, payloadLength}, fScratchColorBuffer,
+                                     static_cast<unsigned int>(fScratchColorBufferSize), Z_FINISH));
+    unsigned int converted = room;
+    ConvertImageColorToQuarn24(output, &converted, fScratchColorBuffer,
+                               stream.TotalOutput() - primed, block->fFormat);
+    *destinationLength = around + converted;
+  } else {
+    InflatePixels(&stream, {payload, payloadLength}, output, room);
+    *destinationLength = around + (stream.TotalOutput() - primed);
+  }
+  return stream.Close();
+}
