@@ -1,0 +1,53 @@
+#ifndef ZLIBVIDEO_DECODER_ZLIBVIDEODECOMPRESSOR_H
+#define ZLIBVIDEO_DECODER_ZLIBVIDEODECOMPRESSOR_H
+
+#include <cstddef>
+
+#include "grid/BlockedCodec.h"
+#include "host/VideoDecompressor.h"
+
+/// Decoder of one video stream of codec type 3 (version 1) or 6 (version 2). It may be used and
+/// destroyed through either base; the host's reference count governs its life. It keeps what the
+/// stream decoded so far and nothing else; key frames reset nothing. It starts no threads and
+/// takes no locks: calls on one object must not overlap.
+class ZLibVideoDecompressor : public VideoDecompressor, public BlockedCodec {
+ public:
+  /// Hands both pointers to the host base.
+  ZLibVideoDecompressor(CorePlayer* player, NetStream* stream);
+  ~ZLibVideoDecompressor() override;
+
+  using BlockedCodec::operator new;
+  using BlockedCodec::operator delete;
+
+  /// 3 for index 0, 6 for index 1, else -1.
+  int VideoMessageCodecType(int index) const override;
+  /// Decodes the payload of `message` as `DecompressVideo` does; 1 on success, else 0. The first
+  /// flag is not read.
+  int DecompressVideoMessage(Vorn::GCAPI::GCRef<SObject> video, TCMessage* message, bool unused,
+                             bool skipPush) override;
+  /// `DecompressVideo` of `length` bytes with drawing; a negative length fails.
+  bool DecompressVideoEmbedded(Vorn::GCAPI::GCRef<SObject> video, unsigned char* bytes,
+                               int length) override;
+  /// Whether there are at least the five bytes of a frame header and they say key frame.
+  bool VideoEmbeddedIsKeyFrame(Vorn::GCAPI::GCRef<SObject> video, unsigned char* bytes,
+                               int length) override;
+  /// Null.
+  void* GetInstance() override;
+  /// True; nothing is discarded.
+  bool FlushAfterSeek() override;
+  bool Flush() override;
+  /// zlib decompression of one whole buffer (RFC 1950). An empty source succeeds and leaves the
+  /// length as it was. Otherwise the length becomes the bytes produced, whatever the result; false
+  /// when the source is not a complete stream or does not fit.
+  bool DecompressBlock(unsigned char* destination, unsigned int* destinationLength,
+                       const unsigned char* source, unsigned int sourceLength) override;
+
+  /// Decodes one message of `length` bytes, beginning with its frame header, into the grid. With a
+  /// video object, has the host size its bitmap and, unless `skipPush`, composes the picture into
+  /// it. False when the message was not decoded: the bitmap and the count of decoded messages are
+  /// then untouched, and blocks decoded before the fault keep their new contents.
+  bool DecompressVideo(Vorn::GCAPI::GCRef<SObject> video, unsigned char* message,
+                       unsigned long length, bool skipPush);
+};
+
+#endif  // ZLIBVIDEO_DECODER_ZLIBVIDEODECOMPRESSOR_H
