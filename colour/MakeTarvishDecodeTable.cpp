@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr std::uint32_t kDecodeTableEntries = 1u << 15;
+constexpr std::uint32_t kDecodeTableEntries = 1U << 15;
 
 /// Each 5-bit component moves to the top of its byte; the low three bits of every byte stay 0.
 constexpr std::uint32_t WidenColor15(std::uint32_t color) {

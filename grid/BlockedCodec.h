@@ -132,6 +132,7 @@ class BlockedCodec {
   void PushFrame(SBitmapCore* bitmap);
 
   /// The palette that a stream begins with: 0x00RRGGBB.
+  // NOLINTNEXTLINE(readability-identifier-naming): a field by name, constant or not
   static const std::uint32_t fDefaultTarvishPalette[zlibvideo::kPaletteColors];
 
  protected:

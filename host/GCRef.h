@@ -11,7 +11,7 @@ template <typename T>
 class GCRef {
  public:
   GCRef() = default;
-  GCRef(std::nullptr_t) {}
+  GCRef(std::nullptr_t) {}  // NOLINT(google-explicit-constructor): null is passed as it is
   explicit GCRef(T* object) : fObject(object) {}
 
   explicit operator bool() const { return fObject != nullptr; }

@@ -12,7 +12,7 @@ class Guarded {
   static_assert(sizeof(T) <= sizeof(std::uint64_t));
 
  public:
-  Guarded() { Set(T{}); }
+  Guarded() = default;
 
   void Set(T value) {
     fValue = value;
@@ -33,8 +33,8 @@ class Guarded {
     return bits ^ kKey;
   }
 
-  T fValue;
-  std::uint64_t fCheck;
+  T fValue = {};
+  std::uint64_t fCheck = CheckOf({});
 };
 
 #endif  // ZLIBVIDEO_HOST_GUARDED_H

@@ -1,6 +1,7 @@
 #include "output/WidenRow.h"
 
 #include <bit>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 
@@ -10,6 +11,8 @@ namespace zlibvideo {
 namespace {
 
 constexpr int kGroupPixels = 4;
+constexpr std::ptrdiff_t kGroupSourceBytes = std::ptrdiff_t{kGroupPixels} * kBlockPixelBytes;
+constexpr std::ptrdiff_t kGroupTargetBytes = std::ptrdiff_t{kGroupPixels} * kBitmapPixelBytes;
 constexpr unsigned char kOpaque = 0xFF;
 
 /// Words hold bytes in memory order from their low end; on a big-endian machine they are turned.
@@ -19,7 +22,7 @@ std::uint32_t InLittleEndian(std::uint32_t word) {
 }
 
 std::uint32_t LoadWord(const unsigned char* bytes) {
-  std::uint32_t word;
+  std::uint32_t word = 0;
   std::memcpy(&word, bytes, sizeof(word));
   return InLittleEndian(word);
 }
@@ -53,8 +56,8 @@ void WidenPixel(const unsigned char* source, unsigned char* target) {
 void WidenRow(const unsigned char* source, unsigned char* target, int pixels) {
   for (; pixels >= kGroupPixels; pixels -= kGroupPixels) {
     WidenGroup(source, target);
-    source += kGroupPixels * kBlockPixelBytes;
-    target += kGroupPixels * kBitmapPixelBytes;
+    source += kGroupSourceBytes;
+    target += kGroupTargetBytes;
   }
   for (; pixels > 0; --pixels) {
     WidenPixel(source, target);
