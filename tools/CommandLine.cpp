@@ -1,0 +1,52 @@
+#include "tools/CommandLine.h"
+
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <string>
+
+#include "tools/common/ExitStatus.h"
+#include "tools/common/PrintLine.h"
+#include "tools/decode/DecodeCommand.h"
+
+namespace zlibvideo {
+namespace {
+
+constexpr const char* kDescription =
+    "Decodes, makes and examines block-based lossless video compressed with zlib.";
+constexpr const char* kFooter = R"(
+A message file (.zvm) holds the messages of one stream in order: for each its
+length as 24-bit unsigned number, most significant byte first, then the message.
+"-" stands for standard input or standard output.
+
+Exit status: 0 all went well; 1 could not run (arguments, input, output);
+2 some messages failed or the file is cut off, the rest was done;
+3 decode --verify found a difference; 130 interrupted, 143 terminated.
+
+"zlibvideo COMMAND --help" explains a command by example.)";
+
+int ReportUsage(const CLI::App& app, const CLI::ParseError& error) {
+  if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) return app.exit(error);
+  PrintLine(error.what());
+  std::cerr << "Run \"" << app.get_name() << " --help\" for what is possible.\n";
+  return kExitCouldNotRun;
+}
+
+}  // namespace
+
+int RunCommandLine(int argc, const char* const* argv) {
+  CLI::App app(kDescription, "zlibvideo");
+  app.footer(kFooter);
+  app.set_version_flag("--version", "zlibvideo " ZLIBVIDEO_VERSION);
+  app.require_subcommand(1);
+
+  int status = kExitSuccess;
+  AddDecodeCommand(app, &status);
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    return ReportUsage(app, error);
+  }
+  return status;
+}
+
+}  // namespace zlibvideo

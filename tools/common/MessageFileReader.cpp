@@ -1,0 +1,64 @@
+#include "tools/common/MessageFileReader.h"
+
+#include <cerrno>
+#include <utility>
+
+#include "bitstream/ByteCursor.h"
+#include "host/TCMessage.h"
+#include "tools/common/ToolError.h"
+
+namespace zlibvideo {
+
+MessageFileReader::MessageFileReader(const std::string& path)
+    : MessageFileReader(OpenInput(path), InputName(path)) {}
+
+MessageFileReader::MessageFileReader(InputFile file, std::string name)
+    : fFile(std::move(file)), fName(std::move(name)) {}
+
+MessageFileReader::Result MessageFileReader::Next(FileMessage* message) {
+  unsigned char lengthField[TCMessage::kLengthBytes];
+  const std::uint64_t start = fBytesRead;
+  const std::uint32_t fieldBytes = Read(lengthField, sizeof(lengthField));
+  std::uint32_t length = 0;
+  ByteCursor cursor(lengthField, fieldBytes);
+  if (!cursor.ReadU24(&length)) return Stop(start, sizeof(lengthField) - fieldBytes);
+
+  // The buffer only grows, at most to the largest length that 24 bits can say.
+  if (fBuffer.size() < length) fBuffer.resize(length);
+  const std::uint64_t offset = fBytesRead;
+  const std::uint32_t bytes = Read(fBuffer.data(), length);
+  if (bytes < length) return Stop(start, length - bytes);
+
+  *message = {fBuffer.data(), length, fMessageCount++, offset};
+  return Result::kMessage;
+}
+
+std::uint32_t MessageFileReader::Read(unsigned char* target, std::uint32_t size) {
+  if (size == 0) return 0;
+  errno = 0;
+  const auto bytes = static_cast<std::uint32_t>(std::fread(target, 1, size, fFile.get()));
+  fBytesRead += bytes;
+  return bytes;
+}
+
+MessageFileReader::Result MessageFileReader::Stop(std::uint64_t messageOffset,
+                                                  std::uint32_t missing) {
+  if (std::ferror(fFile.get()) != 0) {
+    fProblem = ToolError::FromSystem(
+                   fName, "cannot be read past byte " + std::to_string(fBytesRead), errno)
+                   .what();
+    return Result::kReadError;
+  }
+  if (fBytesRead == messageOffset) {
+    fProblem = fName + (fMessageCount == 0 ? ": is empty, there is no message in it"
+                                           : ": ends after a whole message");
+    return Result::kEnd;
+  }
+  const bool inLengthField = fBytesRead - messageOffset < TCMessage::kLengthBytes;
+  fProblem = fName + ": ends early at byte " + std::to_string(fBytesRead) + ": " +
+             std::to_string(missing) + " more bytes belong to " +
+             (inLengthField ? "the length of " : "") + "message " + std::to_string(fMessageCount);
+  return Result::kCutOff;
+}
+
+}  // namespace zlibvideo

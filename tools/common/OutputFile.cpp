@@ -1,0 +1,104 @@
+#include "tools/common/OutputFile.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <filesystem>
+
+#include "tools/common/InputFile.h"
+#include "tools/common/TemporaryFiles.h"
+#include "tools/common/ToolError.h"
+
+namespace zlibvideo {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr mode_t kNewFileMode = 0666;
+
+/// Where `path` leads to when it is a symbolic link: renaming onto the link would replace it.
+fs::path FollowLinks(const std::string& path) {
+  std::error_code error;
+  const fs::path absolute = fs::absolute(path, error);
+  const fs::path target = fs::weakly_canonical(absolute, error);
+  return error ? absolute : target;
+}
+
+}  // namespace
+
+OutputFile::OutputFile(const std::string& path) : fName(OutputName(path)) {
+  if (path == kStandardStreamName) {
+    fStream = stdout;
+    return;
+  }
+  const fs::path target = FollowLinks(path);
+  fTarget = target.string();
+  std::error_code error;
+  const fs::file_status status = fs::status(target, error);
+  if (fs::is_directory(status)) throw ToolError(fName + ": is a directory, not a file");
+  if (fs::exists(status) && !fs::is_regular_file(status)) {
+    fStream = std::fopen(fTarget.c_str(), "wb");
+    if (fStream == nullptr) Fail("cannot be opened for writing");
+    return;
+  }
+  fs::create_directories(target.parent_path(), error);
+  if (error) {
+    throw ToolError::FromSystem(fName, "its folder cannot be created", error.value());
+  }
+  OpenTemporary(target.parent_path().string());
+}
+
+OutputFile::~OutputFile() {
+  if (fStream != nullptr && fStream != stdout) std::fclose(fStream);
+  if (fTemporary.empty()) return;
+  const SignalBlock block;
+  unlink(fTemporary.c_str());
+  UnregisterTemporary(fTemporary);
+}
+
+void OutputFile::Write(const void* bytes, std::size_t size) {
+  errno = 0;
+  if (std::fwrite(bytes, 1, size, fStream) != size) Fail("cannot be written");
+}
+
+void OutputFile::Commit() {
+  errno = 0;
+  std::FILE* stream = fStream;
+  fStream = nullptr;
+  const int result = stream == stdout ? std::fflush(stream) : std::fclose(stream);
+  if (result != 0) Fail("cannot be written");
+  if (fTemporary.empty()) return;
+
+  const SignalBlock block;
+  if (std::rename(fTemporary.c_str(), fTarget.c_str()) != 0) Fail("cannot be put in place");
+  UnregisterTemporary(fTemporary);
+  fTemporary.clear();
+}
+
+void OutputFile::OpenTemporary(const std::string& folder) {
+  const SignalBlock block;
+  int descriptor = -1;
+  for (int attempt = 0; descriptor < 0; ++attempt) {
+    fTemporary = folder + "/.zlibvideo-" + std::to_string(getpid()) + "-" +
+                 std::to_string(attempt) + ".part";
+    descriptor = open(fTemporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kNewFileMode);
+    if (descriptor < 0 && errno != EEXIST) {
+      fTemporary.clear();
+      Fail("cannot be created");
+    }
+  }
+  RegisterTemporary(fTemporary);
+  fStream = fdopen(descriptor, "wb");
+  if (fStream == nullptr) Fail("cannot be created");
+}
+
+void OutputFile::Fail(const char* what) const {
+  throw ToolError::FromSystem(fName, what, errno);
+}
+
+std::string OutputName(const std::string& path) {
+  return path == kStandardStreamName ? "standard output" : path;
+}
+
+}  // namespace zlibvideo

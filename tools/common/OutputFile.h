@@ -1,0 +1,47 @@
+#ifndef ZLIBVIDEO_TOOLS_COMMON_OUTPUTFILE_H
+#define ZLIBVIDEO_TOOLS_COMMON_OUTPUTFILE_H
+
+#include <cstddef>
+#include <cstdio>
+#include <string>
+
+namespace zlibvideo {
+
+/// A file being written. It lies beside its final name under a temporary one until `Commit` renames
+/// it; if that does not happen, by an error or a signal, it is removed and what had the final name
+/// before is still there. Standard output ("-"), devices and pipes are written to directly.
+/// Every error is thrown as a `ToolError` that names the file.
+class OutputFile {
+ public:
+  /// Opens the output; missing folders are created.
+  explicit OutputFile(const std::string& path);
+  ~OutputFile();
+  OutputFile(const OutputFile&) = delete;
+  OutputFile& operator=(const OutputFile&) = delete;
+
+  void Write(const void* bytes, std::size_t size);
+  void Write(const std::string& text) { Write(text.data(), text.size()); }
+  /// Ends the output: everything has been handed to the system and the file has its final name.
+  /// Nothing may be written afterwards.
+  void Commit();
+  /// The path as messages show it.
+  const std::string& Name() const { return fName; }
+
+ private:
+  void OpenTemporary(const std::string& folder);
+  [[noreturn]] void Fail(const char* what) const;
+
+  std::string fName;
+  /// Final path; symbolic links are followed.
+  std::string fTarget;
+  /// Empty when the output is written to directly, and after `Commit`.
+  std::string fTemporary;
+  std::FILE* fStream = nullptr;
+};
+
+/// `path` as messages show it: "standard output" for "-".
+std::string OutputName(const std::string& path);
+
+}  // namespace zlibvideo
+
+#endif  // ZLIBVIDEO_TOOLS_COMMON_OUTPUTFILE_H

@@ -1,0 +1,17 @@
+#include "tools/common/PrintLine.h"
+
+#include <cstdio>
+
+namespace zlibvideo {
+
+void PrintLine(const std::string& text) {
+  std::string line = "zlibvideo: " + text;
+  for (char& c : line) {
+    const auto code = static_cast<unsigned char>(c);
+    if (code < ' ' || code == 0x7F) c = '?';
+  }
+  line += '\n';
+  std::fputs(line.c_str(), stderr);
+}
+
+}  // namespace zlibvideo
