@@ -4,13 +4,14 @@
 #include <cstddef>
 
 #include "grid/BlockedCodec.h"
+#include "host/Export.h"
 #include "host/VideoDecompressor.h"
 
 /// Decoder of one video stream of codec type 3 (version 1) or 6 (version 2). It may be used and
 /// destroyed through either base; the host's reference count governs its life. It keeps what the
 /// stream decoded so far and nothing else; key frames reset nothing. It starts no threads and
 /// takes no locks: calls on one object must not overlap.
-class ZLibVideoDecompressor : public VideoDecompressor, public BlockedCodec {
+class ZLIBVIDEO_EXPORT ZLibVideoDecompressor : public VideoDecompressor, public BlockedCodec {
  public:
   /// Hands both pointers to the host base.
   ZLibVideoDecompressor(CorePlayer* player, NetStream* stream);

@@ -3,13 +3,15 @@
 
 #include <cstdint>
 
+#include "host/Export.h"
+
 /// One cell of the block grid: its geometry, and the bytes that it keeps from message to message.
 /// Each buffer belongs to the record, comes from the host allocator and only grows; a size never
 /// exceeds its capacity. All sizes and capacities are in bytes.
 ///
 /// Pixels are 3 bytes, blue, green, red, in rows of `fWidth` × 3 bytes with nothing between them.
 /// Rows run upward: the first row of a buffer is the block's bottom row in the picture.
-struct BitmapDataBlock {
+struct ZLIBVIDEO_EXPORT BitmapDataBlock {
   BitmapDataBlock() = default;
   BitmapDataBlock(const BitmapDataBlock&) = delete;
   BitmapDataBlock& operator=(const BitmapDataBlock&) = delete;

@@ -6,6 +6,7 @@
 
 #include "bitstream/MessageBody.h"
 #include "grid/BitmapDataBlock.h"
+#include "host/Export.h"
 
 class SBitmapCore;
 
@@ -21,7 +22,7 @@ struct BlockRecord;
 /// passes through any operation that may allocate and leaves the object usable. The grid persists
 /// from message to message: a block that a message leaves out keeps its pixels, and a failed
 /// message is not rolled back. Calls on one object must not overlap.
-class BlockedCodec {
+class ZLIBVIDEO_EXPORT BlockedCodec {
  public:
   BlockedCodec() = default;
   BlockedCodec(const BlockedCodec&) = delete;
@@ -157,15 +158,18 @@ class BlockedCodec {
   BitmapDataBlock** fBlocks = nullptr;
 
  private:
-  bool AllocateGrid();
-  bool MakeBlock(std::int32_t row, std::int32_t column, std::int32_t width, std::int32_t height);
-  void PrepareForVersion2();
-  bool UnpackBlock(BitmapDataBlock* block, int codecType, const zlibvideo::BlockRecord& record);
-  bool UnpackVersion1Block(BitmapDataBlock* block, zlibvideo::ByteSpan payload);
-  bool UnpackVersion2Block(BitmapDataBlock* block, const zlibvideo::BlockRecord& record);
-  std::int32_t GridRowHeight(std::int32_t row) const;
-  bool DecompressDirectBlock(BitmapDataBlock* block, const unsigned char* payload,
-                             unsigned int payloadLength, unsigned int* length);
+  ZLIBVIDEO_HIDDEN bool AllocateGrid();
+  ZLIBVIDEO_HIDDEN bool MakeBlock(std::int32_t row, std::int32_t column, std::int32_t width,
+                                  std::int32_t height);
+  ZLIBVIDEO_HIDDEN void PrepareForVersion2();
+  ZLIBVIDEO_HIDDEN bool UnpackBlock(BitmapDataBlock* block, int codecType,
+                                    const zlibvideo::BlockRecord& record);
+  ZLIBVIDEO_HIDDEN bool UnpackVersion1Block(BitmapDataBlock* block, zlibvideo::ByteSpan payload);
+  ZLIBVIDEO_HIDDEN bool UnpackVersion2Block(BitmapDataBlock* block,
+                                            const zlibvideo::BlockRecord& record);
+  ZLIBVIDEO_HIDDEN std::int32_t GridRowHeight(std::int32_t row) const;
+  ZLIBVIDEO_HIDDEN bool DecompressDirectBlock(BitmapDataBlock* block, const unsigned char* payload,
+                                              unsigned int payloadLength, unsigned int* length);
 };
 
 #endif  // ZLIBVIDEO_GRID_BLOCKEDCODEC_H

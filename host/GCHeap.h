@@ -1,10 +1,12 @@
 #ifndef ZLIBVIDEO_HOST_GCHEAP_H
 #define ZLIBVIDEO_HOST_GCHEAP_H
 
+#include "host/Export.h"
+
 namespace Vorn {
 
 /// The host's heap, as far as the component knows it.
-class GCHeap {
+class ZLIBVIDEO_EXPORT GCHeap {
  public:
   /// Host service. Called instead of `SystemNew` when a request is too large to be made at all.
   /// Must not return.

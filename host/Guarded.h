@@ -5,10 +5,12 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "host/Export.h"
+
 /// A value kept beside a check word derived from it. Reading it stops the process when the two
 /// disagree, so a stray write over a bitmap's address or size is caught before it is used as one.
 template <typename T>
-class Guarded {
+class ZLIBVIDEO_EXPORT Guarded {
   static_assert(sizeof(T) <= sizeof(std::uint64_t));
 
  public:

@@ -4,13 +4,14 @@
 #include <cstdint>
 
 #include "host/EBitmapType.h"
+#include "host/Export.h"
 #include "host/Guarded.h"
 #include "host/SRECT.h"
 
 /// The host's bitmap surface. Row n starts at base address + n × row length; row 0 is the top row.
 /// A host derives its own bitmap from this class and keeps the fields true with `SetSurface`; the
 /// operations without a body here are the host's.
-class SBitmapCore {
+class ZLIBVIDEO_EXPORT SBitmapCore {
  public:
   SBitmapCore() = default;
   SBitmapCore(const SBitmapCore&) = delete;

@@ -1,6 +1,8 @@
 #ifndef ZLIBVIDEO_HOST_SYSTEMMEMORY_H
 #define ZLIBVIDEO_HOST_SYSTEMMEMORY_H
 
+#include "host/Export.h"
+
 namespace Vorn {
 
 /// What the host is told about an allocation. The component attaches no meaning to the values
@@ -14,11 +16,11 @@ enum FixedMallocOpts : int {
 /// `SystemDelete`. On exhaustion the host does not return normally: it throws `std::bad_alloc`,
 /// which reaches whoever called the component, or ends the process. The component also copes with
 /// a null result: it never writes through it.
-void* SystemNew(unsigned long size, FixedMallocOpts opts);
+ZLIBVIDEO_EXPORT void* SystemNew(unsigned long size, FixedMallocOpts opts);
 
 /// Host service. Takes back memory that `SystemNew` returned; never called with null. Must not
 /// throw: an exception here ends the process.
-void SystemDelete(void* memory);
+ZLIBVIDEO_EXPORT void SystemDelete(void* memory);
 
 }  // namespace Vorn
 

@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "host/EBitmapType.h"
+#include "host/Export.h"
 #include "host/GCRef.h"
 #include "host/HostObject.h"
 #include "host/SObject.h"
@@ -23,7 +24,7 @@ struct TCMessage;
 ///
 /// A reference count governs the life of a decoder: the creator holds the first reference. The
 /// count is a plain integer; calls on one decoder must not overlap.
-class VideoDecompressor {
+class ZLIBVIDEO_EXPORT VideoDecompressor {
  public:
   VideoDecompressor(CorePlayer* player, NetStream* stream);
   VideoDecompressor(const VideoDecompressor&) = delete;
