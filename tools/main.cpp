@@ -5,11 +5,15 @@
 #include "tools/common/ExitStatus.h"
 #include "tools/common/PrintLine.h"
 #include "tools/common/TemporaryFiles.h"
+#include "tools/common/ToolError.h"
 
 int main(int argc, char** argv) {
   zlibvideo::InstallSignalHandlers();
   try {
     return zlibvideo::RunCommandLine(argc, argv);
+  } catch (const zlibvideo::ToolError& error) {
+    zlibvideo::PrintLine(error.what());
+    return error.Status();
   } catch (const std::bad_alloc&) {
     zlibvideo::PrintLine("not enough memory");
   } catch (const std::exception& error) {

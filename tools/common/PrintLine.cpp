@@ -1,5 +1,7 @@
 #include "tools/common/PrintLine.h"
 
+#include <unistd.h>
+
 #include <cstdio>
 
 namespace zlibvideo {
@@ -11,6 +13,7 @@ void PrintLine(const std::string& text) {
     if (code < ' ' || code == 0x7F) c = '?';
   }
   line += '\n';
+  if (isatty(STDERR_FILENO) == 1) line.insert(0, kEraseTerminalLine);
   std::fputs(line.c_str(), stderr);
 }
 

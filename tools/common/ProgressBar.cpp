@@ -6,6 +6,8 @@
 #include <cstdio>
 #include <utility>
 
+#include "tools/common/PrintLine.h"
+
 namespace zlibvideo {
 namespace {
 
@@ -31,12 +33,12 @@ void ProgressBar::Update(std::uint64_t done, std::uint64_t count) {
 
 void ProgressBar::Clear() {
   if (!fDrawn) return;
-  std::fputs("\r\x1b[K", stderr);
+  std::fputs(kEraseTerminalLine, stderr);
   fDrawn = false;
 }
 
 void ProgressBar::Draw(std::uint64_t done, std::uint64_t count) {
-  std::string line = "\r\x1b[K";
+  std::string line = kEraseTerminalLine;
   if (fTotal.has_value() && *fTotal > 0) {
     const std::uint64_t part = std::min(done, *fTotal);
     const auto filled = static_cast<std::size_t>(part * kBarWidth / *fTotal);

@@ -20,7 +20,7 @@ class ProgressBar {
   ProgressBar& operator=(const ProgressBar&) = delete;
 
   void Update(std::uint64_t done, std::uint64_t count);
-  /// Takes the bar off the screen, to print something else; the next `Update` brings it back.
+  /// Takes the bar off the screen; the next `Update` may bring it back.
   void Clear();
 
  private:

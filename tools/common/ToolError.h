@@ -4,16 +4,24 @@
 #include <stdexcept>
 #include <string>
 
+#include "tools/common/ExitStatus.h"
+
 namespace zlibvideo {
 
 /// What keeps the tool from going on: a file that cannot be opened, a full disk. `what()` is one
-/// line that names the file; `main` prints it and ends with `kExitCouldNotRun`.
+/// line that names the file; `main` prints it and ends with the status.
 class ToolError : public std::runtime_error {
  public:
-  using std::runtime_error::runtime_error;
+  explicit ToolError(const std::string& what, ExitStatus status = kExitCouldNotRun)
+      : std::runtime_error(what), fStatus(status) {}
+
+  ExitStatus Status() const { return fStatus; }
 
   /// "NAME: WHAT: text of the system's error number".
   static ToolError FromSystem(const std::string& name, const std::string& what, int error);
+
+ private:
+  ExitStatus fStatus;
 };
 
 }  // namespace zlibvideo

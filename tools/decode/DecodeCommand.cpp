@@ -1,12 +1,187 @@
 #include "tools/decode/DecodeCommand.h"
 
 #include <CLI/CLI.hpp>
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include "tools/common/InputFile.h"
+#include "tools/decode/DecodeOptions.h"
+#include "tools/decode/NamePattern.h"
+#include "tools/decode/RunDecode.h"
 
 namespace zlibvideo {
+namespace {
+
+constexpr const char* kFooter = R"(
+Examples:
+  zlibvideo decode movie.zvm -o pictures/%04d.png
+      Write pictures/0001.png and so on, one for each message that is decoded;
+      the number is that of the message, from 1. The folder is created.
+  zlibvideo decode movie.zvm -o one.png --from 12 --to 12
+      Write the picture of message 12 alone; all messages up to it are decoded.
+  zlibvideo decode movie.zvm -o movie.webp --fps 5
+      Write a lossless animation that web browsers show.
+  zlibvideo decode - --format y4m -o - < movie.zvm | player -
+      Convert from standard input to standard output.
+  zlibvideo decode movie.zvm --format hash > movie.hashes
+  zlibvideo decode movie.zvm --verify movie.hashes
+      List what every message decodes to; later, check that it still does.
+
+Formats, by default as the extension of the output says:
+  png    a PNG file for each picture (with "-o -" one after another)
+  bgra   raw pixels of all pictures, rows from the top, 4 bytes a pixel: blue,
+         green, red, opacity (.bgra, .raw)
+  hash   a line for each message: INDEX STATUS WIDTHxHEIGHT CRC32. The index is
+         from 0; the status is 1, or 0 for a failed message; the CRC-32 is that
+         of the picture's bytes in format bgra (.hash, .hashes)
+  webp   one lossless animated WebP file, put together in memory
+  y4m    one YUV4MPEG2 file, 4:4:4, limited-range BT.709, 10-bit samples, from
+         which every colour can be had back exactly
+  null   nothing, for timing
+A webp or y4m file has pictures of one size. Where the stream changes its size,
+another file begins: movie-2.webp after movie.webp.
+
+A message that fails is told on standard error, with its index from 0 and its
+place in the file, and decoding goes on with the next. A file without any
+message cannot be decoded (exit status 1).
+Exit status: 0 all decoded; 1 could not run; 2 some messages failed or the file
+is cut off; 3 a difference to the --verify file. With --verify, a message that
+fails as listed is no fault.)";
+
+/// What is typed, before it is checked.
+struct Arguments {
+  DecodeOptions options;
+  std::string format;
+  std::string frameRate;
+};
+
+/// A usage error that names the option, its value and what is expected.
+CLI::ValidationError Unfit(const std::string& option, const std::string& value,
+                           const std::string& expectation) {
+  return CLI::ValidationError(option, "\"" + value + "\" " + expectation);
+}
+
+bool IsFolder(const std::string& path) {
+  std::error_code ignored;
+  return !path.empty() && (path.back() == '/' || std::filesystem::is_directory(path, ignored));
+}
+
+void ChooseFormat(Arguments* arguments) {
+  DecodeOptions& options = arguments->options;
+  if (!arguments->format.empty()) {
+    options.format = FormatByName(arguments->format).value();
+    return;
+  }
+  if (options.output.empty()) {
+    throw CLI::RequiredError("an output: -o FILE, --format hash, --format null or --verify FILE");
+  }
+  if (IsFolder(options.output)) {
+    options.format = OutputFormat::kPng;
+    return;
+  }
+  const auto format = FormatByExtension(options.output);
+  if (!format.has_value()) {
+    throw Unfit("-o", options.output, "does not say the format; add --format " + FormatNames());
+  }
+  options.format = *format;
+}
+
+void CheckOutput(DecodeOptions* options) {
+  if (options->format == OutputFormat::kNull) return;
+  if (options->output.empty()) {
+    if (options->format != OutputFormat::kHash) {
+      throw CLI::RequiredError("-o FILE, or \"-o -\" for standard output,");
+    }
+    options->output = kStandardStreamName;
+  }
+  if (options->format != OutputFormat::kPng) return;
+  if (IsFolder(options->output)) {
+    options->output = (std::filesystem::path(options->output) / "%04d.png").string();
+  }
+  NamePattern ignored;
+  std::string problem;
+  if (!NamePattern::Parse(options->output, &ignored, &problem)) {
+    throw Unfit("-o", options->output, problem);
+  }
+}
+
+void Check(Arguments* arguments) {
+  DecodeOptions& options = arguments->options;
+  if (options.from > options.to) {
+    throw CLI::ValidationError(
+        "--from", std::to_string(options.from) + " is behind --to " + std::to_string(options.to));
+  }
+  if (!arguments->frameRate.empty() &&
+      !FrameRate::Parse(arguments->frameRate, &options.frameRate)) {
+    throw Unfit("--fps", arguments->frameRate,
+                "is no frame rate from 0.1 to 1000, such as 10, 29.97 or 30000/1001");
+  }
+  if (options.verify.empty()) {
+    ChooseFormat(arguments);
+    CheckOutput(&options);
+  } else if (options.verify == kStandardStreamName && options.input == kStandardStreamName) {
+    throw Unfit("--verify", options.verify, "is the message file already");
+  }
+}
+
+CLI::Validator FormatValidator() {
+  return CLI::Validator(
+      [](std::string& value) {
+        return FormatByName(value).has_value() ? std::string()
+                                               : "\"" + value + "\" is not one of " + FormatNames();
+      },
+      "", "format");
+}
+
+CLI::Validator NumberValidator() {
+  return CLI::Validator(
+      [](std::string& value) {
+        const bool fits = !value.empty() && value.size() <= 18 && value[0] != '0' &&
+                          value.find_first_not_of("0123456789") == std::string::npos;
+        return fits ? std::string() : "\"" + value + "\" is not the number of a message, from 1";
+      },
+      "", "number");
+}
+
+void AddOutputOptions(CLI::App* command, Arguments* arguments) {
+  DecodeOptions& options = arguments->options;
+  CLI::Option* output =
+      command->add_option("-o,--output", options.output, "Where to; %04d stands for the number")
+          ->type_name("FILE");
+  CLI::Option* format = command->add_option("--format", arguments->format, "Format of the output")
+                            ->type_name(FormatNames())
+                            ->check(FormatValidator());
+  command->add_option("--fps", arguments->frameRate, "Pictures a second in webp and y4m [10]")
+      ->type_name("RATE");
+  command->add_flag("--y4m-8bit", options.y4m8Bit,
+                    "8-bit samples in y4m: for more players, but colours are not exact");
+  CLI::Option* from = command->add_option("--from", options.from, "First message to write, from 1")
+                          ->type_name("N")
+                          ->check(NumberValidator());
+  CLI::Option* to = command->add_option("--to", options.to, "Last message to write, included")
+                        ->type_name("M")
+                        ->check(NumberValidator());
+  command->add_option("--verify", options.verify, "Compare with the lines of --format hash")
+      ->type_name("FILE")
+      ->excludes(output, format, from, to);
+}
+
+}  // namespace
 
 void AddDecodeCommand(CLI::App& app, int* exitStatus) {
-  CLI::App* command = app.add_subcommand("decode", "Decode a message file");
-  command->callback([exitStatus] { *exitStatus = 0; });
+  CLI::App* command = app.add_subcommand("decode", "Decode a message file into pictures");
+  command->footer(kFooter);
+  const auto arguments = std::make_shared<Arguments>();
+  command->add_option("input", arguments->options.input, "Message file (.zvm), \"-\" for stdin")
+      ->type_name("IN.zvm")
+      ->required();
+  AddOutputOptions(command, arguments.get());
+  command->add_flag("--quiet", arguments->options.quiet, "No progress bar");
+  command->callback([arguments, exitStatus] {
+    Check(arguments.get());
+    *exitStatus = RunDecode(arguments->options);
+  });
 }
 
 }  // namespace zlibvideo

@@ -1,0 +1,28 @@
+#ifndef ZLIBVIDEO_TOOLS_DECODE_FRAMERATE_H
+#define ZLIBVIDEO_TOOLS_DECODE_FRAMERATE_H
+
+#include <cstdint>
+#include <string>
+
+namespace zlibvideo {
+
+/// Pictures a second, as a fraction.
+struct FrameRate {
+  static constexpr std::uint32_t kMax = 1000;
+  /// At the slowest, a picture stays for so many seconds.
+  static constexpr std::uint32_t kMaxSeconds = 10;
+
+  std::uint32_t numerator = 10;
+  std::uint32_t denominator = 1;
+
+  /// Reads "10", "29.97" or "30000/1001", from 0.1 to 1000. False, with `rate` as before, for
+  /// anything else.
+  [[nodiscard]] static bool Parse(const std::string& text, FrameRate* rate);
+
+  /// When picture `index` (from 0) begins, in milliseconds, rounded.
+  std::uint64_t StartOf(std::uint64_t index) const;
+};
+
+}  // namespace zlibvideo
+
+#endif  // ZLIBVIDEO_TOOLS_DECODE_FRAMERATE_H

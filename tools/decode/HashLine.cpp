@@ -1,0 +1,18 @@
+#include "tools/decode/HashLine.h"
+
+#include <zlib.h>
+
+#include <cstdio>
+
+namespace zlibvideo {
+
+std::string HashLine(std::uint64_t index, bool decoded, const FrameView& frame) {
+  // zlib takes a null pointer for a request; an empty picture has none but the initial value.
+  const uLong crc = frame.pixels == nullptr ? 0 : crc32_z(0, frame.pixels, frame.ByteCount());
+  char digits[sizeof("01234567")];
+  std::snprintf(digits, sizeof(digits), "%08lx", crc & 0xFFFFFFFFUL);
+  return std::to_string(index) + (decoded ? " 1 " : " 0 ") + std::to_string(frame.width) + "x" +
+         std::to_string(frame.height) + " " + digits;
+}
+
+}  // namespace zlibvideo

@@ -1,0 +1,59 @@
+#include "tools/decode/MovieSink.h"
+
+#include <filesystem>
+#include <utility>
+
+#include "tools/common/InputFile.h"
+#include "tools/common/OutputFile.h"
+#include "tools/common/PrintLine.h"
+#include "tools/common/ToolError.h"
+
+namespace zlibvideo {
+namespace {
+
+std::string SizeText(const FrameView& frame) {
+  return std::to_string(frame.width) + "x" + std::to_string(frame.height);
+}
+
+}  // namespace
+
+MovieSink::MovieSink(std::string path, OpenWriter open)
+    : fPath(std::move(path)), fOpen(std::move(open)) {}
+
+void MovieSink::WritePicture(std::uint64_t index, const FrameView& frame) {
+  if (fWriter == nullptr || !fSize.HasSizeOf(frame)) BeginNextFile(index, frame);
+  fWriter->Add(frame);
+}
+
+void MovieSink::Finish() {
+  if (fWriter != nullptr) fWriter->Finish();
+  fWriter.reset();
+}
+
+void MovieSink::BeginNextFile(std::uint64_t index, const FrameView& frame) {
+  const bool sizeChanges = fWriter != nullptr;
+  Finish();
+  ++fFileCount;
+  if (sizeChanges) {
+    const std::string change = OutputName(fPath) + ": at message " + std::to_string(index) +
+                               " the size changes from " + SizeText(fSize) + " to " +
+                               SizeText(frame) + " and a movie has one size; ";
+    if (fPath == kStandardStreamName) {
+      throw ToolError(change + "it ends there; a file name gets one file a size");
+    }
+    PrintLine(change + "it continues in " + FileName());
+  }
+  fSize = {nullptr, frame.width, frame.height};
+  fWriter = fOpen(FileName(), frame);
+}
+
+std::string MovieSink::FileName() const {
+  if (fFileCount <= 1) return fPath;
+  const std::filesystem::path path(fPath);
+  std::filesystem::path name = path.stem();
+  name += "-" + std::to_string(fFileCount);
+  name += path.extension();
+  return (path.parent_path() / name).string();
+}
+
+}  // namespace zlibvideo

@@ -1,0 +1,40 @@
+#ifndef ZLIBVIDEO_TOOLS_DECODE_MOVIESINK_H
+#define ZLIBVIDEO_TOOLS_DECODE_MOVIESINK_H
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "tools/decode/FrameSink.h"
+#include "tools/decode/MovieWriter.h"
+
+namespace zlibvideo {
+
+/// Makes a movie of the pictures. A movie has one size: when the stream changes the size, the
+/// movie so far is completed and the rest goes to a further file, "movie-2.webp" after
+/// "movie.webp". On standard output that cannot be; there it is an error behind a complete movie.
+class MovieSink : public FrameSink {
+ public:
+  /// Begins a movie file for pictures of the size of `first`.
+  using OpenWriter =
+      std::function<std::unique_ptr<MovieWriter>(const std::string& path, const FrameView& first)>;
+
+  MovieSink(std::string path, OpenWriter open);
+
+  void WritePicture(std::uint64_t index, const FrameView& frame) override;
+  void Finish() override;
+
+ private:
+  void BeginNextFile(std::uint64_t index, const FrameView& frame);
+  std::string FileName() const;
+
+  std::string fPath;
+  OpenWriter fOpen;
+  int fFileCount = 0;
+  FrameView fSize;
+  std::unique_ptr<MovieWriter> fWriter;
+};
+
+}  // namespace zlibvideo
+
+#endif  // ZLIBVIDEO_TOOLS_DECODE_MOVIESINK_H

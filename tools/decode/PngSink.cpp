@@ -1,0 +1,30 @@
+#include "tools/decode/PngSink.h"
+
+#include "tools/common/InputFile.h"
+#include "tools/common/OutputFile.h"
+#include "tools/common/PngFile.h"
+#include "tools/common/ToolError.h"
+
+namespace zlibvideo {
+
+PngSink::PngSink(const std::string& output) : fOutput(output) {
+  std::string problem;
+  if (!NamePattern::Parse(output, &fPattern, &problem)) throw ToolError(output + ": " + problem);
+}
+
+void PngSink::WritePicture(std::uint64_t index, const FrameView& frame) {
+  const std::uint64_t number = index + 1;
+  if (fWritten && !fPattern.HasNumber() && fOutput != kStandardStreamName) {
+    throw ToolError(fOutput + ": holds one picture and has it; for picture " +
+                    std::to_string(number) +
+                    " and on give a name with a number, such as %04d.png, or choose one picture "
+                    "with --from and --to");
+  }
+  EncodePng(frame, &fPng);
+  OutputFile file(fPattern.Name(number));
+  file.Write(fPng.data(), fPng.size());
+  file.Commit();
+  fWritten = true;
+}
+
+}  // namespace zlibvideo

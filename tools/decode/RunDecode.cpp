@@ -1,0 +1,122 @@
+#include "tools/decode/RunDecode.h"
+
+#include <unistd.h>
+
+#include <memory>
+#include <new>
+#include <string>
+
+#include "tools/common/Diagnosis.h"
+#include "tools/common/ExitStatus.h"
+#include "tools/common/MessageFileReader.h"
+#include "tools/common/PrintLine.h"
+#include "tools/common/ProgressBar.h"
+#include "tools/common/StreamDecoder.h"
+#include "tools/common/ToolError.h"
+#include "tools/decode/FrameSink.h"
+#include "tools/decode/MakeSink.h"
+
+namespace zlibvideo {
+namespace {
+
+using Result = MessageFileReader::Result;
+
+/// One run over a message file.
+class DecodeRun {
+ public:
+  explicit DecodeRun(const DecodeOptions& options)
+      : fOptions(options), fReader(options.input), fSink(MakeSink(options)) {}
+
+  int Run();
+
+ private:
+  Result DecodeAll();
+  void DecodeOne(const FileMessage& message);
+  void TellFailure(const FileMessage& message) const;
+  bool IsWanted(const FileMessage& message) const;
+  /// A bar would break up output that goes to the same terminal.
+  bool WantsProgressBar() const;
+  ExitStatus Conclude(Result end) const;
+
+  const DecodeOptions& fOptions;
+  MessageFileReader fReader;
+  std::unique_ptr<FrameSink> fSink;
+  StreamDecoder fDecoder;
+  std::uint64_t fFailures = 0;
+  std::uint64_t fPicturesWritten = 0;
+};
+
+int DecodeRun::Run() {
+  Result end = Result::kEnd;
+  try {
+    end = DecodeAll();
+  } catch (const std::bad_alloc&) {
+    fSink->Finish();
+    throw ToolError(fReader.Name() + ": not enough memory for message " +
+                    std::to_string(fReader.MessageCount() - 1));
+  }
+  if (fReader.MessageCount() == 0 && end == Result::kEnd) throw ToolError(fReader.Problem());
+  fSink->Finish();
+  return Conclude(end);
+}
+
+Result DecodeRun::DecodeAll() {
+  ProgressBar progress(WantsProgressBar(), "messages", fReader.FileSize());
+  FileMessage message;
+  Result result;
+  while ((result = fReader.Next(&message)) == Result::kMessage) {
+    DecodeOne(message);
+    progress.Update(fReader.BytesRead(), fReader.MessageCount());
+  }
+  return result;
+}
+
+void DecodeRun::DecodeOne(const FileMessage& message) {
+  const bool decoded = fDecoder.Decode(message);
+  if (!decoded) {
+    ++fFailures;
+    // A comparison knows which messages are to fail and tells about all others.
+    if (fOptions.verify.empty()) TellFailure(message);
+  }
+  if (!IsWanted(message)) return;
+  if (!decoded) return fSink->NoteFailure(message.index, fDecoder.Frame());
+  fSink->WritePicture(message.index, fDecoder.Frame());
+  ++fPicturesWritten;
+}
+
+void DecodeRun::TellFailure(const FileMessage& message) const {
+  const Failure failure = Diagnose(fDecoder.Decoder(), ByteSpan{message.bytes, message.length});
+  PrintLine(fReader.Name() + ": message " + std::to_string(message.index) + " at byte " +
+            std::to_string(message.offset) + " failed at its " + ExplainFailure(failure));
+}
+
+bool DecodeRun::IsWanted(const FileMessage& message) const {
+  const std::uint64_t number = message.index + 1;
+  return fOptions.from <= number && number <= fOptions.to;
+}
+
+bool DecodeRun::WantsProgressBar() const {
+  if (fOptions.quiet) return false;
+  return fOptions.output != kStandardStreamName || isatty(STDOUT_FILENO) == 0;
+}
+
+ExitStatus DecodeRun::Conclude(Result end) const {
+  const bool writesPictures =
+      fOptions.format != OutputFormat::kNull && fOptions.format != OutputFormat::kHash;
+  if (writesPictures && fPicturesWritten == 0) {
+    PrintLine(fReader.Name() + ": none of the messages asked for gave a picture, so none of the " +
+              std::to_string(fReader.MessageCount()) + " messages was written");
+  }
+  if (end != Result::kEnd) PrintLine(fReader.Problem());
+  if (end == Result::kReadError) return kExitCouldNotRun;
+  const bool failuresCount = fOptions.verify.empty() && fFailures > 0;
+  return failuresCount || end == Result::kCutOff ? kExitDamagedInput : kExitSuccess;
+}
+
+}  // namespace
+
+int RunDecode(const DecodeOptions& options) {
+  return DecodeRun(options).Run();
+}
+
+}  // namespace zlibvideo

@@ -1,0 +1,15 @@
+#ifndef ZLIBVIDEO_TOOLS_DECODE_RUNDECODE_H
+#define ZLIBVIDEO_TOOLS_DECODE_RUNDECODE_H
+
+#include "tools/decode/DecodeOptions.h"
+
+namespace zlibvideo {
+
+/// Decodes all messages of a message file and writes what `options` ask for. A message that fails
+/// is told on stderr and decoding goes on; what was decoded is kept whatever comes after. Returns
+/// an `ExitStatus`; throws `ToolError` when an input or output cannot be used.
+int RunDecode(const DecodeOptions& options);
+
+}  // namespace zlibvideo
+
+#endif  // ZLIBVIDEO_TOOLS_DECODE_RUNDECODE_H

@@ -1,0 +1,88 @@
+#include "tools/decode/WebpWriter.h"
+
+#include <webp/encode.h>
+#include <webp/mux.h>
+
+#include <new>
+
+#include "tools/common/ToolError.h"
+
+namespace zlibvideo {
+namespace {
+
+/// libwebp's lossless presets go from 0, fast, to 9, small.
+constexpr int kLosslessLevel = 1;
+
+/// A picture of libwebp's with an end.
+struct ScopedPicture {
+  WebPPicture picture;
+
+  ScopedPicture() {
+    if (WebPPictureInit(&picture) == 0) throw std::bad_alloc();
+  }
+  ~ScopedPicture() { WebPPictureFree(&picture); }
+  ScopedPicture(const ScopedPicture&) = delete;
+  ScopedPicture& operator=(const ScopedPicture&) = delete;
+};
+
+WebPConfig LosslessConfig() {
+  WebPConfig config;
+  if (WebPConfigInit(&config) == 0 || WebPConfigLosslessPreset(&config, kLosslessLevel) == 0) {
+    throw ToolError("libwebp is another version than this program was made for");
+  }
+  config.exact = 1;
+  return config;
+}
+
+}  // namespace
+
+void WebpWriter::DeleteEncoder::operator()(WebPAnimEncoder* encoder) const {
+  WebPAnimEncoderDelete(encoder);
+}
+
+WebpWriter::WebpWriter(const std::string& path, const FrameView& first, FrameRate rate)
+    : fFile(path), fRate(rate) {
+  WebPAnimEncoderOptions options;
+  if (WebPAnimEncoderOptionsInit(&options) == 0) Fail("libwebp is another version");
+  fEncoder.reset(WebPAnimEncoderNew(first.width, first.height, &options));
+  if (fEncoder == nullptr) throw std::bad_alloc();
+}
+
+WebpWriter::~WebpWriter() = default;
+
+void WebpWriter::Add(const FrameView& frame) {
+  ScopedPicture scoped;
+  WebPPicture& picture = scoped.picture;
+  picture.use_argb = 1;
+  picture.width = frame.width;
+  picture.height = frame.height;
+  const int stride = frame.width * static_cast<int>(FrameView::kPixelBytes);
+  // The fourth byte is left out: pictures are opaque.
+  if (WebPPictureImportBGRX(&picture, frame.pixels, stride) == 0) throw std::bad_alloc();
+  const WebPConfig config = LosslessConfig();
+  if (WebPAnimEncoderAdd(fEncoder.get(), &picture, Now(), &config) == 0) {
+    Fail(WebPAnimEncoderGetError(fEncoder.get()));
+  }
+  ++fPictures;
+}
+
+void WebpWriter::Finish() {
+  // The last picture lasts until here.
+  if (WebPAnimEncoderAdd(fEncoder.get(), nullptr, Now(), nullptr) == 0) {
+    Fail(WebPAnimEncoderGetError(fEncoder.get()));
+  }
+  WebPData movie;
+  WebPDataInit(&movie);
+  const std::unique_ptr<WebPData, void (*)(WebPData*)> owner(&movie, WebPDataClear);
+  if (WebPAnimEncoderAssemble(fEncoder.get(), &movie) == 0) {
+    Fail(WebPAnimEncoderGetError(fEncoder.get()));
+  }
+  fFile.Write(movie.bytes, movie.size);
+  fFile.Commit();
+}
+
+void WebpWriter::Fail(const std::string& problem) const {
+  throw ToolError(fFile.Name() + ": cannot be made a WebP file: " + problem);
+}
+
+}  // namespace zlibvideo
