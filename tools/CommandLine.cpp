@@ -7,6 +7,7 @@
 #include "tools/common/ExitStatus.h"
 #include "tools/common/PrintLine.h"
 #include "tools/decode/DecodeCommand.h"
+#include "tools/info/InfoCommand.h"
 
 namespace zlibvideo {
 namespace {
@@ -41,6 +42,7 @@ int RunCommandLine(int argc, const char* const* argv) {
 
   int status = kExitSuccess;
   AddDecodeCommand(app, &status);
+  AddInfoCommand(app, &status);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

@@ -57,9 +57,11 @@ unsigned int ScratchRoom(const FrameHeader& header) {
 }
 
 std::string DescribeBand(const BitmapDataBlock& block) {
-  const unsigned int last = block.fDiffRowStart + block.fDiffRowCount - 1U;
-  return "the record's band of rows " + std::to_string(block.fDiffRowStart) + " to " +
-         std::to_string(last) + ", in a block of " + std::to_string(block.fHeight) + " rows, ";
+  const std::string first = std::to_string(block.fDiffRowStart);
+  const std::string last = std::to_string(block.fDiffRowStart + block.fDiffRowCount - 1);
+  return "the record's band of " +
+         (first == last ? "row " + first : "rows " + first + " to " + last) + ", in a block of " +
+         std::to_string(block.fHeight) + " rows, ";
 }
 
 std::string DescribeBandFault(RowBand::Fault fault, const BitmapDataBlock& block,

@@ -1,0 +1,20 @@
+#ifndef ZLIBVIDEO_TOOLS_INFO_CHANGEBAR_H
+#define ZLIBVIDEO_TOOLS_INFO_CHANGEBAR_H
+
+#include <string>
+
+#include "tools/info/MessageReport.h"
+#include "tools/info/Terminal.h"
+
+namespace zlibvideo {
+
+/// Characters that a change bar takes at most.
+inline constexpr int kChangeBarWidth = 16;
+
+/// Where a message changed the picture, from its left edge to its right: each character stands for
+/// one or more columns of blocks, and the more of their blocks changed, the fuller it is.
+std::string ChangeBar(const MessageReport& report, const Terminal& terminal);
+
+}  // namespace zlibvideo
+
+#endif  // ZLIBVIDEO_TOOLS_INFO_CHANGEBAR_H

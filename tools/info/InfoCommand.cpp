@@ -1,0 +1,72 @@
+#include "tools/info/InfoCommand.h"
+
+#include <CLI/CLI.hpp>
+#include <memory>
+#include <string>
+
+#include "tools/common/ExitStatus.h"
+#include "tools/common/PrintLine.h"
+#include "tools/common/StreamDecoder.h"
+#include "tools/info/JsonReport.h"
+#include "tools/info/TextReport.h"
+
+namespace zlibvideo {
+namespace {
+
+constexpr const char* kFooter = R"(
+Examples:
+  zlibvideo info movie.zvm                  a table, a line for each message
+  zlibvideo info movie.zvm --map            with a map of the blocks under each
+  zlibvideo info movie.zvm --json | jq .    one JSON object for each message
+
+Messages count from 0, and so do rows and columns of blocks; row 0 is at the
+bottom of the picture, column 0 at its left edge.)";
+
+struct InfoOptions {
+  std::string input;
+  bool json = false;
+  bool map = false;
+};
+
+std::unique_ptr<ReportWriter> MakeWriter(const InfoOptions& options) {
+  if (options.json) return std::make_unique<JsonReport>(kStandardStreamName);
+  return std::make_unique<TextReport>(
+      kStandardStreamName, TextReport::Options{Terminal::OfStandardOutput(), options.map});
+}
+
+int RunInfo(const InfoOptions& options) {
+  using Result = MessageFileReader::Result;
+  MessageFileReader reader(options.input);
+  const std::unique_ptr<ReportWriter> writer = MakeWriter(options);
+  StreamDecoder stream;
+  StreamSummary summary;
+  FileMessage message;
+  Result result = Result::kMessage;
+  while ((result = reader.Next(&message)) == Result::kMessage) {
+    const bool decoded = stream.Decode(message);
+    const MessageReport report = MessageReport::Gather(message, decoded, stream.Decoder());
+    summary.Add(report);
+    writer->Write(report, stream.Frame());
+  }
+  const std::string problem = result == Result::kEnd ? "" : reader.Problem();
+  writer->Finish(summary, problem);
+  if (!problem.empty()) PrintLine(problem);
+  if (result == Result::kReadError) return kExitCouldNotRun;
+  return summary.failed == 0 && problem.empty() ? kExitSuccess : kExitDamagedInput;
+}
+
+}  // namespace
+
+void AddInfoCommand(CLI::App& app, int* exitStatus) {
+  CLI::App* command = app.add_subcommand("info", "Show what is inside a message file");
+  command->footer(kFooter);
+  auto options = std::make_shared<InfoOptions>();
+  command->add_option("IN.zvm", options->input, "Message file; - reads standard input")->required();
+  CLI::Option* json =
+      command->add_flag("--json", options->json, "Print one JSON object for each message");
+  command->add_flag("--map", options->map, "Print a map of the blocks under each message")
+      ->excludes(json);
+  command->callback([options, exitStatus] { *exitStatus = RunInfo(*options); });
+}
+
+}  // namespace zlibvideo

@@ -1,0 +1,77 @@
+#include "tools/info/MessageReport.h"
+
+#include "bitstream/MessageBody.h"
+#include "grid/BufferSizes.h"
+#include "tools/common/Diagnosis.h"
+#include "tools/common/ZlibTrial.h"
+
+namespace zlibvideo {
+namespace {
+
+PaletteOutcome FindPaletteOutcome(const MessageOutline& outline) {
+  if (!outline.paletteSize) return PaletteOutcome::kNone;
+  if (*outline.paletteSize == 0) return PaletteOutcome::kEmpty;
+  if (outline.palette.size == 0) return PaletteOutcome::kPastEnd;
+  const auto room = static_cast<unsigned int>(
+      ScratchBufferSize(outline.header->blockWidth, outline.header->blockHeight));
+  const ZlibTrial trial = ZlibTrial::Run(outline.palette, room);
+  if (!trial.fault.empty()) return PaletteOutcome::kUnreadable;
+  return trial.produced == kPaletteBytes ? PaletteOutcome::kInstalled : PaletteOutcome::kWrongSize;
+}
+
+void CountRecord(std::size_t index, MessageReport* report) {
+  const MessageOutline::Record& entry = report->outline.records[index];
+  const RecordKind kind = KindOf(entry.record, report->outline.header->codecType);
+  RecordTally& tally = report->tallies[static_cast<std::size_t>(kind)];
+  ++tally.count;
+  tally.bytes += entry.Bytes();
+  if (kind == RecordKind::kEmpty || kind == RecordKind::kSkipped) return;
+
+  MessageReport::Cell& cell = report->cells[report->CellIndex(entry.place)];
+  if (cell.kind == RecordKind::kEmpty) ++report->changedBlocks;
+  cell = {kind, index};
+}
+
+void CountRecords(MessageReport* report) {
+  const auto columns = static_cast<std::size_t>(report->outline.gridWidth);
+  report->cells.resize(columns * static_cast<std::size_t>(report->outline.gridHeight));
+  for (std::size_t index = 0; index < report->outline.records.size(); ++index) {
+    if (report->failure && report->failure->offset <= report->outline.records[index].offset) break;
+    CountRecord(index, report);
+  }
+}
+
+}  // namespace
+
+const char* NameOf(PaletteOutcome outcome) {
+  switch (outcome) {
+    case PaletteOutcome::kNone:
+      return "none";
+    case PaletteOutcome::kInstalled:
+      return "installed";
+    case PaletteOutcome::kEmpty:
+      return "empty";
+    case PaletteOutcome::kPastEnd:
+      return "past end";
+    case PaletteOutcome::kUnreadable:
+      return "unreadable";
+    case PaletteOutcome::kWrongSize:
+      return "wrong size";
+  }
+  return "";
+}
+
+MessageReport MessageReport::Gather(const FileMessage& message, bool decoded,
+                                    const InspectingDecoder& decoder) {
+  MessageReport report;
+  report.index = message.index;
+  report.offset = message.offset;
+  report.bytes = message.length;
+  report.outline = MessageOutline::Read({message.bytes, message.length});
+  if (!decoded) report.failure = Diagnose(decoder, report.outline);
+  report.palette = FindPaletteOutcome(report.outline);
+  CountRecords(&report);
+  return report;
+}
+
+}  // namespace zlibvideo

@@ -1,0 +1,80 @@
+#ifndef ZLIBVIDEO_TOOLS_INFO_MESSAGEREPORT_H
+#define ZLIBVIDEO_TOOLS_INFO_MESSAGEREPORT_H
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "tools/common/InspectingDecoder.h"
+#include "tools/common/MessageFileReader.h"
+#include "tools/common/MessageOutline.h"
+#include "tools/info/RecordKind.h"
+
+namespace zlibvideo {
+
+/// What became of a message's palette record.
+enum class PaletteOutcome {
+  kNone,
+  kInstalled,
+  kEmpty,       ///< announced with a size of 0
+  kPastEnd,     ///< reaches past the message; only its size was read
+  kUnreadable,  ///< not a complete zlib stream
+  kWrongSize,   ///< a stream of anything but 384 bytes
+};
+/// As in JSON; for people as well.
+const char* NameOf(PaletteOutcome outcome);
+
+struct RecordTally {
+  std::uint64_t count = 0;
+  /// With their size fields.
+  std::uint64_t bytes = 0;
+};
+using RecordTallies = std::array<RecordTally, kRecordKindCount>;
+
+/// All that is reported of one message, gathered once, whatever the form it is written in.
+struct MessageReport {
+  /// One block of the grid after the message.
+  struct Cell {
+    /// Of the last record that was decoded for it and not empty.
+    RecordKind kind = RecordKind::kEmpty;
+    /// Of that record, in `outline.records`.
+    std::size_t record = 0;
+  };
+
+  /// Gathers the report of `message`, which `decoder` has just decoded or failed to decode. Spans
+  /// in it are valid as long as the message.
+  static MessageReport Gather(const FileMessage& message, bool decoded,
+                              const InspectingDecoder& decoder);
+
+  /// From 0, as `decode` counts.
+  std::uint64_t index = 0;
+  /// Where in the file the message begins after its length.
+  std::uint64_t offset = 0;
+  std::uint32_t bytes = 0;
+  MessageOutline outline;
+  PaletteOutcome palette = PaletteOutcome::kNone;
+  /// Of the records that were decoded: in a failed message, those before the fault.
+  RecordTallies tallies = {};
+  /// `outline.gridHeight` rows of `outline.gridWidth` cells, row 0 at the bottom of the picture.
+  std::vector<Cell> cells;
+  std::size_t changedBlocks = 0;
+  /// Absent when the message was decoded.
+  std::optional<Failure> failure;
+
+  bool IsDecoded() const { return !failure.has_value(); }
+  /// Whether the message got as far as its grid.
+  bool HasGrid() const { return outline.gridWidth > 0 && outline.gridHeight > 0; }
+  const RecordTally& TallyOf(RecordKind kind) const {
+    return tallies[static_cast<std::size_t>(kind)];
+  }
+  const Cell& CellAt(int row, int column) const { return cells[CellIndex({1, row, column})]; }
+  std::size_t CellIndex(const BlockPlace& place) const {
+    return static_cast<std::size_t>(place.row) * static_cast<std::size_t>(outline.gridWidth) +
+           static_cast<std::size_t>(place.column);
+  }
+};
+
+}  // namespace zlibvideo
+
+#endif  // ZLIBVIDEO_TOOLS_INFO_MESSAGEREPORT_H
