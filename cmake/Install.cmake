@@ -1,0 +1,44 @@
+# Installation: headers, both libraries, the stand-in host, a CMake package and pkg-config files.
+include(CMakePackageConfigHelpers)
+
+set(zlibvideo_include_dir ${CMAKE_INSTALL_INCLUDEDIR}/zlibvideo)
+set(zlibvideo_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/zlibvideo)
+
+# The two classes that an embedder uses and all that they include; the other headers of the
+# component declare what the shared library does not export.
+foreach(header IN ITEMS
+    bitstream/ByteCursor.h bitstream/ByteSpan.h bitstream/MessageBody.h
+    decoder/ZLibVideoDecompressor.h
+    grid/BitmapDataBlock.h grid/BlockedCodec.h)
+  cmake_path(GET header PARENT_PATH folder)
+  install(FILES ${header} DESTINATION ${zlibvideo_include_dir}/${folder} COMPONENT development)
+endforeach()
+install(DIRECTORY host DESTINATION ${zlibvideo_include_dir} COMPONENT development
+  FILES_MATCHING PATTERN "*.h")
+
+set_target_properties(zlibvideo PROPERTIES EXPORT_NAME static)
+set_target_properties(zlibvideo_shared PROPERTIES EXPORT_NAME shared)
+set_target_properties(zlibvideo_standin_archive PROPERTIES EXPORT_NAME standin_archive)
+install(TARGETS zlibvideo zlibvideo_shared zlibvideo_standin_archive EXPORT zlibvideo-targets
+  LIBRARY COMPONENT runtime NAMELINK_COMPONENT development
+  ARCHIVE COMPONENT development)
+install(EXPORT zlibvideo-targets NAMESPACE zlibvideo:: DESTINATION ${zlibvideo_package_dir}
+  COMPONENT development)
+
+configure_package_config_file(cmake/zlibvideo-config.cmake.in zlibvideo-config.cmake
+  INSTALL_DESTINATION ${zlibvideo_package_dir}
+  NO_SET_AND_CHECK_MACRO)
+write_basic_package_version_file(zlibvideo-config-version.cmake COMPATIBILITY SameMajorVersion)
+install(FILES
+  ${PROJECT_BINARY_DIR}/zlibvideo-config.cmake
+  ${PROJECT_BINARY_DIR}/zlibvideo-config-version.cmake
+  DESTINATION ${zlibvideo_package_dir} COMPONENT development)
+
+# The pkg-config files find their prefix from where they lie, so the tree can be moved.
+set(pkgconfig_dir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+string(REGEX REPLACE "[^/]+" ".." prefix_from_pkgconfig ${pkgconfig_dir})
+foreach(name IN ITEMS zlibvideo zlibvideo-standin-host)
+  configure_file(cmake/${name}.pc.in ${name}.pc @ONLY)
+  install(FILES ${PROJECT_BINARY_DIR}/${name}.pc
+    DESTINATION ${pkgconfig_dir} COMPONENT development)
+endforeach()
