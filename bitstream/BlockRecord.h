@@ -27,7 +27,8 @@ struct BlockRecord {
   bool IsEmpty() const { return size == 0; }
 
   /// Reads the next record. False when the record does not lie within what remains, or is too
-  /// short for the header bytes that it announces; the cursor must not be used further then.
+  /// short for the header bytes that it announces; neither cursor nor record must be
+  /// used further then.
   [[nodiscard]] static bool Read(ByteCursor* cursor, int codecType, BlockRecord* record);
 };
 

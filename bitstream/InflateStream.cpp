@@ -1,5 +1,7 @@
 #include "bitstream/InflateStream.h"
 
+#include <cassert>
+
 namespace zlibvideo {
 namespace {
 
@@ -20,6 +22,7 @@ InflateStream::~InflateStream() {
 }
 
 bool InflateStream::Open(Form form) {
+  assert(!fOpen);
   const int windowBits = form == Form::kRawDeflate ? -kWindowBits : kWindowBits;
   fOpen = inflateInit2_(&fStream, windowBits, kZlibVersion, kStreamRecordSize) == Z_OK;
   return fOpen;

@@ -14,12 +14,8 @@ namespace zlibvideo {
 inline constexpr unsigned int kFlagPalette = 0x01;
 inline constexpr unsigned int kFlagSecondPass = 0x02;
 
-/// A palette record is a 16-bit size and that many bytes of a zlib stream, which holds
-/// `kPaletteBytes`: red, green and blue of each of the colours.
-inline constexpr unsigned int kPaletteColors = 128;
-inline constexpr unsigned int kPaletteBytes = kPaletteColors * 3;
-
-/// Reads a palette record. False when not even its size is there. A record of size 0, or one that
+/// Reads a palette record: a 16-bit size and that many bytes of a zlib stream, which should hold
+/// `kPaletteBytes`. False when not even its size is there. A record of size 0, or one that
 /// reaches past what remains, is read as its two size bytes alone and leaves `compressed` empty.
 [[nodiscard]] inline bool ReadPaletteRecord(ByteCursor* cursor, ByteSpan* compressed) {
   *compressed = {};

@@ -28,7 +28,8 @@ struct RowBand {
   };
 
   /// The band that `block`'s header fields announce, for a destination of `room` bytes; `*band` is
-  /// left alone on a fault. An empty band is none whatever its offset.
+  /// left alone on a fault. A band of no rows is reported with all three 0, whatever row
+  /// it names.
   [[nodiscard]] static Fault Find(const BitmapDataBlock& block, unsigned int room, RowBand* band);
 };
 

@@ -8,6 +8,7 @@
 #include "bitstream/CodecType.h"
 #include "bitstream/FrameHeader.h"
 #include "bitstream/MessageBody.h"
+#include "colour/PaletteSize.h"
 #include "grid/BlockedCodec.h"
 #include "grid/BufferSizes.h"
 
@@ -24,6 +25,12 @@ unsigned char* Writable(const unsigned char* bytes) {
   return const_cast<unsigned char*>(bytes);
 }
 
+/// A byte count as the unpacking operations return it. Only a message handed over in more than
+/// 2 GiB can consume more than that holds.
+int ConsumedResult(std::uint64_t bytes) {
+  return bytes > std::numeric_limits<int>::max() ? kUnpackFailed : static_cast<int>(bytes);
+}
+
 }  // namespace
 
 int BlockedCodec::UnpackMessage(unsigned char* message, unsigned int length, char codecType,
@@ -38,9 +45,9 @@ int BlockedCodec::UnpackMessage(unsigned char* message, unsigned int length, cha
   std::uint8_t flags = 0;
   if (!cursor.ReadU8(&flags)) return kUnpackFailed;
 
-  int paletteBytes = 0;
+  const unsigned int bodySize = cursor.Remaining();
   if ((flags & zlibvideo::kFlagPalette) != 0) {
-    paletteBytes = UnpackPalette(Writable(cursor.Rest().data), cursor.Remaining());
+    const int paletteBytes = UnpackPalette(Writable(cursor.Rest().data), cursor.Remaining());
     if (paletteBytes < 0 || !cursor.Skip(static_cast<unsigned int>(paletteBytes))) {
       return kUnpackFailed;
     }
@@ -49,12 +56,13 @@ int BlockedCodec::UnpackMessage(unsigned char* message, unsigned int length, cha
   const int first = UnpackBlocks(Writable(cursor.Rest().data), cursor.Remaining(), codecType);
   if (first <= 0 || !cursor.Skip(static_cast<unsigned int>(first))) return kUnpackFailed;
   if ((flags & zlibvideo::kFlagSecondPass) == 0 || cursor.Remaining() == 0) {
-    return paletteBytes + first;
+    return ConsumedResult(bodySize - cursor.Remaining());
   }
 
   ClearProcessedFlags();
   const int second = UnpackBlocks(Writable(cursor.Rest().data), cursor.Remaining(), codecType);
-  return second < 0 ? kUnpackFailed : paletteBytes + first + second;
+  if (second < 0 || !cursor.Skip(static_cast<unsigned int>(second))) return kUnpackFailed;
+  return ConsumedResult(bodySize - cursor.Remaining());
 }
 
 void BlockedCodec::PrepareForVersion2() {
@@ -80,6 +88,7 @@ int BlockedCodec::UnpackPalette(unsigned char* record, unsigned int available) {
 }
 
 int BlockedCodec::UnpackBlocks(unsigned char* records, unsigned int available, char codecType) {
+  const std::int32_t capacity = zlibvideo::RawDataCapacity(fBlockWidth, fBlockHeight);
   ByteCursor cursor(records, available);
   for (std::int32_t row = 0; row < fGridHeight; ++row) {
     for (std::int32_t column = 0; column < fGridWidth; ++column) {
@@ -87,27 +96,27 @@ int BlockedCodec::UnpackBlocks(unsigned char* records, unsigned int available, c
       if (!BlockRecord::Read(&cursor, codecType, &record)) return kUnpackFailed;
       if (record.IsEmpty()) continue;
       BitmapDataBlock* block = fBlocks == nullptr ? nullptr : GetBlock(row, column);
-      if (block != nullptr && !UnpackBlock(block, codecType, record)) return kUnpackFailed;
+      if (block == nullptr) continue;
+      if (!UnpackBlock(block, capacity, codecType, record)) return kUnpackFailed;
     }
   }
-  const unsigned int consumed = available - cursor.Remaining();
-  constexpr auto kMaxResult = static_cast<unsigned int>(std::numeric_limits<int>::max());
-  return consumed > kMaxResult ? kUnpackFailed : static_cast<int>(consumed);
+  return ConsumedResult(available - cursor.Remaining());
 }
 
-bool BlockedCodec::UnpackBlock(BitmapDataBlock* block, int codecType, const BlockRecord& record) {
+bool BlockedCodec::UnpackBlock(BitmapDataBlock* block, std::int32_t capacity, int codecType,
+                               const BlockRecord& record) {
   switch (codecType) {
     case zlibvideo::kCodecTypeVersion1:
-      return UnpackVersion1Block(block, record.payload);
+      return UnpackVersion1Block(block, capacity, record.payload);
     case zlibvideo::kCodecTypeVersion2:
-      return block->fProcessed || UnpackVersion2Block(block, record);
+      return block->fProcessed || UnpackVersion2Block(block, capacity, record);
     default:
       return true;
   }
 }
 
-bool BlockedCodec::UnpackVersion1Block(BitmapDataBlock* block, ByteSpan payload) {
-  const std::int32_t capacity = zlibvideo::RawDataCapacity(fBlockWidth, fBlockHeight);
+bool BlockedCodec::UnpackVersion1Block(BitmapDataBlock* block, std::int32_t capacity,
+                                       ByteSpan payload) {
   if (!block->SetRawData(nullptr, capacity)) return false;
 
   auto length = static_cast<unsigned int>(capacity);
@@ -116,13 +125,14 @@ bool BlockedCodec::UnpackVersion1Block(BitmapDataBlock* block, ByteSpan payload)
   return true;
 }
 
-bool BlockedCodec::UnpackVersion2Block(BitmapDataBlock* block, const BlockRecord& record) {
-  const std::int32_t capacity = zlibvideo::RawDataCapacity(fBlockWidth, fBlockHeight);
-  if (!block->SetRawData(nullptr, capacity)) return false;
-
+bool BlockedCodec::UnpackVersion2Block(BitmapDataBlock* block, std::int32_t capacity,
+                                       const BlockRecord& record) {
+  const bool hasRoom = block->SetRawData(nullptr, capacity);
   block->fFormat = record.format;
   block->fDiffRowStart = record.diffRowStart;
   block->fDiffRowCount = record.diffRowCount;
+  if (!hasRoom) return false;
+
   auto length = static_cast<unsigned int>(capacity);
   return UnpackOneV2Block(block, 0, Writable(record.payload.data), record.payload.size, nullptr,
                           &length);

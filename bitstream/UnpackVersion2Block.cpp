@@ -22,7 +22,7 @@ bool OpenForPayload(const BitmapDataBlock& block, InflateStream* stream, unsigne
     return stream->Open(InflateStream::Form::kZlib);
   }
   return stream->Open(InflateStream::Form::kRawDeflate) &&
-         Prime(stream, zlibvideo::PrimingDictionary(block), destination, room);
+         zlibvideo::Prime(stream, zlibvideo::PrimingDictionary(block), destination, room);
 }
 
 /// Everything but the band's own rows comes from the previous data; with no rows in the band, the
@@ -38,8 +38,9 @@ void CopyRowsAroundBand(const BitmapDataBlock& block, const RowBand& band,
   std::memcpy(destination + band.End(), block.fPreviousData + band.End(), band.after);
 }
 
-/// Inflates 3-byte pixels. A payload that zlib cannot finish blackens all of the room: it must not
-/// show what priming or an earlier message left there.
+/// Inflates 3-byte pixels. A payload that zlib refuses, or gets nothing out of, blackens all of the
+/// room: it must not show what priming or an earlier message left there. One that merely ends early
+/// does not.
 void InflatePixels(InflateStream* stream, ByteSpan payload, unsigned char* output,
                    unsigned int room) {
   const int result = stream->Inflate(payload, output, room, Z_SYNC_FLUSH);
@@ -72,7 +73,8 @@ bool BlockedCodec::DecompressDirectBlock(BitmapDataBlock* block, const unsigned 
         !DecompressBlock(fScratchColorBuffer, &size, payload, payloadLength)) {
       return false;
     }
-    // Without memory for the copy there is no dictionary later, but the pixels are good.
+    // Without memory for the copy, later payloads are primed as if there had been none; the pixels
+    // of this one are good.
     static_cast<void>(
         block->SetConvertedData(fScratchColorBuffer, static_cast<std::int32_t>(size)));
     ConvertImageColorToQuarn24(block->fRawData, length, fScratchColorBuffer, size, block->fFormat);
@@ -112,7 +114,8 @@ bool BlockedCodec::DecompressIntermediateBlock(unsigned char* destination,
   const unsigned int room = destinationRoom > around ? destinationRoom - around : 0;
   unsigned char* output = destination + band.offset;
   if (zlibvideo::HasColorField(block->fFormat)) {
-    // An error of the payload is no error of the block: what came out of it is converted.
+    // An error of the payload is no error of the block: what came out of it is converted. Without
+    // a scratch buffer zlib refuses the call and nothing comes out.
     static_cast<void>(stream.Inflate({payload, payloadLength}, fScratchColorBuffer,
                                      static_cast<unsigned int>(fScratchColorBufferSize), Z_FINISH));
     unsigned int converted = room;

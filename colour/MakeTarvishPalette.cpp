@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <iterator>
 
-#include "bitstream/MessageBody.h"
+#include "colour/PaletteSize.h"
 #include "grid/BlockedCodec.h"
 #include "host/HostMemory.h"
 
@@ -36,7 +36,8 @@ void BlockedCodec::MakeTarvishPalette(unsigned char* record) {
     std::copy(std::begin(fDefaultTarvishPalette), std::end(fDefaultTarvishPalette), fPalette);
     return;
   }
-  for (unsigned int i = 0; i < zlibvideo::kPaletteColors; ++i, record += 3) {
+  for (unsigned int i = 0; i < zlibvideo::kPaletteColors;
+       ++i, record += zlibvideo::kPaletteEntryBytes) {
     const std::uint32_t red = record[0];
     const std::uint32_t green = record[1];
     const std::uint32_t blue = record[2];

@@ -45,8 +45,9 @@ class ZLIBVIDEO_EXPORT ZLibVideoDecompressor : public VideoDecompressor, public 
 
   /// Decodes one message of `length` bytes, beginning with its frame header, into the grid. With a
   /// video object, has the host size its bitmap and, unless `skipPush`, composes the picture into
-  /// it. False when the message was not decoded: the bitmap and the count of decoded messages are
-  /// then untouched, and blocks decoded before the fault keep their new contents.
+  /// it; a video object without a bitmap is passed over. False when the message was not decoded:
+  /// the bitmap and the count of decoded messages are then untouched, and blocks decoded before the
+  /// fault keep their new contents.
   bool DecompressVideo(Vorn::GCAPI::GCRef<SObject> video, unsigned char* message,
                        unsigned long length, bool skipPush);
 };

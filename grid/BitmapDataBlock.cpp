@@ -32,6 +32,7 @@ void BitmapDataBlock::Initialize(std::int32_t pixelOffset, std::int32_t width, s
 bool BitmapDataBlock::SetupData(const unsigned char* source, std::int32_t size,
                                 unsigned char** buffer, std::int32_t* sizeField,
                                 std::int32_t* capacityField) {
+  // First of all, so that an exception of the host's does not leave a size without its buffer.
   *sizeField = 0;
   if (*buffer == nullptr || *capacityField < size) {
     zlibvideo::ReleaseToHostAndClear(buffer);

@@ -34,7 +34,7 @@ struct ZLIBVIDEO_EXPORT BitmapDataBlock {
   [[nodiscard]] bool SetPreviousData(const unsigned char* source, std::int32_t size);
   [[nodiscard]] bool SetConvertedData(const unsigned char* source, std::int32_t size);
 
-  /// The block's current pixels; null until something was decoded for it.
+  /// The block's current pixels; null until a first payload for it was tried.
   unsigned char* fRawData = nullptr;
   std::int32_t fRawDataSize = 0;
   std::int32_t fRawDataCapacity = 0;

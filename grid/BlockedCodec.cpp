@@ -1,6 +1,7 @@
 #include "grid/BlockedCodec.h"
 
 #include <algorithm>
+#include <exception>
 #include <new>
 
 #include "grid/BufferSizes.h"
@@ -21,7 +22,9 @@ BlockedCodec::~BlockedCodec() {
 }
 
 void* BlockedCodec::operator new(std::size_t size) {
-  return zlibvideo::AllocateFromHost(size);
+  void* memory = zlibvideo::AllocateFromHost(size);
+  if (memory == nullptr) std::terminate();
+  return memory;
 }
 
 void BlockedCodec::operator delete(void* memory) noexcept {
@@ -89,7 +92,7 @@ bool BlockedCodec::MakeBlock(std::int32_t row, std::int32_t column, std::int32_t
   const std::int64_t pixelOffset =
       std::int64_t{fBlockWidth} * column + std::int64_t{fBlockHeight} * row * fImageWidth;
   block->Initialize(static_cast<std::int32_t>(pixelOffset), width, height, fImageWidth, false);
-  fBlocks[static_cast<std::ptrdiff_t>(row) * fGridWidth + column] = block;
+  Cell(row, column) = block;
   return true;
 }
 
@@ -97,7 +100,7 @@ void BlockedCodec::DeleteBlocks() {
   if (fBlocks == nullptr) return;
   for (std::int32_t row = 0; row < fGridHeight; ++row) {
     for (std::int32_t column = 0; column < fGridWidth; ++column) {
-      BitmapDataBlock*& block = fBlocks[static_cast<std::ptrdiff_t>(row) * fGridWidth + column];
+      BitmapDataBlock*& block = Cell(row, column);
       if (block == nullptr) continue;
       block->~BitmapDataBlock();
       zlibvideo::ReleaseToHostAndClear(&block);

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "bitstream/MessageBody.h"
+#include "colour/PaletteSize.h"
 #include "grid/BitmapDataBlock.h"
 #include "host/Export.h"
 
@@ -12,7 +12,8 @@ class SBitmapCore;
 
 namespace zlibvideo {
 struct BlockRecord;
-}
+struct ByteSpan;
+}  // namespace zlibvideo
 
 /// What all messages of one stream share: image and block geometry, the grid of blocks with their
 /// pixels, the palette, the 15-bit colour table and a scratch buffer; and the operations that
@@ -37,7 +38,8 @@ class ZLIBVIDEO_EXPORT BlockedCodec {
                                              unsigned int sourceLength);
   virtual ~BlockedCodec();
 
-  /// Objects on the heap live in the host's memory.
+  /// Objects on the heap live in the host's memory. A host that answers null for one ends the
+  /// process: there is no object to report it.
   static void* operator new(std::size_t size);
   static void* operator new(std::size_t, void* storage) noexcept { return storage; }
   static void operator delete(void* memory) noexcept;
@@ -45,11 +47,12 @@ class ZLIBVIDEO_EXPORT BlockedCodec {
 
   // Grid (grid/BlockedCodec.cpp)
 
-  /// Prepares for a message of this geometry (pixels; images 1 to 4095, blocks at least 1). Keeps
+  /// Prepares for a message of this geometry (pixels; images 1 to 4095, blocks 1 to 256). Keeps
   /// everything when nothing changed and a grid exists; otherwise replaces the grid by one of
   /// empty blocks and drops the scratch buffer. Colour table and palette survive. False when there
   /// is no grid to decode into, or when the host had no memory for one of its records: such a
-  /// partly built grid is kept and skipped over where records are missing.
+  /// partly built grid is kept, the next call with the same geometry takes it as it is, and
+  /// whatever walks it skips the missing records.
   [[nodiscard]] bool SetupCodec(std::int32_t imageWidth, std::int32_t imageHeight,
                                 std::int32_t blockWidth, std::int32_t blockHeight);
   /// Replaces the grid, for the image size stored and the block size given, which must be the one
@@ -67,7 +70,7 @@ class ZLIBVIDEO_EXPORT BlockedCodec {
   /// The block of a grid cell, row 0 being the bottom of the picture; null when its record is
   /// missing. The caller keeps row and column in range and calls only while a grid exists.
   BitmapDataBlock* GetBlock(std::int32_t row, std::int32_t column) const {
-    return fBlocks[static_cast<std::ptrdiff_t>(row) * fGridWidth + column];
+    return Cell(row, column);
   }
   /// Forgets which blocks were decoded in the current pass.
   void ClearProcessedFlags();
@@ -128,8 +131,8 @@ class ZLIBVIDEO_EXPORT BlockedCodec {
   // Output (output/)
 
   /// Writes the picture into `bitmap`, which must be at least as large as the picture: rows in
-  /// reverse order, opaque, black where a block has no pixels yet. Does nothing to a bitmap that
-  /// is not addressable. The grid is only read.
+  /// reverse order, opaque, black where nothing was ever decoded for a block. Does nothing to a
+  /// bitmap that is not addressable. The grid is only read.
   void PushFrame(SBitmapCore* bitmap);
 
   /// The palette that a stream begins with: 0x00RRGGBB.
@@ -158,18 +161,28 @@ class ZLIBVIDEO_EXPORT BlockedCodec {
   BitmapDataBlock** fBlocks = nullptr;
 
  private:
+  ZLIBVIDEO_HIDDEN BitmapDataBlock*& Cell(std::int32_t row, std::int32_t column) const {
+    return fBlocks[static_cast<std::ptrdiff_t>(row) * fGridWidth + column];
+  }
+
+  // Grid
   ZLIBVIDEO_HIDDEN bool AllocateGrid();
   ZLIBVIDEO_HIDDEN bool MakeBlock(std::int32_t row, std::int32_t column, std::int32_t width,
                                   std::int32_t height);
+
+  // Message body; `capacity` is the room in bytes that every block's pixels get
   ZLIBVIDEO_HIDDEN void PrepareForVersion2();
-  ZLIBVIDEO_HIDDEN bool UnpackBlock(BitmapDataBlock* block, int codecType,
+  ZLIBVIDEO_HIDDEN bool UnpackBlock(BitmapDataBlock* block, std::int32_t capacity, int codecType,
                                     const zlibvideo::BlockRecord& record);
-  ZLIBVIDEO_HIDDEN bool UnpackVersion1Block(BitmapDataBlock* block, zlibvideo::ByteSpan payload);
-  ZLIBVIDEO_HIDDEN bool UnpackVersion2Block(BitmapDataBlock* block,
+  ZLIBVIDEO_HIDDEN bool UnpackVersion1Block(BitmapDataBlock* block, std::int32_t capacity,
+                                            zlibvideo::ByteSpan payload);
+  ZLIBVIDEO_HIDDEN bool UnpackVersion2Block(BitmapDataBlock* block, std::int32_t capacity,
                                             const zlibvideo::BlockRecord& record);
-  ZLIBVIDEO_HIDDEN std::int32_t GridRowHeight(std::int32_t row) const;
   ZLIBVIDEO_HIDDEN bool DecompressDirectBlock(BitmapDataBlock* block, const unsigned char* payload,
                                               unsigned int payloadLength, unsigned int* length);
+
+  // Output
+  ZLIBVIDEO_HIDDEN std::int32_t GridRowHeight(std::int32_t row) const;
 };
 
 #endif  // ZLIBVIDEO_GRID_BLOCKEDCODEC_H
