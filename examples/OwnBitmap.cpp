@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "decoder/ZLibVideoDecompressor.h"
+#include "host/SBitmapCore.h"
 
 struct Surface : SBitmapCore {
   void Resize(int width, int height) {
