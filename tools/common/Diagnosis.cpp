@@ -72,15 +72,15 @@ std::string DescribeBandFault(RowBand::Fault fault, const BitmapDataBlock& block
     case RowBand::Fault::kPreviousDataTooLong:
       return reference + " do not fit the room of " + std::to_string(room) + " bytes";
     case RowBand::Fault::kStartsBeyondRoom:
-      return DescribeBand(block) + "starts behind the room of " + std::to_string(room) + " bytes";
+      return DescribeBand(block) + "starts past the room of " + std::to_string(room) + " bytes";
     case RowBand::Fault::kEndsBeyondPrevious:
-      return DescribeBand(block) + "ends behind " + reference;
+      return DescribeBand(block) + "ends past " + reference;
     case RowBand::Fault::kEndsBeyondRoom:
-      return DescribeBand(block) + "ends behind the room of " + std::to_string(room) + " bytes";
+      return DescribeBand(block) + "ends past the room of " + std::to_string(room) + " bytes";
     case RowBand::Fault::kPreviousDataTooShort:
       return DescribeBand(block) + "leaves rows above it that " + reference + " do not hold";
     default:
-      return DescribeBand(block) + "ends behind the block";
+      return DescribeBand(block) + "ends past the block";
   }
 }
 

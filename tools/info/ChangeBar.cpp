@@ -14,7 +14,7 @@ int CountChanged(const MessageReport& report, int firstColumn, int endColumn) {
   int changed = 0;
   for (int row = 0; row < report.outline.gridHeight; ++row) {
     for (int column = firstColumn; column < endColumn; ++column) {
-      if (report.CellAt(row, column).kind != RecordKind::kEmpty) ++changed;
+      if (report.CellAt(row, column) != RecordKind::kEmpty) ++changed;
     }
   }
   return changed;

@@ -6,7 +6,10 @@
 
 #include "tools/common/ExitStatus.h"
 #include "tools/common/PrintLine.h"
+#include "tools/common/ProgressBar.h"
 #include "tools/common/StreamDecoder.h"
+#include "tools/info/Format.h"
+#include "tools/info/HtmlReport.h"
 #include "tools/info/JsonReport.h"
 #include "tools/info/TextReport.h"
 
@@ -18,17 +21,27 @@ Examples:
   zlibvideo info movie.zvm                  a table, a line for each message
   zlibvideo info movie.zvm --map            with a map of the blocks under each
   zlibvideo info movie.zvm --json | jq .    one JSON object for each message
+  zlibvideo info movie.zvm --html out.html  a page to step through, with pictures
 
 Messages count from 0, and so do rows and columns of blocks; row 0 is at the
 bottom of the picture, column 0 at its left edge.)";
 
+constexpr std::uint64_t kBytesPerMebibyte = 1024 * 1024;
+
 struct InfoOptions {
   std::string input;
+  std::string html;
+  /// MiB.
+  std::uint64_t pictureLimit = 32;
   bool json = false;
   bool map = false;
 };
 
 std::unique_ptr<ReportWriter> MakeWriter(const InfoOptions& options) {
+  if (!options.html.empty()) {
+    return std::make_unique<HtmlReport>(options.html, InputName(options.input),
+                                        options.pictureLimit * kBytesPerMebibyte);
+  }
   if (options.json) return std::make_unique<JsonReport>(kStandardStreamName);
   return std::make_unique<TextReport>(
       kStandardStreamName, TextReport::Options{Terminal::OfStandardOutput(), options.map});
@@ -38,6 +51,7 @@ int RunInfo(const InfoOptions& options) {
   using Result = MessageFileReader::Result;
   MessageFileReader reader(options.input);
   const std::unique_ptr<ReportWriter> writer = MakeWriter(options);
+  ProgressBar progress(!options.html.empty(), "messages", reader.FileSize());
   StreamDecoder stream;
   StreamSummary summary;
   FileMessage message;
@@ -47,9 +61,15 @@ int RunInfo(const InfoOptions& options) {
     const MessageReport report = MessageReport::Gather(message, decoded, stream.Decoder());
     summary.Add(report);
     writer->Write(report, stream.Frame());
+    progress.Update(reader.BytesRead(), summary.messages);
   }
   const std::string problem = result == Result::kEnd ? "" : reader.Problem();
   writer->Finish(summary, problem);
+  progress.Clear();
+  if (!options.html.empty() && summary.failed != 0) {
+    PrintLine(reader.Name() + ": " + std::to_string(summary.failed) + " of " +
+              Counted(summary.messages, "message") + " failed; the page says why");
+  }
   if (!problem.empty()) PrintLine(problem);
   if (result == Result::kReadError) return kExitCouldNotRun;
   return summary.failed == 0 && problem.empty() ? kExitSuccess : kExitDamagedInput;
@@ -66,6 +86,18 @@ void AddInfoCommand(CLI::App& app, int* exitStatus) {
       command->add_flag("--json", options->json, "Print one JSON object for each message");
   command->add_flag("--map", options->map, "Print a map of the blocks under each message")
       ->excludes(json);
+  CLI::Option* html = command
+                          ->add_option("--html", options->html,
+                                       "Write one web page; - writes it to standard output")
+                          ->type_name("OUT.html")
+                          ->excludes(json);
+  command
+      ->add_option("--picture-limit", options->pictureLimit,
+                   "Put pictures of at most this many MiB into the page")
+      ->type_name("MIB")
+      ->check(CLI::Range(0, 1024))
+      ->capture_default_str()
+      ->needs(html);
   command->callback([options, exitStatus] { *exitStatus = RunInfo(*options); });
 }
 

@@ -20,25 +20,25 @@ PaletteOutcome FindPaletteOutcome(const MessageOutline& outline) {
   return trial.produced == kPaletteBytes ? PaletteOutcome::kInstalled : PaletteOutcome::kWrongSize;
 }
 
-void CountRecord(std::size_t index, MessageReport* report) {
-  const MessageOutline::Record& entry = report->outline.records[index];
+void CountRecord(const MessageOutline::Record& entry, MessageReport* report) {
   const RecordKind kind = KindOf(entry.record, report->outline.header->codecType);
   RecordTally& tally = report->tallies[static_cast<std::size_t>(kind)];
   ++tally.count;
   tally.bytes += entry.Bytes();
   if (kind == RecordKind::kEmpty || kind == RecordKind::kSkipped) return;
 
-  MessageReport::Cell& cell = report->cells[report->CellIndex(entry.place)];
-  if (cell.kind == RecordKind::kEmpty) ++report->changedBlocks;
-  cell = {kind, index};
+  RecordKind& cell = report->cells[report->CellIndex(entry.place)];
+  if (cell == RecordKind::kEmpty) ++report->changedBlocks;
+  cell = kind;
 }
 
 void CountRecords(MessageReport* report) {
   const auto columns = static_cast<std::size_t>(report->outline.gridWidth);
   report->cells.resize(columns * static_cast<std::size_t>(report->outline.gridHeight));
-  for (std::size_t index = 0; index < report->outline.records.size(); ++index) {
-    if (report->failure && report->failure->offset <= report->outline.records[index].offset) break;
-    CountRecord(index, report);
+  for (const MessageOutline::Record& entry : report->outline.records) {
+    if (report->failure && report->failure->offset <= entry.offset) break;
+    CountRecord(entry, report);
+    ++report->decodedRecords;
   }
 }
 

@@ -34,14 +34,6 @@ using RecordTallies = std::array<RecordTally, kRecordKindCount>;
 
 /// All that is reported of one message, gathered once, whatever the form it is written in.
 struct MessageReport {
-  /// One block of the grid after the message.
-  struct Cell {
-    /// Of the last record that was decoded for it and not empty.
-    RecordKind kind = RecordKind::kEmpty;
-    /// Of that record, in `outline.records`.
-    std::size_t record = 0;
-  };
-
   /// Gathers the report of `message`, which `decoder` has just decoded or failed to decode. Spans
   /// in it are valid as long as the message.
   static MessageReport Gather(const FileMessage& message, bool decoded,
@@ -54,10 +46,13 @@ struct MessageReport {
   std::uint32_t bytes = 0;
   MessageOutline outline;
   PaletteOutcome palette = PaletteOutcome::kNone;
-  /// Of the records that were decoded: in a failed message, those before the fault.
+  /// How many of the outline's records were decoded: in a failed message, those before the fault.
+  std::size_t decodedRecords = 0;
+  /// Of those records.
   RecordTallies tallies = {};
-  /// `outline.gridHeight` rows of `outline.gridWidth` cells, row 0 at the bottom of the picture.
-  std::vector<Cell> cells;
+  /// For each block, the last of them that was not empty: `outline.gridHeight` rows of
+  /// `outline.gridWidth` cells, row 0 at the bottom of the picture.
+  std::vector<RecordKind> cells;
   std::size_t changedBlocks = 0;
   /// Absent when the message was decoded.
   std::optional<Failure> failure;
@@ -68,7 +63,7 @@ struct MessageReport {
   const RecordTally& TallyOf(RecordKind kind) const {
     return tallies[static_cast<std::size_t>(kind)];
   }
-  const Cell& CellAt(int row, int column) const { return cells[CellIndex({1, row, column})]; }
+  RecordKind CellAt(int row, int column) const { return cells[CellIndex({1, row, column})]; }
   std::size_t CellIndex(const BlockPlace& place) const {
     return static_cast<std::size_t>(place.row) * static_cast<std::size_t>(outline.gridWidth) +
            static_cast<std::size_t>(place.column);

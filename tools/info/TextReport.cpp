@@ -196,7 +196,7 @@ void TextReport::WriteMap(const MessageReport& report) {
   for (int row = report.outline.gridHeight - 1; row >= 0; --row) {
     std::string line = kNoteIndent;
     for (int column = 0; column < report.outline.gridWidth; ++column) {
-      const RecordKind kind = report.CellAt(row, column).kind;
+      const RecordKind kind = report.CellAt(row, column);
       const bool failed = report.failure && report.failure->block &&
                           report.failure->block->row == row &&
                           report.failure->block->column == column;

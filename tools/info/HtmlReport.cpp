@@ -1,0 +1,102 @@
+#include "tools/info/HtmlReport.h"
+
+#include <filesystem>
+
+#include "bitstream/BlockFormat.h"
+#include "tools/info/Base64.h"
+#include "tools/info/MessageJson.h"
+#include "tools/info/ReportPage.h"
+
+namespace zlibvideo {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+/// JSON that may stand in a script element: nothing in it can end the element.
+std::string ForScript(const Json& value) {
+  std::string text;
+  for (const char c : value.dump(-1, ' ', false, Json::error_handler_t::replace)) {
+    if (c == '<') {
+      text += "\\u003c";
+    } else {
+      text += c;
+    }
+  }
+  return text;
+}
+
+/// The page up to a mark of its own, and from behind it on.
+struct CutPage {
+  std::string_view before;
+  std::string_view after;
+
+  static CutPage At(std::string_view page, std::string_view mark) {
+    const std::size_t place = page.find(mark);
+    return {page.substr(0, place), page.substr(place + mark.size())};
+  }
+};
+
+const CutPage kAtStream = CutPage::At(kReportPage, "{{STREAM}}");
+const CutPage kAtMessages = CutPage::At(kAtStream.after, "{{MESSAGES}}");
+const CutPage kAtProblem = CutPage::At(kAtMessages.after, "{{PROBLEM}}");
+
+Json StreamObject(const std::string& name) {
+  Json kinds = Json::array();
+  for (const RecordKindWords& words : kRecordKindWords) {
+    kinds.push_back(
+        {{"name", words.name}, {"label", words.label}, {"letter", std::string(1, words.letter)}});
+  }
+  return {{"name", std::filesystem::path(name).filename().string()}, {"kinds", kinds}};
+}
+
+Json Cells(const MessageReport& report) {
+  Json cells = Json::array();
+  for (std::size_t index = 0; index < report.decodedRecords; ++index) {
+    const MessageOutline::Record& entry = report.outline.records[index];
+    if (entry.record.IsEmpty()) continue;
+    const RecordKind kind = KindOf(entry.record, report.outline.header->codecType);
+    Json cell = {report.CellIndex(entry.place), static_cast<int>(kind), entry.Bytes(),
+                 entry.place.pass};
+    if ((entry.record.format & kFormatDiffRows) != 0) {
+      cell.push_back(entry.record.diffRowStart);
+      cell.push_back(entry.record.diffRowCount);
+    }
+    cells.push_back(std::move(cell));
+  }
+  return cells;
+}
+
+Json PatchObject(const PicturePatches::Patch& patch) {
+  return {{"x", patch.x},         {"y", patch.y},
+          {"width", patch.width}, {"height", patch.height},
+          {"whole", patch.whole}, {"src", "data:image/png;base64," + EncodeBase64(patch.png)}};
+}
+
+}  // namespace
+
+HtmlReport::HtmlReport(const std::string& path, const std::string& name, std::uint64_t pictureBytes)
+    : fOutput(path), fPatches(pictureBytes) {
+  fOutput.Write(kAtStream.before.data(), kAtStream.before.size());
+  fOutput.Write(ForScript(StreamObject(name)));
+  fOutput.Write(kAtMessages.before.data(), kAtMessages.before.size());
+}
+
+void HtmlReport::Write(const MessageReport& report, const FrameView& frame) {
+  Json object = MessageJson(report);
+  object["cells"] = Cells(report);
+  const std::optional<PicturePatches::Patch> patch = fPatches.Next(frame);
+  object["patch"] = patch                     ? PatchObject(*patch)
+                    : fPatches.LimitReached() ? Json("omitted")
+                                              : Json();
+  fOutput.Write((fFirst ? "\n" : ",\n") + ForScript(object));
+  fFirst = false;
+}
+
+void HtmlReport::Finish(const StreamSummary& /*summary*/, const std::string& problem) {
+  fOutput.Write(kAtProblem.before.data(), kAtProblem.before.size());
+  fOutput.Write(ForScript(Json(problem)));
+  fOutput.Write(kAtProblem.after.data(), kAtProblem.after.size());
+  fOutput.Commit();
+}
+
+}  // namespace zlibvideo
