@@ -25,10 +25,17 @@ Exit status: 0 all went well; 1 could not run (arguments, input, output);
 
 "zlibvideo COMMAND --help" explains a command by example.)";
 
+/// "zlibvideo", with the command that was named.
+std::string CalledName(const CLI::App& app) {
+  std::string name = app.get_name();
+  for (const CLI::App* command : app.get_subcommands()) name += " " + command->get_name();
+  return name;
+}
+
 int ReportUsage(const CLI::App& app, const CLI::ParseError& error) {
   if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) return app.exit(error);
   PrintLine(error.what());
-  std::cerr << "Run \"" << app.get_name() << " --help\" for what is possible.\n";
+  std::cerr << "Run \"" << CalledName(app) << " --help\" for what is possible.\n";
   return kExitCouldNotRun;
 }
 
@@ -38,13 +45,15 @@ int RunCommandLine(int argc, const char* const* argv) {
   CLI::App app(kDescription, "zlibvideo");
   app.footer(kFooter);
   app.set_version_flag("--version", "zlibvideo " ZLIBVIDEO_VERSION);
-  app.require_subcommand(1);
+  app.require_subcommand(0, 1);
 
   int status = kExitSuccess;
   AddDecodeCommand(app, &status);
   AddInfoCommand(app, &status);
   try {
     app.parse(argc, argv);
+    if (app.get_subcommands().empty())
+      throw CLI::RequiredError("A command: decode, record or info");
   } catch (const CLI::ParseError& error) {
     return ReportUsage(app, error);
   }

@@ -36,7 +36,9 @@ OutputFile::OutputFile(const std::string& path) : fName(OutputName(path)) {
   fTarget = target.string();
   std::error_code error;
   const fs::file_status status = fs::status(target, error);
-  if (fs::is_directory(status)) throw ToolError(fName + ": is a directory, not a file");
+  if (fs::is_directory(status) || !fs::path(path).has_filename()) {
+    throw ToolError(fName + ": is a directory, not a file");
+  }
   if (fs::exists(status) && !fs::is_regular_file(status)) {
     fStream = std::fopen(fTarget.c_str(), "wb");
     if (fStream == nullptr) Fail("cannot be opened for writing");

@@ -177,7 +177,7 @@ void AddDecodeCommand(CLI::App& app, int* exitStatus) {
       ->type_name("IN.zvm")
       ->required();
   AddOutputOptions(command, arguments.get());
-  command->add_flag("--quiet", arguments->options.quiet, "No progress bar");
+  command->add_flag("-q,--quiet", arguments->options.quiet, "No progress bar");
   command->callback([arguments, exitStatus] {
     Check(arguments.get());
     *exitStatus = RunDecode(arguments->options);

@@ -104,8 +104,8 @@ ExitStatus DecodeRun::Conclude(Result end) const {
   const bool writesPictures =
       fOptions.format != OutputFormat::kNull && fOptions.format != OutputFormat::kHash;
   if (writesPictures && fPicturesWritten == 0) {
-    PrintLine(fReader.Name() + ": none of the messages asked for gave a picture, so none of the " +
-              std::to_string(fReader.MessageCount()) + " messages was written");
+    PrintLine(fReader.Name() + ": no picture was written; " +
+              std::to_string(fReader.MessageCount()) + " messages were read");
   }
   if (end != Result::kEnd) PrintLine(fReader.Problem());
   if (end == Result::kReadError) return kExitCouldNotRun;

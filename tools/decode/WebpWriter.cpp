@@ -11,7 +11,7 @@ namespace zlibvideo {
 namespace {
 
 /// libwebp's lossless presets go from 0, fast, to 9, small.
-constexpr int kLosslessLevel = 1;
+constexpr int kLosslessLevel = 3;
 
 /// A picture of libwebp's with an end.
 struct ScopedPicture {
