@@ -1,0 +1,70 @@
+#ifndef ZLIBVIDEO_TOOLS_RECORD_BLOCKENCODER_H
+#define ZLIBVIDEO_TOOLS_RECORD_BLOCKENCODER_H
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "bitstream/ByteSpan.h"
+#include "grid/BitmapDataBlock.h"
+#include "tools/record/Deflater.h"
+#include "tools/record/RecordOptions.h"
+#include "tools/record/ReducedColors.h"
+
+namespace zlibvideo {
+
+/// What a block record will carry.
+struct BlockPayload {
+  std::uint8_t format = 0;
+  std::uint8_t diffRowStart = 0;
+  std::uint8_t diffRowCount = 0;
+  std::vector<unsigned char> bytes;
+
+  /// Value of the record's size field in a stream of this codec type.
+  std::size_t RecordSize(int codecType) const;
+};
+
+/// Finds the smallest payload that turns a block of the decoder into given pixels.
+class BlockEncoder {
+ public:
+  /// The forms that a payload may have besides direct 3-byte pixels.
+  struct Forms {
+    /// Those that need the block's reference data.
+    bool intermediate = false;
+    /// Colour-reduced ones, in these colours; null for none. All pixels must be of these colours.
+    const ReducedColors* colors = nullptr;
+  };
+
+  explicit BlockEncoder(const RecordOptions& options);
+
+  /// The smallest payload for `pixels`, laid out as in a block's buffer, and a block in this
+  /// state. A direct one wins a tie, or as much more as the options allow, because it renews the
+  /// reference data. The payload may be too large for a record.
+  BlockPayload Encode(BitmapDataBlock* block, ByteSpan pixels, const Forms& forms);
+
+ private:
+  /// The smallest payloads so far.
+  struct Smallest {
+    std::optional<BlockPayload> direct;
+    std::optional<BlockPayload> intermediate;
+  };
+
+  void TryForms(BitmapDataBlock* block, ByteSpan pixels, bool intermediate,
+                const ReducedColors* colors, Smallest* smallest);
+  void TryBand(BitmapDataBlock* block, ByteSpan pixels, const ReducedColors* colors,
+               Smallest* smallest);
+  std::vector<unsigned char> CompressPrimed(BitmapDataBlock* block, unsigned int format,
+                                            const std::vector<unsigned char>& data);
+  void KeepSmaller(BlockPayload candidate, std::optional<BlockPayload>* smallest) const;
+  bool DirectIsPreferred(const Smallest& smallest) const;
+
+  int fCodecType;
+  unsigned int fRenewPercent;
+  Deflater fZlib;
+  Deflater fRaw;
+};
+
+}  // namespace zlibvideo
+
+#endif  // ZLIBVIDEO_TOOLS_RECORD_BLOCKENCODER_H

@@ -1,0 +1,34 @@
+#ifndef ZLIBVIDEO_TOOLS_RECORD_DECODERMODEL_H
+#define ZLIBVIDEO_TOOLS_RECORD_DECODERMODEL_H
+
+#include <cstdint>
+#include <vector>
+
+#include "bitstream/ByteSpan.h"
+#include "decoder/ZLibVideoDecompressor.h"
+
+namespace zlibvideo {
+
+/// The decoder of whoever plays the recording: it is fed whatever is recorded, so that a block's
+/// pixels and reference data are known here exactly as they will be there, not by a second account
+/// of the rules by which they change.
+class DecoderModel : public ZLibVideoDecompressor {
+ public:
+  DecoderModel() : ZLibVideoDecompressor(nullptr, nullptr) {}
+
+  std::int32_t GridWidth() const { return fGridWidth; }
+  std::int32_t GridHeight() const { return fGridHeight; }
+
+  /// Decodes the palette record, or the pass of block records, that begins at `start` and ends
+  /// with `message`. False when any of it is not as it should be.
+  [[nodiscard]] bool ApplyPalette(std::vector<unsigned char>* message, std::size_t start);
+  [[nodiscard]] bool ApplyPass(std::vector<unsigned char>* message, std::size_t start,
+                               int codecType);
+
+  /// What a payload of this format will be primed with; empty when there is nothing.
+  static ByteSpan Dictionary(BitmapDataBlock* block, unsigned int format);
+};
+
+}  // namespace zlibvideo
+
+#endif  // ZLIBVIDEO_TOOLS_RECORD_DECODERMODEL_H

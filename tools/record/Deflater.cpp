@@ -1,0 +1,49 @@
+#include "tools/record/Deflater.h"
+
+#include <new>
+
+#include "tools/record/RecordError.h"
+
+namespace zlibvideo {
+namespace {
+
+constexpr int kMemoryLevel = 9;
+
+int WindowBits(Deflater::Form form) {
+  return form == Deflater::Form::kRawDeflate ? -MAX_WBITS : MAX_WBITS;
+}
+
+/// zlib takes its input as writable bytes but only reads them.
+Bytef* Writable(const unsigned char* bytes) {
+  return const_cast<Bytef*>(bytes);
+}
+
+}  // namespace
+
+Deflater::Deflater(Form form, int level) {
+  if (deflateInit2(&fStream, level, Z_DEFLATED, WindowBits(form), kMemoryLevel,
+                   Z_DEFAULT_STRATEGY) != Z_OK) {
+    throw std::bad_alloc();
+  }
+}
+
+Deflater::~Deflater() {
+  deflateEnd(&fStream);
+}
+
+std::vector<unsigned char> Deflater::Compress(ByteSpan data, ByteSpan dictionary) {
+  bool good = deflateReset(&fStream) == Z_OK;
+  if (dictionary.size != 0) {
+    good = good && deflateSetDictionary(&fStream, dictionary.data, dictionary.size) == Z_OK;
+  }
+  std::vector<unsigned char> payload(deflateBound(&fStream, data.size));
+  fStream.next_in = Writable(data.data);
+  fStream.avail_in = data.size;
+  fStream.next_out = payload.data();
+  fStream.avail_out = static_cast<uInt>(payload.size());
+  if (!good || deflate(&fStream, Z_FINISH) != Z_STREAM_END) throw RecordError("zlib failed");
+  payload.resize(fStream.total_out);
+  return payload;
+}
+
+}  // namespace zlibvideo

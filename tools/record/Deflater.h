@@ -1,0 +1,37 @@
+#ifndef ZLIBVIDEO_TOOLS_RECORD_DEFLATER_H
+#define ZLIBVIDEO_TOOLS_RECORD_DEFLATER_H
+
+#include <zlib.h>
+
+#include <vector>
+
+#include "bitstream/ByteSpan.h"
+
+namespace zlibvideo {
+
+/// Makes payloads: compresses whole buffers, one stream each. Owns zlib's state, which it uses
+/// again for every payload. A constructor without memory throws `std::bad_alloc`.
+class Deflater {
+ public:
+  enum class Form {
+    kZlib,        ///< RFC 1950
+    kRawDeflate,  ///< RFC 1951
+  };
+
+  /// `level` is zlib's, 0 to 9.
+  Deflater(Form form, int level);
+  Deflater(const Deflater&) = delete;
+  Deflater& operator=(const Deflater&) = delete;
+  ~Deflater();
+
+  /// One complete stream that holds `data`. A raw stream may continue after a dictionary, whose
+  /// last 32 KiB it can refer to.
+  std::vector<unsigned char> Compress(ByteSpan data, ByteSpan dictionary = {});
+
+ private:
+  z_stream fStream = {};
+};
+
+}  // namespace zlibvideo
+
+#endif  // ZLIBVIDEO_TOOLS_RECORD_DEFLATER_H

@@ -1,0 +1,174 @@
+#include "tools/record/FrameEncoder.h"
+
+#include <cstring>
+#include <string>
+
+#include "bitstream/BlockFormat.h"
+#include "bitstream/BlockRecord.h"
+#include "bitstream/MessageBody.h"
+#include "tools/record/CutBlock.h"
+#include "tools/record/RecordError.h"
+
+namespace zlibvideo {
+namespace {
+
+/// Any frame type but 0 and that of key frames.
+constexpr int kInterFrameType = 2;
+
+std::string SizeText(int width, int height) {
+  return std::to_string(width) + "x" + std::to_string(height);
+}
+
+FrameHeader MakeHeader(int width, int height, const RecordOptions& options) {
+  FrameHeader header;
+  header.codecType = options.codecType;
+  header.imageWidth = width;
+  header.imageHeight = height;
+  header.blockWidth = options.blockWidth;
+  header.blockHeight = options.blockHeight;
+  return header;
+}
+
+bool Shows(const BitmapDataBlock& block, const Picture& picture) {
+  const std::vector<unsigned char> pixels = CutBlock(picture, block);
+  return static_cast<std::size_t>(block.fRawDataSize) == pixels.size() &&
+         std::memcmp(block.fRawData, pixels.data(), pixels.size()) == 0;
+}
+
+}  // namespace
+
+bool FrameEncoder::Pass::IsShownBy(const BitmapDataBlock& block) const {
+  return Shows(block, target) || (&target != &result && Shows(block, result));
+}
+
+FrameEncoder::FrameEncoder(int width, int height, const RecordOptions& options)
+    : fOptions(options), fHeader(MakeHeader(width, height, options)), fBlockEncoder(options) {
+  if (!fDecoder.SetupCodec(width, height, options.blockWidth, options.blockHeight)) {
+    throw RecordError("no memory for the block grid");
+  }
+}
+
+const std::vector<unsigned char>& FrameEncoder::Encode(const Picture& picture) {
+  if (picture.width != fHeader.imageWidth || picture.height != fHeader.imageHeight) {
+    throw RecordError("it is " + SizeText(picture.width, picture.height) + ", not " +
+                      SizeText(fHeader.imageWidth, fHeader.imageHeight) +
+                      " like the pictures before");
+  }
+  const bool keyFrame = StartsKeyFrame();
+  fMessage.clear();
+  WriteHeader(keyFrame);
+  if (fOptions.codecType == kCodecTypeVersion2) {
+    WriteVersion2Body(picture, keyFrame);
+  } else {
+    WritePass({picture, picture, {}, keyFrame});
+  }
+  ++fMessagesMade;
+  return fMessage;
+}
+
+bool FrameEncoder::StartsKeyFrame() const {
+  return fMessagesMade == 0 || (fOptions.keyEvery != 0 && fMessagesMade % fOptions.keyEvery == 0);
+}
+
+void FrameEncoder::WriteHeader(bool keyFrame) {
+  fHeader.frameType = keyFrame ? FrameHeader::kKeyFrameType : kInterFrameType;
+  unsigned char bytes[FrameHeader::kSize];
+  fHeader.Write(bytes);
+  fMessage.insert(fMessage.end(), bytes, bytes + FrameHeader::kSize);
+}
+
+void FrameEncoder::WriteVersion2Body(const Picture& picture, bool keyFrame) {
+  const std::size_t flagsAt = fMessage.size();
+  fMessage.push_back(0);
+  // A key frame leans on nothing earlier, reference data included.
+  const bool intermediate = !keyFrame;
+  if (!fOptions.UsesReducedColors()) {
+    WritePass({picture, picture, {intermediate, nullptr}, keyFrame});
+    return;
+  }
+  if (keyFrame) {
+    fColors.emplace(picture);
+    WritePalette();
+    fMessage[flagsAt] |= kFlagPalette;
+  }
+  const Picture reduced = fColors->Reduce(picture);
+  const bool twoPasses = fOptions.passes > 1;
+  WritePass({reduced, twoPasses ? picture : reduced, {intermediate, &*fColors}, keyFrame});
+  if (!twoPasses) return;
+
+  const std::size_t secondPassAt = fMessage.size();
+  if (WritePass({picture, picture, {true, nullptr}, false})) {
+    fMessage[flagsAt] |= kFlagSecondPass;
+  } else {
+    fMessage.resize(secondPassAt);
+  }
+}
+
+void FrameEncoder::WritePalette() {
+  const std::size_t start = fMessage.size();
+  const std::vector<unsigned char> colors = fColors->PaletteBytes();
+  const std::vector<unsigned char> palette =
+      Deflater(Deflater::Form::kZlib, fOptions.level)
+          .Compress({colors.data(), static_cast<unsigned int>(colors.size())});
+  AppendSize(palette.size());
+  fMessage.insert(fMessage.end(), palette.begin(), palette.end());
+  if (!fDecoder.ApplyPalette(&fMessage, start)) throw RecordError("its palette does not decode");
+}
+
+bool FrameEncoder::WritePass(const Pass& pass) {
+  const std::size_t start = fMessage.size();
+  bool anySent = false;
+  for (std::int32_t row = 0; row < fDecoder.GridHeight(); ++row) {
+    for (std::int32_t column = 0; column < fDecoder.GridWidth(); ++column) {
+      anySent |= WriteBlock(fDecoder.GetBlock(row, column), pass);
+    }
+  }
+  CheckPass(pass, start);
+  return anySent;
+}
+
+bool FrameEncoder::WriteBlock(BitmapDataBlock* block, const Pass& pass) {
+  if (!pass.sendAll && pass.IsShownBy(*block)) {
+    AppendSize(0);
+    return false;
+  }
+  const std::vector<unsigned char> pixels = CutBlock(pass.target, *block);
+  const BlockPayload payload = fBlockEncoder.Encode(
+      block, {pixels.data(), static_cast<unsigned int>(pixels.size())}, pass.forms);
+  const std::size_t size = payload.RecordSize(fOptions.codecType);
+  if (size > BlockRecord::kMaxSize) {
+    throw RecordError("a block of " + SizeText(block->fWidth, block->fHeight) + " pixels takes " +
+                      std::to_string(size) + " bytes and a record can have " +
+                      std::to_string(BlockRecord::kMaxSize) + ": the block size " +
+                      SizeText(fOptions.blockWidth, fOptions.blockHeight) +
+                      " is too large for this picture");
+  }
+  AppendSize(size);
+  if (fOptions.codecType == kCodecTypeVersion2) {
+    fMessage.push_back(payload.format);
+    if ((payload.format & kFormatDiffRows) != 0) {
+      fMessage.push_back(payload.diffRowStart);
+      fMessage.push_back(payload.diffRowCount);
+    }
+  }
+  fMessage.insert(fMessage.end(), payload.bytes.begin(), payload.bytes.end());
+  return true;
+}
+
+void FrameEncoder::AppendSize(std::size_t size) {
+  char bytes[BlockRecord::kSizeFieldBytes];
+  BlockedCodec::WriteToBuf2(bytes, 0, static_cast<std::int32_t>(size));
+  fMessage.insert(fMessage.end(), bytes, bytes + BlockRecord::kSizeFieldBytes);
+}
+
+void FrameEncoder::CheckPass(const Pass& pass, std::size_t start) {
+  bool good = fDecoder.ApplyPass(&fMessage, start, fOptions.codecType);
+  for (std::int32_t row = 0; good && row < fDecoder.GridHeight(); ++row) {
+    for (std::int32_t column = 0; good && column < fDecoder.GridWidth(); ++column) {
+      good = pass.IsShownBy(*fDecoder.GetBlock(row, column));
+    }
+  }
+  if (!good) throw RecordError("its message does not decode to its pixels");
+}
+
+}  // namespace zlibvideo

@@ -1,0 +1,65 @@
+#ifndef ZLIBVIDEO_TOOLS_RECORD_FRAMEENCODER_H
+#define ZLIBVIDEO_TOOLS_RECORD_FRAMEENCODER_H
+
+#include <cstddef>
+#include <optional>
+#include <vector>
+
+#include "bitstream/FrameHeader.h"
+#include "tools/common/Picture.h"
+#include "tools/record/BlockEncoder.h"
+#include "tools/record/DecoderModel.h"
+#include "tools/record/RecordOptions.h"
+#include "tools/record/ReducedColors.h"
+
+namespace zlibvideo {
+
+/// Turns the pictures of one recording into messages, one each, in order.
+///
+/// Every message is decoded as it is made, and a block that would not show the pixels it should is
+/// an error here rather than for whoever plays the recording. Errors throw `RecordError`; the
+/// encoder must not be used after one.
+class FrameEncoder {
+ public:
+  /// For pictures of this size in pixels, 1 to `FrameHeader::kMaxImageSize` in each direction.
+  FrameEncoder(int width, int height, const RecordOptions& options);
+
+  /// The message of the next picture, from its frame header on. Valid until the next call.
+  const std::vector<unsigned char>& Encode(const Picture& picture);
+
+ private:
+  /// One walk over the blocks.
+  struct Pass {
+    /// What blocks that are sent will show.
+    const Picture& target;
+    /// What blocks show behind the last pass; those that do already are not sent.
+    const Picture& result;
+    BlockEncoder::Forms forms;
+    bool sendAll = false;
+
+    /// Whether a block needs nothing in this pass.
+    bool IsShownBy(const BitmapDataBlock& block) const;
+  };
+
+  bool StartsKeyFrame() const;
+  void WriteHeader(bool keyFrame);
+  void WriteVersion2Body(const Picture& picture, bool keyFrame);
+  void WritePalette();
+  /// Whether any block was sent.
+  bool WritePass(const Pass& pass);
+  bool WriteBlock(BitmapDataBlock* block, const Pass& pass);
+  void AppendSize(std::size_t size);
+  void CheckPass(const Pass& pass, std::size_t start);
+
+  RecordOptions fOptions;
+  FrameHeader fHeader;
+  DecoderModel fDecoder;
+  BlockEncoder fBlockEncoder;
+  std::optional<ReducedColors> fColors;
+  std::vector<unsigned char> fMessage;
+  unsigned long fMessagesMade = 0;
+};
+
+}  // namespace zlibvideo
+
+#endif  // ZLIBVIDEO_TOOLS_RECORD_FRAMEENCODER_H

@@ -1,0 +1,16 @@
+#ifndef ZLIBVIDEO_TOOLS_RECORD_RECORDERROR_H
+#define ZLIBVIDEO_TOOLS_RECORD_RECORDERROR_H
+
+#include <stdexcept>
+
+namespace zlibvideo {
+
+/// A picture cannot be recorded; the text says why, for people, without naming the picture's file.
+class RecordError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+}  // namespace zlibvideo
+
+#endif  // ZLIBVIDEO_TOOLS_RECORD_RECORDERROR_H

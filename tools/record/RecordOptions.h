@@ -1,0 +1,34 @@
+#ifndef ZLIBVIDEO_TOOLS_RECORD_RECORDOPTIONS_H
+#define ZLIBVIDEO_TOOLS_RECORD_RECORDOPTIONS_H
+
+#include "bitstream/CodecType.h"
+
+namespace zlibvideo {
+
+/// How pictures become a stream.
+struct RecordOptions {
+  int codecType = kCodecTypeVersion1;
+  /// Pixels, 16 to 256 in steps of 16.
+  int blockWidth = 64;
+  int blockHeight = 64;
+  /// Every so many messages one is a key frame; 0 for the first alone.
+  unsigned int keyEvery = 0;
+  /// Version 2: show each colour as the palette or a 15-bit colour has it. With two passes that
+  /// is what the first pass shows.
+  bool reduced = false;
+  /// Version 2, 1 or 2: with 2, each message sends the picture in reduced colours and then, in a
+  /// second pass, what is missing to its exact pixels.
+  int passes = 1;
+  /// Version 2: a direct payload is taken even when it is up to so many percent larger than the
+  /// smallest. It renews the reference that later payloads of its block are made against, which
+  /// they otherwise drift away from.
+  unsigned int renewPercent = 0;
+  /// zlib's compression level, 0 to 9.
+  int level = 9;
+
+  bool UsesReducedColors() const { return reduced || passes > 1; }
+};
+
+}  // namespace zlibvideo
+
+#endif  // ZLIBVIDEO_TOOLS_RECORD_RECORDOPTIONS_H

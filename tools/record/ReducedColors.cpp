@@ -1,0 +1,98 @@
+#include "tools/record/ReducedColors.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "colour/PaletteSize.h"
+#include "grid/BufferSizes.h"
+#include "tools/record/PixelColor.h"
+
+namespace zlibvideo {
+namespace {
+
+/// The five high bits of each component.
+constexpr std::uint32_t kKept15BitMask = 0xF8F8F8;
+/// Marks the first byte of a 2-byte code, which holds a 15-bit colour.
+constexpr std::uint32_t kWideCode = 0x8000;
+
+std::uint32_t To15Bit(std::uint32_t color) {
+  return (color >> 9 & 0x7C00) | (color >> 6 & 0x03E0) | (color >> 3 & 0x001F);
+}
+
+std::unordered_map<std::uint32_t, std::size_t> CountColors(const Picture& picture) {
+  std::unordered_map<std::uint32_t, std::size_t> counts;
+  for (std::size_t i = 0; i < picture.pixels.size(); i += kBlockPixelBytes) {
+    ++counts[LoadColor(&picture.pixels[i])];
+  }
+  return counts;
+}
+
+/// Most frequent first; colours of the same count in the order of their values, so that a picture
+/// always gives the same stream.
+std::vector<std::uint32_t> MostFrequentColors(const Picture& picture) {
+  const auto counts = CountColors(picture);
+  std::vector<std::pair<std::uint32_t, std::size_t>> ranked(counts.begin(), counts.end());
+  std::sort(ranked.begin(), ranked.end(), [](const auto& a, const auto& b) {
+    return a.second != b.second ? a.second > b.second : a.first < b.first;
+  });
+  ranked.resize(std::min<std::size_t>(ranked.size(), kPaletteColors));
+  std::vector<std::uint32_t> colors;
+  for (const auto& entry : ranked) colors.push_back(entry.first);
+  return colors;
+}
+
+}  // namespace
+
+ReducedColors::ReducedColors(const Picture& picture) : fPalette(MostFrequentColors(picture)) {
+  for (std::size_t i = 0; i < fPalette.size(); ++i) {
+    fIndices.emplace(fPalette[i], static_cast<int>(i));
+  }
+}
+
+std::vector<unsigned char> ReducedColors::PaletteBytes() const {
+  std::vector<unsigned char> bytes;
+  bytes.reserve(kPaletteBytes);
+  for (const std::uint32_t color : fPalette) {
+    for (const int shift : {16, 8, 0}) {
+      bytes.push_back(static_cast<unsigned char>(color >> shift & 0xFF));
+    }
+  }
+  bytes.resize(kPaletteBytes);  // entries that no pixel needs are black
+  return bytes;
+}
+
+int ReducedColors::PaletteIndex(std::uint32_t color) const {
+  const auto found = fIndices.find(color);
+  return found == fIndices.end() ? kNotInPalette : found->second;
+}
+
+std::uint32_t ReducedColors::Shown(std::uint32_t color) const {
+  return PaletteIndex(color) == kNotInPalette ? color & kKept15BitMask : color;
+}
+
+Picture ReducedColors::Reduce(const Picture& picture) const {
+  Picture reduced = picture;
+  for (std::size_t i = 0; i < reduced.pixels.size(); i += kBlockPixelBytes) {
+    unsigned char* pixel = &reduced.pixels[i];
+    StoreColor(Shown(LoadColor(pixel)), pixel);
+  }
+  return reduced;
+}
+
+std::vector<unsigned char> ReducedColors::Encode(ByteSpan pixels) const {
+  std::vector<unsigned char> codes;
+  for (unsigned int i = 0; i < pixels.size; i += kBlockPixelBytes) {
+    const std::uint32_t color = LoadColor(pixels.data + i);
+    const int index = PaletteIndex(color);
+    if (index != kNotInPalette) {
+      codes.push_back(static_cast<unsigned char>(index));
+      continue;
+    }
+    const std::uint32_t code = kWideCode | To15Bit(color);
+    codes.push_back(static_cast<unsigned char>(code >> 8));
+    codes.push_back(static_cast<unsigned char>(code & 0xFF));
+  }
+  return codes;
+}
+
+}  // namespace zlibvideo
