@@ -8,6 +8,7 @@
 #include "tools/common/PrintLine.h"
 #include "tools/decode/DecodeCommand.h"
 #include "tools/info/InfoCommand.h"
+#include "tools/record/RecordCommand.h"
 
 namespace zlibvideo {
 namespace {
@@ -49,6 +50,7 @@ int RunCommandLine(int argc, const char* const* argv) {
 
   int status = kExitSuccess;
   AddDecodeCommand(app, &status);
+  AddRecordCommand(app, &status);
   AddInfoCommand(app, &status);
   try {
     app.parse(argc, argv);

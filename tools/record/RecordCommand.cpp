@@ -1,0 +1,149 @@
+#include "tools/record/RecordCommand.h"
+
+#include <CLI/CLI.hpp>
+#include <limits>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "bitstream/FrameHeader.h"
+#include "tools/common/ExitStatus.h"
+#include "tools/common/InputFile.h"
+#include "tools/common/MessageFileWriter.h"
+#include "tools/common/PngFile.h"
+#include "tools/common/ProgressBar.h"
+#include "tools/common/ToolError.h"
+#include "tools/record/FrameEncoder.h"
+#include "tools/record/RecordError.h"
+#include "tools/record/RecordOptions.h"
+
+namespace zlibvideo {
+namespace {
+
+constexpr const char* kFooter = R"(
+Version 1 and version 2 are lossless unless --reduced is given: "decode" gives
+back the same pictures. A block that does not change takes two bytes. In version 2
+a block that changes is sent in the smallest of these forms:
+  direct   a complete zlib stream of its pixels; key frames have only these
+  primed   a deflate stream that refers to the pixels of its last direct form
+  banded   only the rows that differ from its last direct form, primed or not
+and, with --reduced or --passes 2, in the colour-reduced kinds of each. --renew 10
+takes a direct form that is up to 10 percent larger, too: later forms then refer to
+newer pixels, which makes most recordings smaller as a whole.
+
+--reduced shows the 128 most frequent colours of the last key frame as they are;
+all others lose the low three bits of red, green and blue.
+--passes 2 sends each picture in reduced colours first and what is missing to its
+exact colours in a second pass of the same message: the result is lossless.
+
+Examples:
+  zlibvideo record frames/*.png -o out.zvm
+  zlibvideo record frames/*.png -o out.zvm --codec 2 --block 32x32 --key-every 50
+  zlibvideo record frames/*.png -o - --codec 2 --reduced | zlibvideo info -)";
+
+struct RecordArguments {
+  std::vector<std::string> pictures;
+  std::string output;
+  std::string block = "64x64";
+  int version = 1;
+  bool quiet = false;
+  RecordOptions options;
+};
+
+/// Reads a block size "WIDTHxHEIGHT". False when it is none that a frame header can say.
+bool ParseBlockSize(const std::string& text, int* width, int* height) {
+  const auto valid = [](int size) {
+    return size >= FrameHeader::kBlockSizeStep && size <= FrameHeader::kMaxBlockSize &&
+           size % FrameHeader::kBlockSizeStep == 0;
+  };
+  const std::size_t cross = text.find('x');
+  return cross != std::string::npos && CLI::detail::lexical_cast(text.substr(0, cross), *width) &&
+         CLI::detail::lexical_cast(text.substr(cross + 1), *height) && valid(*width) &&
+         valid(*height);
+}
+
+std::string CheckBlockSize(const std::string& text) {
+  int width = 0;
+  int height = 0;
+  if (ParseBlockSize(text, &width, &height)) return {};
+  return "\"" + text + "\" is no block size; it is WIDTHxHEIGHT, each 16 to 256 in steps of 16";
+}
+
+void EncodeAll(const RecordArguments& arguments, MessageFileWriter* writer) {
+  ProgressBar progress(!arguments.quiet, "pictures", arguments.pictures.size());
+  std::optional<FrameEncoder> encoder;
+  std::uint64_t done = 0;
+  for (const std::string& path : arguments.pictures) {
+    const Picture picture = ReadPng(path);
+    try {
+      if (!encoder) encoder.emplace(picture.width, picture.height, arguments.options);
+      const std::vector<unsigned char>& message = encoder->Encode(picture);
+      writer->Write(message.data(), message.size());
+    } catch (const RecordError& error) {
+      throw ToolError(InputName(path) + ": " + error.what());
+    }
+    ++done;
+    progress.Update(done, done);
+  }
+}
+
+int Record(RecordArguments arguments) {
+  RecordOptions& options = arguments.options;
+  options.codecType = arguments.version == 1 ? kCodecTypeVersion1 : kCodecTypeVersion2;
+  if (arguments.version == 1 && options.UsesReducedColors()) {
+    throw ToolError("--reduced and --passes need --codec 2");
+  }
+  static_cast<void>(ParseBlockSize(arguments.block, &options.blockWidth, &options.blockHeight));
+  MessageFileWriter writer(arguments.output);
+  EncodeAll(arguments, &writer);
+  writer.Commit();
+  return kExitSuccess;
+}
+
+void AddOptions(CLI::App* command, RecordArguments* arguments) {
+  RecordOptions& options = arguments->options;
+  command->add_option("FRAME.png", arguments->pictures, "Pictures of one size, in order")
+      ->required();
+  command->add_option("-o,--output", arguments->output, "Message file to write, \"-\" for stdout")
+      ->required();
+  command->add_option("--codec", arguments->version, "Version of the stream, 1 or 2")
+      ->check(CLI::IsMember({1, 2}))
+      ->capture_default_str();
+  command->add_option("--block", arguments->block, "Block size in pixels")
+      ->check(CheckBlockSize)
+      ->type_name("WxH")
+      ->capture_default_str();
+  command
+      ->add_option("--key-every", options.keyEvery,
+                   "Make every N-th picture a key frame (by default the first alone)")
+      ->check(CLI::Range(1u, std::numeric_limits<unsigned int>::max()))
+      ->type_name("N");
+  command->add_flag("--reduced", options.reduced, "Reduce colours (version 2)");
+  command->add_option("--passes", options.passes, "Passes in a message, 1 or 2 (version 2)")
+      ->check(CLI::IsMember({1, 2}))
+      ->capture_default_str();
+  command
+      ->add_option("--renew", options.renewPercent,
+                   "Prefer direct forms up to N percent larger (version 2)")
+      ->check(CLI::Range(0, 1000))
+      ->type_name("N")
+      ->capture_default_str();
+  command->add_option("--level", options.level, "zlib's compression level, 0 to 9")
+      ->check(CLI::Range(0, 9))
+      ->capture_default_str();
+  command->add_flag("-q,--quiet", arguments->quiet, "No progress bar");
+}
+
+}  // namespace
+
+void AddRecordCommand(CLI::App& app, int* exitStatus) {
+  CLI::App* command = app.add_subcommand("record", "Make a stream of PNG pictures");
+  command->footer(kFooter);
+  // The command outlives this call, and what it stores its arguments in must live as long.
+  auto arguments = std::make_shared<RecordArguments>();
+  AddOptions(command, arguments.get());
+  command->callback([arguments, exitStatus] { *exitStatus = Record(*arguments); });
+}
+
+}  // namespace zlibvideo
