@@ -53,7 +53,17 @@ bool BlockedCodec::SetupBlocks(std::int32_t blockWidth, std::int32_t blockHeight
   fGridWidth = CalcGridSize(fImageWidth, blockWidth, &lastWidth);
   fGridHeight = CalcGridSize(fImageHeight, blockHeight, &lastHeight);
   if (!AllocateGrid()) return false;
+  try {
+    return MakeBlocks(blockWidth, blockHeight, lastWidth, lastHeight);
+  } catch (const std::bad_alloc&) {
+    // Kept, the unfinished grid would pass for the one that the next message needs.
+    DeleteBlocks();
+    throw;
+  }
+}
 
+bool BlockedCodec::MakeBlocks(std::int32_t blockWidth, std::int32_t blockHeight,
+                              std::int32_t lastWidth, std::int32_t lastHeight) {
   for (std::int32_t row = 0; row < fGridHeight; ++row) {
     const bool cutRow = row == fGridHeight - 1 && lastHeight != 0;
     for (std::int32_t column = 0; column < fGridWidth; ++column) {

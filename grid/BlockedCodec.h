@@ -50,9 +50,10 @@ class ZLIBVIDEO_EXPORT BlockedCodec {
   /// Prepares for a message of this geometry (pixels; images 1 to 4095, blocks 1 to 256). Keeps
   /// everything when nothing changed and a grid exists; otherwise replaces the grid by one of
   /// empty blocks and drops the scratch buffer. Colour table and palette survive. False when there
-  /// is no grid to decode into, or when the host had no memory for one of its records: such a
+  /// is no grid to decode into, or when the host returned null for one of its records: such a
   /// partly built grid is kept, the next call with the same geometry takes it as it is, and
-  /// whatever walks it skips the missing records.
+  /// whatever walks it skips the missing records. After a `std::bad_alloc` no grid is left, so the
+  /// next call builds it.
   [[nodiscard]] bool SetupCodec(std::int32_t imageWidth, std::int32_t imageHeight,
                                 std::int32_t blockWidth, std::int32_t blockHeight);
   /// Replaces the grid, for the image size stored and the block size given, which must be the one
@@ -167,6 +168,8 @@ class ZLIBVIDEO_EXPORT BlockedCodec {
 
   // Grid
   ZLIBVIDEO_HIDDEN bool AllocateGrid();
+  ZLIBVIDEO_HIDDEN bool MakeBlocks(std::int32_t blockWidth, std::int32_t blockHeight,
+                                   std::int32_t lastWidth, std::int32_t lastHeight);
   ZLIBVIDEO_HIDDEN bool MakeBlock(std::int32_t row, std::int32_t column, std::int32_t width,
                                   std::int32_t height);
 
