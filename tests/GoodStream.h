@@ -1,0 +1,130 @@
+#ifndef ZLIBVIDEO_TESTS_GOODSTREAM_H
+#define ZLIBVIDEO_TESTS_GOODSTREAM_H
+
+#include <algorithm>
+
+#include "tests/StreamBuilder.h"
+
+namespace zlibvideo {
+
+/// The pixels of every block of a picture, in grid order, and the plain picture that they make.
+struct PlainPicture {
+  FrameHeader header;
+  std::vector<Bytes> blocks = {};
+
+  PlainPicture(const FrameHeader& geometry, unsigned int seed) : header(geometry) {
+    for (int y = 0; y < header.imageHeight; y += header.blockHeight) {
+      for (int x = 0; x < header.imageWidth; x += header.blockWidth) {
+        const int pixels = WidthAt(x) * std::min(header.blockHeight, header.imageHeight - y);
+        blocks.push_back(Noise(static_cast<std::size_t>(pixels * 3), seed++));
+      }
+    }
+  }
+
+  /// Pixels a row of the blocks that cover column x.
+  int WidthAt(int x) const {
+    return std::min(header.blockWidth, header.imageWidth - x + x % header.blockWidth);
+  }
+
+  /// Every block as it is, as a whole zlib stream.
+  Message Whole() const {
+    Message message{.header = header};
+    for (const Bytes& block : blocks) {
+      message.records.push_back({.payload = Zlib(block)});
+      if (header.codecType == kCodecTypeVersion2) message.records.back().format = 0;
+    }
+    return message;
+  }
+
+  /// Bitmap bytes, rows from the top, found pixel by pixel.
+  Bytes Bitmap() const {
+    Bytes bitmap;
+    const int columns = (header.imageWidth - 1) / header.blockWidth + 1;
+    for (int y = header.imageHeight - 1; y >= 0; --y) {
+      for (int x = 0; x < header.imageWidth; ++x) {
+        const int index = y / header.blockHeight * columns + x / header.blockWidth;
+        const int pixel = y % header.blockHeight * WidthAt(x) + x % header.blockWidth;
+        const auto from = blocks[static_cast<std::size_t>(index)].begin() + pixel * 3;
+        bitmap.insert(bitmap.end(), from, from + 3);
+        bitmap.push_back(255);
+      }
+    }
+    return bitmap;
+  }
+};
+
+/// A palette before compression: colour i is red i, green 2i, blue 255 - i.
+inline Bytes PaletteColors() {
+  Bytes colors;
+  for (int i = 0; i < 128; ++i) {
+    for (const int part : {i, 2 * i, 255 - i}) colors.push_back(static_cast<unsigned char>(part));
+  }
+  return colors;
+}
+
+/// Turns every pixel of `block` into a code, by turns of both kinds; the pixel becomes what the
+/// code stands for under `PaletteColors`.
+inline Bytes ReduceColors(Bytes* block) {
+  Bytes codes;
+  for (std::size_t i = 0; i < block->size(); i += 3) {
+    unsigned char* pixel = block->data() + i;
+    if (i % 2 == 0) {
+      codes.push_back(pixel[2] &= 127);
+      pixel[1] = static_cast<unsigned char>(2 * pixel[2]);
+      pixel[0] = static_cast<unsigned char>(255 - pixel[2]);
+    } else {
+      for (int part = 0; part < 3; ++part) pixel[part] &= 0xF8;
+      AppendU16(&codes, 0x8000u | pixel[2] / 8u * 1024 | pixel[1] / 8u * 32 | pixel[0] / 8u);
+    }
+  }
+  return codes;
+}
+
+struct Step {
+  Bytes message, bitmap;
+};
+
+/// Messages for one decoder that use every part of both versions, each with its picture.
+inline std::vector<Step> GoodStream() {
+  std::vector<Step> steps;
+  const auto add = [&steps](const PlainPicture& picture, Message message) {
+    message.header = picture.header;
+    steps.push_back({message.Build(), picture.Bitmap()});
+  };
+  PlainPicture picture(Header(kCodecTypeVersion1, 40, 24, 16, 16), 100);
+  add(picture, picture.Whole());
+
+  // Two passes: every block direct, then two rows of it against the pixels of the first pass.
+  picture = PlainPicture(Header(kCodecTypeVersion2, 40, 24, 16, 16), 300);
+  Message message = picture.Whole();
+  message.flags = kFlagSecondPass;
+  for (std::size_t i = 0; i < 6; ++i) {
+    Bytes& block = picture.blocks[i];
+    const std::ptrdiff_t row = i % 3 == 2 ? 24 : 48;
+    const Bytes rows(block.begin(), block.begin() + row * 2);
+    message.records.push_back({0x05, Band{3, 2}, RawDeflate(rows, block)});
+    std::copy(rows.begin(), rows.end(), block.begin() + row * 3);
+  }
+  add(picture, message);
+
+  // Colour-reduced; then one block, primed with its earlier codes; then another geometry, where
+  // the palette still holds.
+  message = {.palette = Zlib(PaletteColors())};
+  for (Bytes& block : picture.blocks)
+    message.records.push_back({0x10, {}, Zlib(ReduceColors(&block))});
+  add(picture, message);
+  Bytes& block = picture.blocks[0];
+  const Bytes codes = ReduceColors(&block);
+  std::rotate(block.begin(), block.begin() + 48, block.end());
+  message = {.records = {{0x11, {}, RawDeflate(ReduceColors(&block), codes)}, {}, {}, {}, {}, {}}};
+  add(picture, message);
+  picture = PlainPicture(Header(kCodecTypeVersion2, 33, 20, 32, 16), 500);
+  message.records.clear();
+  for (Bytes& b : picture.blocks) message.records.push_back({0x10, {}, Zlib(ReduceColors(&b))});
+  add(picture, message);
+  return steps;
+}
+
+}  // namespace zlibvideo
+
+#endif  // ZLIBVIDEO_TESTS_GOODSTREAM_H

@@ -1,0 +1,113 @@
+#ifndef ZLIBVIDEO_TESTS_STREAMBUILDER_H
+#define ZLIBVIDEO_TESTS_STREAMBUILDER_H
+
+#include <zlib.h>
+
+#include <optional>
+#include <random>
+#include <vector>
+
+#include "bitstream/CodecType.h"
+#include "bitstream/FrameHeader.h"
+#include "bitstream/MessageBody.h"
+
+/// Makes messages, good and damaged: what a field says is what the message holds.
+namespace zlibvideo {
+
+using Bytes = std::vector<unsigned char>;
+
+inline Bytes Noise(std::size_t size, unsigned int seed) {
+  std::mt19937 random(seed);
+  Bytes bytes(size);
+  for (unsigned char& byte : bytes) byte = static_cast<unsigned char>(random() & 0xFF);
+  return bytes;
+}
+
+inline void Append(Bytes* bytes, const Bytes& more) {
+  bytes->insert(bytes->end(), more.begin(), more.end());
+}
+
+inline void AppendU16(Bytes* bytes, std::size_t value) {
+  bytes->push_back(static_cast<unsigned char>(value >> 8 & 0xFF));
+  bytes->push_back(static_cast<unsigned char>(value & 0xFF));
+}
+
+inline Bytes Compress(const Bytes& data, const Bytes& dictionary, int windowBits) {
+  z_stream stream = {};
+  Bytes result(data.size() + data.size() / 8 + 64);
+  deflateInit2(&stream, Z_BEST_COMPRESSION, Z_DEFLATED, windowBits, 8, Z_DEFAULT_STRATEGY);
+  const auto dictionarySize = static_cast<uInt>(dictionary.size());
+  if (dictionarySize != 0) deflateSetDictionary(&stream, dictionary.data(), dictionarySize);
+  stream.next_in = const_cast<Bytef*>(data.data());
+  stream.avail_in = static_cast<uInt>(data.size());
+  stream.next_out = result.data();
+  stream.avail_out = static_cast<uInt>(result.size());
+  deflate(&stream, Z_FINISH);
+  result.resize(stream.total_out);
+  deflateEnd(&stream);
+  return result;
+}
+
+/// A whole zlib stream; with a dictionary, one that asks for it in its header.
+inline Bytes Zlib(const Bytes& data, const Bytes& dictionary = {}) {
+  return Compress(data, dictionary, MAX_WBITS);
+}
+
+/// A raw deflate stream; with a dictionary, one that goes on from its last 32 KiB.
+inline Bytes RawDeflate(const Bytes& data, const Bytes& dictionary = {}) {
+  return Compress(data, dictionary, -MAX_WBITS);
+}
+
+struct Band {
+  int start = 0;
+  int rows = 0;
+};
+
+/// A block record. As it stands, an empty one.
+struct Record {
+  std::optional<int> format = {};  // version 2, as the band: written when it is given
+  std::optional<Band> band = {};
+  Bytes payload = {};
+  std::optional<std::size_t> claimedSize = {};  // in place of the true size
+
+  Bytes Build() const {
+    Bytes body;
+    if (format) body.push_back(static_cast<unsigned char>(*format));
+    if (band) AppendU16(&body, static_cast<std::size_t>(band->start << 8 | band->rows));
+    Append(&body, payload);
+    Bytes record;
+    AppendU16(&record, claimedSize.value_or(body.size()));
+    Append(&record, body);
+    return record;
+  }
+};
+
+inline FrameHeader Header(int codecType, int imageWidth, int imageHeight, int blockWidth,
+                          int blockHeight) {
+  return {FrameHeader::kKeyFrameType, codecType, imageWidth, imageHeight, blockWidth, blockHeight};
+}
+
+struct Message {
+  FrameHeader header = {};
+  unsigned int flags = 0;             // version 2, as the palette
+  std::optional<Bytes> palette = {};  // compressed; announces itself
+  std::vector<Record> records = {};   // one for each block of each pass
+  Bytes rest = {};                    // behind the last record
+
+  Bytes Build() const {
+    Bytes message(FrameHeader::kSize);
+    header.Write(*reinterpret_cast<unsigned char(*)[FrameHeader::kSize]>(message.data()));
+    if (header.codecType == kCodecTypeVersion2) {
+      message.push_back(static_cast<unsigned char>(flags | (palette ? kFlagPalette : 0)));
+      if (palette) AppendU16(&message, palette->size());
+      Append(&message, palette.value_or(Bytes{}));
+    }
+    for (const Record& record : records) Append(&message, record.Build());
+    Append(&message, rest);
+    return message;
+  }
+};
+
+}  // namespace zlibvideo
+
+#endif  // ZLIBVIDEO_TESTS_STREAMBUILDER_H
