@@ -5,7 +5,8 @@
 
 namespace zlibvideo {
 
-/// The text of report.html, put into the program when it is built.
+/// The text of report.html with report.css and report.js in it, put into the program when it is
+/// built.
 extern const std::string_view kReportPage;
 
 }  // namespace zlibvideo
