@@ -1,5 +1,6 @@
 #include "output/WidenRow.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
@@ -7,41 +8,62 @@
 
 #include "grid/BufferSizes.h"
 
+#if defined(__GNUC__) && defined(__x86_64__)
+#define ZLIBVIDEO_WIDEN_X86
+#include <immintrin.h>
+#elif defined(__GNUC__) && defined(__aarch64__)
+#define ZLIBVIDEO_WIDEN_NEON
+#include <arm_neon.h>
+#endif
+
 namespace zlibvideo {
 namespace {
 
-constexpr int kGroupPixels = 4;
-constexpr std::ptrdiff_t kGroupSourceBytes = std::ptrdiff_t{kGroupPixels} * kBlockPixelBytes;
-constexpr std::ptrdiff_t kGroupTargetBytes = std::ptrdiff_t{kGroupPixels} * kBitmapPixelBytes;
 constexpr unsigned char kOpaque = 0xFF;
 
-/// Words hold bytes in memory order from their low end; on a big-endian machine they are turned.
-std::uint32_t InLittleEndian(std::uint32_t word) {
-  if constexpr (std::endian::native == std::endian::little) return word;
-  return word >> 24 | (word >> 8 & 0xFF00) | (word << 8 & 0xFF0000) | word << 24;
+/// Bytes that `pixels` pixels take.
+std::ptrdiff_t SourceOffset(int pixels) {
+  return std::ptrdiff_t{pixels} * kBlockPixelBytes;
 }
 
-std::uint32_t LoadWord(const unsigned char* bytes) {
-  std::uint32_t word = 0;
+std::ptrdiff_t TargetOffset(int pixels) {
+  return std::ptrdiff_t{pixels} * kBitmapPixelBytes;
+}
+
+/// Words hold bytes in memory order from their low end; on a big-endian machine they are turned.
+std::uint64_t InLittleEndian(std::uint64_t word) {
+  if constexpr (std::endian::native == std::endian::little) return word;
+  std::uint64_t turned = 0;
+  for (int byte = 0; byte < 8; ++byte) turned |= (word >> 8 * byte & 0xFF) << (56 - 8 * byte);
+  return turned;
+}
+
+std::uint64_t LoadWord(const unsigned char* bytes) {
+  std::uint64_t word = 0;
   std::memcpy(&word, bytes, sizeof(word));
   return InLittleEndian(word);
 }
 
-void StoreWord(unsigned char* bytes, std::uint32_t word) {
+void StoreWord(unsigned char* bytes, std::uint64_t word) {
   word = InLittleEndian(word);
   std::memcpy(bytes, &word, sizeof(word));
 }
 
-/// 12 bytes to 16: three words in, four words out, nothing read or written beside them.
-void WidenGroup(const unsigned char* source, unsigned char* target) {
-  constexpr std::uint32_t kAlpha = std::uint32_t{kOpaque} << 24;
-  const std::uint32_t a = LoadWord(source);
-  const std::uint32_t b = LoadWord(source + 4);
-  const std::uint32_t c = LoadWord(source + 8);
-  StoreWord(target, a | kAlpha);
-  StoreWord(target + 4, a >> 24 | b << 8 | kAlpha);
-  StoreWord(target + 8, b >> 16 | c << 16 | kAlpha);
-  StoreWord(target + 12, c >> 8 | kAlpha);
+/// Spreads the low 6 bytes of a word.
+std::uint64_t WidenTwoPixels(std::uint64_t word) {
+  constexpr std::uint64_t kFirst = 0x0000'0000'00FF'FFFF;
+  constexpr std::uint64_t kSecond = 0x0000'FFFF'FF00'0000;
+  constexpr std::uint64_t kAlphas = 0xFF00'0000'FF00'0000;
+  return (word & kFirst) | (word & kSecond) << 8 | kAlphas;
+}
+
+/// 24 bytes to 32. The words loaded overlap: two pixels are three quarters of one. The last is
+/// taken from the last 8 bytes, so that nothing behind them is read.
+void WidenEightPixels(const unsigned char* source, unsigned char* target) {
+  StoreWord(target, WidenTwoPixels(LoadWord(source)));
+  StoreWord(target + 8, WidenTwoPixels(LoadWord(source + 6)));
+  StoreWord(target + 16, WidenTwoPixels(LoadWord(source + 12)));
+  StoreWord(target + 24, WidenTwoPixels(LoadWord(source + 16) >> 16));
 }
 
 void WidenPixel(const unsigned char* source, unsigned char* target) {
@@ -51,19 +73,195 @@ void WidenPixel(const unsigned char* source, unsigned char* target) {
   target[3] = kOpaque;
 }
 
+void WidenRowsPortably(const unsigned char* source, BitmapRows targets, int rows, int pixels) {
+  constexpr int kEight = 8;
+  for (int row = 0; row < rows; ++row) {
+    unsigned char* target = targets.Address(row);
+    int left = pixels;
+    for (; left >= kEight; left -= kEight) {
+      WidenEightPixels(source, target);
+      source += SourceOffset(kEight);
+      target += TargetOffset(kEight);
+    }
+    for (; left > 0; --left) {
+      WidenPixel(source, target);
+      source += SourceOffset(1);
+      target += TargetOffset(1);
+    }
+  }
+}
+
+// The versions below work in groups of 16 pixels, of which all block widths are multiples but
+// those of a cut last column. The last group of a row ends with the row: where the width is no
+// multiple it overlaps the group before it, whose pixels are then written twice. Rows shorter than
+// a group go the portable way. No group reads or writes a byte that is not its own.
+constexpr int kGroup = 16;
+
+#ifdef ZLIBVIDEO_WIDEN_X86
+
+// Four pixels are 12 bytes, loads are 16 bytes wide, and 8 pixels are 24 bytes: the first four
+// pixels are taken from the bytes 0 to 15, the other four from the bytes 8 to 23. An index of -1
+// makes a 0, where the alpha goes.
+#define ZLIBVIDEO_FIRST_FOUR_PIXELS 0, 1, 2, -1, 3, 4, 5, -1, 6, 7, 8, -1, 9, 10, 11, -1
+#define ZLIBVIDEO_OTHER_FOUR_PIXELS 4, 5, 6, -1, 7, 8, 9, -1, 10, 11, 12, -1, 13, 14, 15, -1
+constexpr int kOtherFourPixels = 8;
+constexpr int kAlphaBits = static_cast<int>(0xFF000000);
+
+/// How many rows ahead memory is fetched. A processor notices by itself where a long run of
+/// addresses goes, but here a run ends with every row of the bitmap and with every block.
+constexpr std::ptrdiff_t kRowsAhead = 4;
+
+/// Distances, in bytes, to what belongs at the same place some rows further.
+struct Ahead {
+  std::ptrdiff_t source;
+  std::ptrdiff_t target;
+};
+
+Ahead AheadOf(BitmapRows targets, int pixels) {
+  return {SourceOffset(pixels) * kRowsAhead, targets.Step() * kRowsAhead};
+}
+
+/// The address is a mere number here: ahead of a block's last rows lies another block or anything
+/// else, and a prefetch of it is harmless.
+void Prefetch(const unsigned char* address, std::ptrdiff_t ahead) {
+  const std::uintptr_t number =
+      reinterpret_cast<std::uintptr_t>(address) + static_cast<std::uintptr_t>(ahead);
+  _mm_prefetch(reinterpret_cast<const char*>(number), _MM_HINT_T0);
+}
+
+__m128i Load16(const unsigned char* bytes) {
+  return _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes));
+}
+
+[[gnu::target("ssse3")]] void WidenEightPixelsSsse3(const unsigned char* source,
+                                                    unsigned char* target) {
+  const __m128i alpha = _mm_set1_epi32(kAlphaBits);
+  const __m128i first = _mm_setr_epi8(ZLIBVIDEO_FIRST_FOUR_PIXELS);
+  const __m128i other = _mm_setr_epi8(ZLIBVIDEO_OTHER_FOUR_PIXELS);
+  const __m128i low = _mm_shuffle_epi8(Load16(source), first);
+  const __m128i high = _mm_shuffle_epi8(Load16(source + kOtherFourPixels), other);
+  _mm_storeu_si128(reinterpret_cast<__m128i*>(target), _mm_or_si128(low, alpha));
+  _mm_storeu_si128(reinterpret_cast<__m128i*>(target) + 1, _mm_or_si128(high, alpha));
+}
+
+[[gnu::target("avx2")]] void WidenEightPixelsAvx2(const unsigned char* source,
+                                                  unsigned char* target) {
+  const __m256i alpha = _mm256_set1_epi32(kAlphaBits);
+  const __m256i spread = _mm256_setr_epi8(ZLIBVIDEO_FIRST_FOUR_PIXELS, ZLIBVIDEO_OTHER_FOUR_PIXELS);
+  const __m256i bytes = _mm256_inserti128_si256(_mm256_castsi128_si256(Load16(source)),
+                                                Load16(source + kOtherFourPixels), 1);
+  _mm256_storeu_si256(reinterpret_cast<__m256i*>(target),
+                      _mm256_or_si256(_mm256_shuffle_epi8(bytes, spread), alpha));
+}
+
+[[gnu::target("ssse3")]] void WidenGroupSsse3(const unsigned char* source, unsigned char* target,
+                                              Ahead ahead) {
+  Prefetch(source, ahead.source);
+  Prefetch(target, ahead.target);
+  WidenEightPixelsSsse3(source, target);
+  WidenEightPixelsSsse3(source + SourceOffset(kGroup / 2), target + TargetOffset(kGroup / 2));
+}
+
+[[gnu::target("ssse3")]] void WidenRowsSsse3(const unsigned char* source, BitmapRows targets,
+                                             int rows, int pixels) {
+  if (pixels < kGroup) return WidenRowsPortably(source, targets, rows, pixels);
+  const Ahead ahead = AheadOf(targets, pixels);
+  for (int row = 0; row < rows; ++row) {
+    unsigned char* target = targets.Address(row);
+    int left = pixels;
+    for (; left >= kGroup; left -= kGroup) {
+      WidenGroupSsse3(source, target, ahead);
+      source += SourceOffset(kGroup);
+      target += TargetOffset(kGroup);
+    }
+    if (left == 0) continue;
+    source += SourceOffset(left);
+    target += TargetOffset(left);
+    WidenGroupSsse3(source - SourceOffset(kGroup), target - TargetOffset(kGroup), ahead);
+  }
+}
+
+[[gnu::target("avx2")]] void WidenGroupAvx2(const unsigned char* source, unsigned char* target,
+                                            Ahead ahead) {
+  Prefetch(source, ahead.source);
+  Prefetch(target, ahead.target);
+  WidenEightPixelsAvx2(source, target);
+  WidenEightPixelsAvx2(source + SourceOffset(kGroup / 2), target + TargetOffset(kGroup / 2));
+}
+
+[[gnu::target("avx2")]] void WidenRowsAvx2(const unsigned char* source, BitmapRows targets,
+                                           int rows, int pixels) {
+  if (pixels < kGroup) return WidenRowsPortably(source, targets, rows, pixels);
+  const Ahead ahead = AheadOf(targets, pixels);
+  for (int row = 0; row < rows; ++row) {
+    unsigned char* target = targets.Address(row);
+    int left = pixels;
+    for (; left >= kGroup; left -= kGroup) {
+      WidenGroupAvx2(source, target, ahead);
+      source += SourceOffset(kGroup);
+      target += TargetOffset(kGroup);
+    }
+    if (left == 0) continue;
+    source += SourceOffset(left);
+    target += TargetOffset(left);
+    WidenGroupAvx2(source - SourceOffset(kGroup), target - TargetOffset(kGroup), ahead);
+  }
+  // Without this, code for SSE that runs later waits for the upper halves of the registers.
+  _mm256_zeroupper();
+}
+
+#endif
+
+#ifdef ZLIBVIDEO_WIDEN_NEON
+
+void WidenGroupNeon(const unsigned char* source, unsigned char* target) {
+  const uint8x16x3_t colors = vld3q_u8(source);
+  vst4q_u8(target, {colors.val[0], colors.val[1], colors.val[2], vdupq_n_u8(kOpaque)});
+}
+
+void WidenRowsNeon(const unsigned char* source, BitmapRows targets, int rows, int pixels) {
+  if (pixels < kGroup) return WidenRowsPortably(source, targets, rows, pixels);
+  for (int row = 0; row < rows; ++row) {
+    unsigned char* target = targets.Address(row);
+    int left = pixels;
+    for (; left >= kGroup; left -= kGroup) {
+      WidenGroupNeon(source, target);
+      source += SourceOffset(kGroup);
+      target += TargetOffset(kGroup);
+    }
+    if (left == 0) continue;
+    source += SourceOffset(left);
+    target += TargetOffset(left);
+    WidenGroupNeon(source - SourceOffset(kGroup), target - TargetOffset(kGroup));
+  }
+}
+
+#endif
+
+constexpr NamedRowWidener kRowWideners[] = {
+    {"portable", WidenRowsPortably},
+#if defined(ZLIBVIDEO_WIDEN_X86)
+    {"SSSE3", WidenRowsSsse3},
+    {"AVX2", WidenRowsAvx2},
+#elif defined(ZLIBVIDEO_WIDEN_NEON)
+    {"NEON", WidenRowsNeon},
+#endif
+};
+
 }  // namespace
 
-void WidenRow(const unsigned char* source, unsigned char* target, int pixels) {
-  for (; pixels >= kGroupPixels; pixels -= kGroupPixels) {
-    WidenGroup(source, target);
-    source += kGroupSourceBytes;
-    target += kGroupTargetBytes;
+std::span<const NamedRowWidener> AvailableRowWideners() {
+#ifdef ZLIBVIDEO_WIDEN_X86
+  // A processor with AVX2 has SSSE3 as well, so what can be run is always the front of the list.
+  if (__builtin_cpu_supports("avx2") == 0) {
+    return std::span(kRowWideners).first(__builtin_cpu_supports("ssse3") == 0 ? 1 : 2);
   }
-  for (; pixels > 0; --pixels) {
-    WidenPixel(source, target);
-    source += kBlockPixelBytes;
-    target += kBitmapPixelBytes;
-  }
+#endif
+  return kRowWideners;
+}
+
+RowWidener FastestRowWidener() {
+  return AvailableRowWideners().back().widen;
 }
 
 }  // namespace zlibvideo

@@ -1,15 +1,29 @@
 #ifndef ZLIBVIDEO_OUTPUT_WIDENROW_H
 #define ZLIBVIDEO_OUTPUT_WIDENROW_H
 
+#include <span>
+
+#include "output/BitmapRows.h"
+
 namespace zlibvideo {
 
-/// Bytes of a bitmap pixel: blue, green, red, alpha.
-inline constexpr int kBitmapPixelBytes = 4;
+/// Copies a block's pixels of 3 bytes to bitmap pixels of 4, opaque: `rows` rows of `pixels`
+/// pixels, one after the other in `source`, row i to `targets.Address(i)`. Reads exactly `rows` ×
+/// `pixels` × 3 bytes and writes exactly `pixels` × 4 bytes of each row; source and targets must
+/// not overlap. None needs any alignment.
+using RowWidener = void (*)(const unsigned char* source, BitmapRows targets, int rows, int pixels);
 
-/// Copies `pixels` block pixels of 3 bytes to bitmap pixels of 4, opaque. Reads exactly
-/// `pixels` × 3 bytes and writes exactly `pixels` × 4; the two must not overlap. Neither needs any
-/// alignment.
-void WidenRow(const unsigned char* source, unsigned char* target, int pixels);
+/// The fastest one that this processor can run. Asks the processor: call it once a frame.
+RowWidener FastestRowWidener();
+
+struct NamedRowWidener {
+  const char* name;
+  RowWidener widen;
+};
+
+/// All that this processor can run, the portable one first and the fastest last. They differ in
+/// nothing but speed.
+std::span<const NamedRowWidener> AvailableRowWideners();
 
 }  // namespace zlibvideo
 

@@ -1,0 +1,42 @@
+#ifndef ZLIBVIDEO_OUTPUT_BITMAPROWS_H
+#define ZLIBVIDEO_OUTPUT_BITMAPROWS_H
+
+#include <cstddef>
+#include <cstdint>
+
+#include "host/SBitmapCore.h"
+
+namespace zlibvideo {
+
+/// Bytes of a bitmap pixel: blue, green, red, alpha.
+inline constexpr int kBitmapPixelBytes = 4;
+
+/// The rows of a bitmap that a block's rows land in. Blocks run upward, the bitmap runs downward:
+/// the block's row 0 lands in bitmap row `bottomRow`, row r in `bottomRow` - r.
+class BitmapRows {
+ public:
+  /// `column` is the bitmap pixel where each row begins. The bitmap must outlive this object.
+  BitmapRows(SBitmapCore* bitmap, std::int32_t bottomRow, std::int32_t column)
+      : fBitmap(bitmap),
+        fBottomRow(bottomRow),
+        fColumnOffset(std::ptrdiff_t{column} * kBitmapPixelBytes) {}
+
+  /// Where the block's row `row` begins. The host is asked for base address and row length on every
+  /// call: it may have put the pixels away and brought them back elsewhere.
+  unsigned char* Address(std::int32_t row) const {
+    unsigned char* base = fBitmap->GetBMBaseAddr();
+    return base + std::int64_t{fBitmap->GetRowLength()} * (fBottomRow - row) + fColumnOffset;
+  }
+
+  /// From one row of the block to the next, in bytes.
+  std::ptrdiff_t Step() const { return -std::ptrdiff_t{fBitmap->GetRowLength()}; }
+
+ private:
+  SBitmapCore* fBitmap;
+  std::int32_t fBottomRow;
+  std::ptrdiff_t fColumnOffset;
+};
+
+}  // namespace zlibvideo
+
+#endif  // ZLIBVIDEO_OUTPUT_BITMAPROWS_H
