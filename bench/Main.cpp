@@ -1,0 +1,80 @@
+// zlibvideo_bench [STREAM...] [--benchmark_...]: the isolated steps, then each stream, then tables.
+
+#include <benchmark/benchmark.h>
+
+#include <cstdio>
+#include <exception>
+#include <iterator>
+#include <vector>
+
+#include "bench/IsolatedBenchmarks.h"
+#include "bench/RatioReporter.h"
+#include "bench/StreamTimes.h"
+
+namespace {
+
+using zlibvideo::bench::Bytes;
+using zlibvideo::bench::FloorRunner;
+using zlibvideo::bench::PreparedStream;
+
+/// How often each message is decoded. The best time counts: whatever else the machine does only
+/// ever adds to it.
+constexpr int kRounds = 15;
+
+/// Repetitions of all benchmarks come in a shuffled order, so that a slow minute of the machine
+/// falls on all of them. They are
+/// short, so that some go undisturbed.
+constexpr const char* kDefaults[] = {"--benchmark_enable_random_interleaving=true",
+                                     "--benchmark_repetitions=25", "--benchmark_min_time=0.003"};
+
+/// Initialises the library with the defaults and then the caller's own flags; returns what is
+/// left of the arguments.
+std::vector<char*> Initialize(int argc, char** argv) {
+  std::vector<char*> arguments = {argv[0]};
+  for (const char* flag : kDefaults) arguments.push_back(const_cast<char*>(flag));
+  arguments.insert(arguments.end(), argv + 1, argv + argc);
+  int count = static_cast<int>(arguments.size());
+  benchmark::Initialize(&count, arguments.data());
+  return {arguments.begin() + 1, arguments.begin() + count};
+}
+
+/// The colour-reduced streams of all blocks of the first stream that has any.
+std::vector<Bytes> RecordedCodes(const std::vector<PreparedStream>& streams) {
+  std::vector<Bytes> codes;
+  for (const PreparedStream& stream : streams) {
+    FloorRunner runner;
+    for (const auto& floor : stream.floors) {
+      std::vector<Bytes> some = runner.CollectReduced(floor);
+      std::move(some.begin(), some.end(), std::back_inserter(codes));
+    }
+    if (!codes.empty()) break;
+  }
+  return codes;
+}
+
+void Run(const std::vector<char*>& paths) {
+  std::vector<PreparedStream> streams;
+  for (const char* path : paths) streams.emplace_back(path);
+
+  zlibvideo::bench::RegisterComposition();
+  zlibvideo::bench::RegisterConversion(RecordedCodes(streams));
+  zlibvideo::bench::RegisterGrid();
+  zlibvideo::bench::RatioReporter reporter;
+  benchmark::RunSpecifiedBenchmarks(&reporter);
+  reporter.PrintTables();
+  for (const PreparedStream& stream : streams) {
+    PrintStreamTimes(stream, TimeStream(stream, kRounds));
+  }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    Run(Initialize(argc, argv));
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "zlibvideo_bench: %s\n", error.what());
+    return 1;
+  }
+  return 0;
+}

@@ -1,0 +1,52 @@
+#include "bench/PlainLoops.h"
+
+#include <array>
+
+namespace zlibvideo::bench {
+
+void PlainWidenRows(const unsigned char* source, BitmapRows targets, int rows, int pixels) {
+  for (int row = 0; row < rows; ++row) {
+    unsigned char* target = targets.Address(row);
+    for (int pixel = 0; pixel < pixels; ++pixel, source += 3, target += 4) {
+      target[0] = source[0];
+      target[1] = source[1];
+      target[2] = source[2];
+      target[3] = 0xFF;
+    }
+  }
+}
+
+unsigned int PlainConvert(const unsigned char* source, unsigned int sourceLength,
+                          unsigned char* destination, unsigned int room,
+                          const std::uint32_t* palette, const std::uint32_t* colors) {
+  const unsigned char* const end = source + sourceLength;
+  unsigned int written = 0;
+  while (source != end && room - written >= 3) {
+    const unsigned int first = *source++;
+    std::uint32_t color;
+    if (first < 0x80) {
+      color = palette[first];
+    } else {
+      if (source == end) break;
+      color = colors[(first & 0x7F) << 8 | *source++];
+    }
+    destination[written] = static_cast<unsigned char>(color & 0xFF);
+    destination[written + 1] = static_cast<unsigned char>(color >> 8 & 0xFF);
+    destination[written + 2] = static_cast<unsigned char>(color >> 16 & 0xFF);
+    written += 3;
+  }
+  return written;
+}
+
+const std::uint32_t* PlainColorTable() {
+  static const auto table = [] {
+    std::array<std::uint32_t, 1 << 15> colors;
+    for (std::uint32_t c = 0; c < colors.size(); ++c) {
+      colors[c] = (c << 9 & 0xF80000) | (c << 6 & 0xF800) | (c << 3 & 0xF8);
+    }
+    return colors;
+  }();
+  return table.data();
+}
+
+}  // namespace zlibvideo::bench

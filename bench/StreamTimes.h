@@ -1,0 +1,37 @@
+#ifndef ZLIBVIDEO_BENCH_STREAMTIMES_H
+#define ZLIBVIDEO_BENCH_STREAMTIMES_H
+
+#include <array>
+#include <string>
+#include <vector>
+
+#include "bench/Floor.h"
+#include "bench/StreamFile.h"
+
+namespace zlibvideo::bench {
+
+enum Contender { kDrawn, kNotDrawn, kFloor, kFloorAndConversion, kContenders };
+
+/// Seconds by contender.
+using Times = std::array<double, kContenders>;
+
+/// A stream with the floor of each of its messages.
+struct PreparedStream {
+  explicit PreparedStream(const std::string& path);
+
+  StreamFile file;
+  std::vector<MessageFloor> floors;
+  bool hasReduced = false;
+};
+
+/// Decodes every message with drawing, without drawing, and runs its floor, in turns and `rounds`
+/// times over; returns for each message the best time of each. Throws `std::runtime_error` when a
+/// message fails.
+std::vector<Times> TimeStream(const PreparedStream& stream, int rounds);
+
+/// Prints a table of the stream's key, busy and calm messages and of all of them.
+void PrintStreamTimes(const PreparedStream& stream, const std::vector<Times>& times);
+
+}  // namespace zlibvideo::bench
+
+#endif  // ZLIBVIDEO_BENCH_STREAMTIMES_H
