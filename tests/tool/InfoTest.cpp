@@ -1,0 +1,166 @@
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "tests/StreamBuilder.h"
+#include "tests/tool/ToolFixture.h"
+#include "tools/common/Diagnosis.h"
+#include "tools/common/MessageFileWriter.h"
+#include "tools/common/StreamDecoder.h"
+
+namespace zlibvideo {
+namespace {
+
+using Json = nlohmann::json;
+
+// Two blocks of 16 × 16: 768 bytes of pixels each in a room of 848; the scratch buffer has 1024.
+const Record kEmpty = {};
+const Bytes kNoise = Noise(2048, 1);
+
+Record Direct(std::size_t bytes, int format = 0) {
+  return {.format = format, .payload = Zlib({kNoise.data(), kNoise.data() + bytes})};
+}
+Record Banded(int start, int rows) {
+  return {.format = 0x04, .band = Band{start, rows}, .payload = Zlib(Bytes(48, 0x55))};
+}
+Message V1(const Record& record) {
+  return {.header = Header(kCodecTypeVersion1, 32, 16, 16, 16), .records = {record}};
+}
+Message V2(const std::vector<Record>& records, unsigned int flags = 0, const Bytes& rest = {}) {
+  return {Header(kCodecTypeVersion2, 32, 16, 16, 16), flags, {}, records, rest};
+}
+Record Damaged(std::size_t lost, int flipped) {
+  Bytes bytes = Direct(768).payload;
+  bytes.resize(bytes.size() - lost);
+  bytes.back() ^= static_cast<unsigned char>(flipped);
+  return {.payload = bytes};
+}
+
+/// What is refused may stand behind other intermediate records, which are good.
+struct Fault {
+  Message damaged;
+  std::string explanation;
+  std::vector<Message> before = {};
+};
+
+std::vector<Fault> Faults() {
+  const std::string v1 = "byte 5, block row 0 column 0: the record";
+  const std::string v2 = "byte 6, block row 0 column 0: the record";
+  const std::string band = ", in a block of 16 rows, ";
+  const std::string behindBand = std::to_string(6 + Banded(0, 2).Build().size() + 2);
+  const std::string behindReduced = std::to_string(6 + Direct(768).Build().size());
+  const std::string cut = std::to_string(Direct(768).payload.size() - 4);
+  return {
+      {{.header = {0, 3, 32, 16, 16, 16}, .rest = {0, 0}}, "byte 0: the frame type is 0"},
+      {V2({}), "byte 6: the message has 6 bytes, the shortest possible one has 7"},
+      {V2({}, kFlagPalette, {0}),
+       "byte 6: a palette is announced, but the message ends before its size"},
+      {V2({}, kFlagPalette, {2, 0}),
+       "byte 8, block row 0 column 0: the message ends where a record belongs (the palette record "
+       "before it announces 512 bytes, which do not fit either, so that its bytes count as "
+       "records)"},
+      {V1(kEmpty), "byte 7, block row 0 column 1: the message ends where a record belongs"},
+      {V1({.payload = {1, 2, 3}, .claimedSize = 9}),
+       v1 + " announces 9 bytes, but the message has only 3 more"},
+      {V2({{.format = 0x04, .payload = {0}}}),
+       v2 + " has 2 bytes, too few for its format byte and the band that it announces"},
+      {V1({.payload = {1, 2}}), v1 + "'s payload is not a zlib stream (incorrect header check)"},
+      {V1({.payload = {0x78, 0x9C, 0x07}}),
+       v1 + "'s payload is damaged after 0 bytes of output (invalid block type)"},
+      {V1(Damaged(0, 1)), v1 + "'s payload decompresses, but not to what its check value says"},
+      {V1(Damaged(4, 0)),
+       v1 + "'s payload is cut off: its " + cut + " bytes give 768 bytes of output and no end"},
+      {V1({.payload = Zlib(kNoise, kNoise)}), v1 + "'s payload asks for a preset dictionary"},
+      {V2({Direct(1025, 0x10)}),
+       v2 + "'s payload decompresses to more than the 1024 bytes that there is room for"},
+      {{.header = Header(6, 16, 32, 16, 16), .records = {kEmpty, {.format = 0x02}}},
+       "byte 8, block row 1 column 0: the record builds on reference pixels, but no direct record "
+       "has given the block any"},
+      {V2({Banded(0, 2), kEmpty, Banded(15, 2)}, kFlagSecondPass),
+       "byte " + behindBand + ", block row 0 column 0, pass 2: the record's band of rows 15 to 16" +
+           band + "ends past the block's reference pixels (768 bytes)",
+       {V2({Direct(768), kEmpty})}},
+      {V2({Banded(16, 1)}),
+       v2 + "'s band of row 16" + band + "ends past the block",
+       {V2({Direct(848), kEmpty})}},
+      {V2({Banded(0, 1)}),
+       v2 + "'s band of row 0" + band +
+           "leaves rows above it that the block's reference pixels (480 bytes) do not hold",
+       {V2({Direct(480), kEmpty})}},
+      {V2({Direct(768, 0x02), Direct(9, 0x11)}),
+       "byte " + behindReduced +
+           ", block row 0 column 1: the record is primed, but the block's dictionary is empty",
+       {V2({Direct(768), Direct(400, 0x10)}), V2({Direct(768), Direct(0, 0x10)})}},
+  };
+}
+
+TEST(DiagnosisTest, NamesPlaceAndFault) {
+  for (Fault& fault : Faults()) {
+    StreamDecoder stream;
+    fault.before.push_back(fault.damaged);
+    Bytes bytes(4096);  // all messages at one address, as in a reader's buffer
+    for (const Message& message : fault.before) {
+      const Bytes built = message.Build();
+      std::copy(built.begin(), built.end(), bytes.begin());
+      const auto length = static_cast<std::uint32_t>(built.size());
+      const bool last = &message == &fault.before.back();
+      ASSERT_NE(stream.Decode({bytes.data(), length, 0, 0}), last) << fault.explanation;
+      if (!last) continue;
+      const Failure failure = Diagnose(stream.Decoder(), {bytes.data(), length});
+      EXPECT_EQ(ExplainFailure(failure), fault.explanation);
+    }
+  }
+}
+
+class InfoTest : public ToolFixture {};
+
+/// A stream with a name that a page must not take for markup; its last message fails.
+TEST_F(InfoTest, ReportsInEveryForm) {
+  Message first = V2({Direct(768), Direct(768), kEmpty, kEmpty}, kFlagSecondPass, {7, 7});
+  first.palette = Zlib(Bytes(384));
+  MessageFileWriter writer(Path("<b>.zvm"));
+  for (const Message& message : {first, V2({kEmpty, Banded(3, 1)}), V2({kEmpty, Direct(849)})}) {
+    const Bytes bytes = message.Build();
+    writer.Write(bytes.data(), bytes.size());
+  }
+  writer.Commit();
+
+  const Outcome text = Run("zlibvideo info --map '<b>.zvm'");
+  for (const char* part : {" 50.0 %  .#\n        .B\n", "        .!\n", "+ 2 messages decoded",
+                           "0.0 %  ..\n        ! byte 8, block row 0 column 1"}) {
+    EXPECT_NE(text.text.find(part), std::string::npos) << part << "\n" << text.text;
+  }
+  EXPECT_EQ(Run("zlibvideo info '<b>.zvm' | LC_ALL=C grep -c '[^ -~]'").text, "0\n");
+
+  std::istringstream lines(Run("zlibvideo info --json '<b>.zvm'").text);
+  Json objects[3];
+  lines >> objects[0] >> objects[1] >> objects[2];
+  Json expected = Json::parse(R"({
+      "index": 0, "offset": 3, "decoded": true, "frame_type": 1, "key_frame": true,
+      "codec_type": 6, "picture": {"width": 32, "height": 16}, "block": {"width": 16, "height": 16},
+      "grid": {"columns": 2, "rows": 1}, "flags": 3, "palette": "installed", "passes": 2,
+      "changed_blocks": 2, "unread_bytes": 2, "failure": null})");
+  expected["bytes"] = first.Build().size();
+  expected["palette_bytes"] = first.palette->size();
+  for (const auto& kind : objects[0]["records"].items()) {
+    expected["records"][kind.key()] = {{"count", 0}, {"bytes", 0}};
+  }
+  expected["records"]["direct"] = {{"count", 2}, {"bytes", 2 * Direct(768).Build().size()}};
+  expected["records"]["empty"] = {{"count", 2}, {"bytes", 4}};
+  EXPECT_EQ(objects[0], expected);
+
+  EXPECT_EQ(Run("zlibvideo info --html page.html '<b>.zvm'").status, 2);
+  const std::string page = ReadFile("page.html");
+  const std::size_t start = page.find('[', page.find("id=\"messages\""));
+  Json messages = Json::parse(page.substr(start, page.find("</script>", start) - start));
+  EXPECT_EQ(page.find("<b>.zvm"), std::string::npos);
+  EXPECT_EQ(messages[0]["patch"]["whole"], true);
+  messages[1]["patch"].erase("src");
+  EXPECT_EQ(messages[1]["patch"].dump(), R"({"height":1,"whole":false,"width":16,"x":16,"y":12})");
+  EXPECT_EQ(messages[1]["cells"].dump(),
+            "[[1,4," + std::to_string(Banded(3, 1).Build().size()) + ",1,3,1]]");
+  const Outcome bare = Run("zlibvideo info --picture-limit 0 --html - '<b>.zvm'");
+  EXPECT_NE(bare.text.find("\"patch\":\"omitted\""), std::string::npos);
+}
+
+}  // namespace
+}  // namespace zlibvideo
