@@ -1,0 +1,115 @@
+#include "tests/CountingHost.h"
+
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include "host/GCHeap.h"
+#include "host/SystemMemory.h"
+
+namespace zlibvideo {
+namespace {
+
+void Note(std::string call, std::initializer_list<int> arguments = {}) {
+  for (const int argument : arguments) call += " " + std::to_string(argument);
+  Host().calls.push_back(call);
+}
+
+[[noreturn]] void Stop(const char* reason) {
+  std::fprintf(stderr, "%s\n", reason);
+  std::abort();
+}
+
+}  // namespace
+
+HostBytes MakeGuarded(std::size_t size, unsigned char fill) {
+  const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+  const std::size_t used = (size + page - 1) / page * page;
+  constexpr int kAccess = PROT_READ | PROT_WRITE, kKind = MAP_PRIVATE | MAP_ANONYMOUS;
+  auto* base = static_cast<unsigned char*>(mmap(nullptr, used + page, kAccess, kKind, -1, 0));
+  if (base == MAP_FAILED || mprotect(base + used, page, PROT_NONE) != 0) Stop("cannot map");
+  std::memset(base + used - size, fill, size);
+  return {base + used - size, [=](unsigned char*) { munmap(base, used + page); }};
+}
+
+HostBytes MakeGuarded(const Bytes& bytes) {
+  HostBytes copy = MakeGuarded(bytes.size(), 0);
+  std::copy(bytes.begin(), bytes.end(), copy.get());
+  return copy;
+}
+
+CountingHost& Host() {
+  static thread_local CountingHost host;
+  return host;
+}
+
+void CountingBitmap::Realloc(int width, int height, EBitmapType type) {
+  if (width + extra == GetWidth() && height + extra == GetHeight()) return;
+  const int rowLength = (width + extra) * 4;
+  fPixels = MakeGuarded(static_cast<std::size_t>(rowLength * (height + extra)), Host().fill);
+  SetSurface(type, nullptr, bottomUp ? -rowLength : rowLength, width + extra, height + extra);
+  fBaseAddress.Set(TopRow());
+}
+
+unsigned char* CountingBitmap::TopRow() const {
+  return fPixels.get() + (bottomUp ? -GetRowLength() * (GetHeight() - 1) : 0);
+}
+
+Bytes CountingBitmap::Pixels() const {
+  Bytes pixels;
+  for (int row = 0; row < GetHeight(); ++row) {
+    const unsigned char* start = TopRow() + GetRowLength() * row;
+    pixels.insert(pixels.end(), start, start + GetWidth() * 4);
+  }
+  return pixels;
+}
+
+}  // namespace zlibvideo
+
+using namespace zlibvideo;
+
+void* Vorn::SystemNew(unsigned long size, FixedMallocOpts opts) {
+  if (Host().allocations.size() + 1 == Host().failAt) {
+    Host().failAt = 0;
+    if (Host().failure == Failure::kNull) return nullptr;
+    if (Host().failure == Failure::kOtherException) throw std::runtime_error("heap is broken");
+    throw std::bad_alloc();
+  }
+  Host().allocations.push_back({size, opts});
+  // Block records are too many to give each a page.
+  HostBytes memory = opts == kFixedMallocBlockRecord
+                         ? HostBytes(static_cast<unsigned char*>(std::malloc(size)), std::free)
+                         : MakeGuarded(size, 0);
+  std::memset(memory.get(), Host().fill, size);
+  return Host().live.emplace(memory.get(), std::move(memory)).first->first;
+}
+
+void Vorn::SystemDelete(void* memory) {
+  if (Host().throwOnRelease) throw std::runtime_error("heap is broken");
+  if (Host().live.erase(memory) != 1) Stop("released what was not allocated");
+}
+
+// clang-format off
+void Vorn::GCHeap::SignalObjectTooLarge() { Stop("object too large"); }
+void SBitmapCore::LockBits(bool forWriting) { Note("LockBits", {forWriting}); }
+void SBitmapCore::UnlockBits() { Note("UnlockBits"); }
+void SBitmapCore::UpdateMipMap(SRECT r) { Note("UpdateMipMap", {r.xMin, r.xMax, r.yMin, r.yMax}); }
+VideoDecompressor::VideoDecompressor(CorePlayer* a, NetStream* b) { Note("Made", {a != nullptr, b != nullptr}); }
+VideoDecompressor::~VideoDecompressor() { Note("Gone, allocations left:", {static_cast<int>(Host().live.size())}); }
+void VideoDecompressor::AddRef() { ++fRefCount; }
+void VideoDecompressor::DeleteBuffers(Vorn::GCAPI::GCRef<SObject>) {}
+void VideoDecompressor::ReallocBuffers(Vorn::GCAPI::GCRef<SObject>) {}
+void VideoDecompressor::DeleteHWCodec(Vorn::GCAPI::GCRef<SObject>) {}
+// clang-format on
+
+void SBitmapCore::Restore() {
+  Note("Restore");
+  fBaseAddress.Set(static_cast<CountingBitmap*>(this)->TopRow());
+}
+
+bool VideoDecompressor::ReallocBitmap(Vorn::GCAPI::GCRef<SObject> video, int width, int height,
+                                      bool flag1, bool flag2, EBitmapType type, SRECT const* area,
+                                      SPOINT const* origin) {
+  Note("ReallocBitmap", {width, height, flag1, flag2, type, area != nullptr, origin != nullptr});
+  static_cast<CountingVideoObject*>(video.Get())->bitmap.Realloc(width, height, type);
+  return false;
+}

@@ -1,0 +1,101 @@
+#ifndef ZLIBVIDEO_TESTS_COUNTINGHOST_H
+#define ZLIBVIDEO_TESTS_COUNTINGHOST_H
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <unordered_map>
+
+#include "decoder/ZLibVideoDecompressor.h"
+#include "host/SBitmapCore.h"
+#include "tests/GoodStream.h"
+
+/// A second host, apart from the stand-in host: it counts what the component asks for, notes in
+/// which order it asks, fails on demand, and lets no byte past the end of anything be touched.
+namespace zlibvideo {
+
+/// Memory with an inaccessible page right behind it, and a copy of `bytes` in such memory.
+using HostBytes = std::unique_ptr<unsigned char, std::function<void(unsigned char*)>>;
+HostBytes MakeGuarded(std::size_t size, unsigned char fill);
+HostBytes MakeGuarded(const Bytes& bytes);
+
+enum class Failure { kBadAlloc, kOtherException, kNull };
+
+struct CountingHost {
+  std::vector<std::pair<std::size_t, int>> allocations;  // size and option of each so far
+  std::vector<std::string> calls;                        // of the other services, with arguments
+  std::unordered_map<void*, HostBytes> live;
+  std::size_t failAt = 0;  // the allocation to fail, counted from 1; 0 once it has
+  Failure failure = Failure::kBadAlloc;
+  bool throwOnRelease = false;
+  unsigned char fill = 0xA5;  // what new memory and new bitmaps hold
+};
+
+CountingHost& Host();  // the thread's own
+
+/// Keeps its pixels while the size asked for stays the same.
+class CountingBitmap : public SBitmapCore {
+ public:
+  void Realloc(int width, int height, EBitmapType type);
+  void PutAway() { fBaseAddress.Set(nullptr); }
+  void DamageAField() { reinterpret_cast<unsigned char&>(fWidth) ^= 1; }
+  Bytes Pixels() const;  // rows from the top
+
+  int extra = 0;  // pixels more than asked for, to the right and below
+  bool bottomUp = false;
+
+ private:
+  friend class SBitmapCore;
+  unsigned char* TopRow() const;
+  HostBytes fPixels;
+};
+
+struct CountingVideoObject : SObject {
+  CountingVideoObject() { SetRenderRecord(&record, true); }
+  CountingBitmap bitmap;
+  RenderRecord record = {&bitmap};
+};
+
+/// Opens the decoder's own state to the tests.
+struct DecoderProbe : ZLibVideoDecompressor {
+  using BlockedCodec::fBlockHeight, BlockedCodec::fBlocks, BlockedCodec::fBlockWidth,
+      BlockedCodec::fDecodeTable, BlockedCodec::fGridHeight, BlockedCodec::fGridWidth,
+      BlockedCodec::fImageHeight, BlockedCodec::fImageWidth, BlockedCodec::fPalette,
+      BlockedCodec::fScratchColorBuffer, BlockedCodec::fScratchColorBufferSize,
+      VideoDecompressor::fDecodedFrameCount, VideoDecompressor::fGPUCodec,
+      VideoDecompressor::fRefCount, VideoDecompressor::fReloadDisabled,
+      VideoDecompressor::fReloadPending, VideoDecompressor::fVideoBuffer,
+      VideoDecompressor::fVideoResourcesReleased, VideoDecompressor::fVideoTexture;
+  using ZLibVideoDecompressor::ZLibVideoDecompressor;
+};
+
+/// A decoder and a video object on this host, which must get everything back.
+struct DecoderTest : testing::Test {
+  DecoderTest() { Restart(); }
+  ~DecoderTest() override { Stop(); }
+  void TestBody() override {}
+
+  void Stop() {
+    decoder.reset();
+    EXPECT_EQ(Host().live.size(), 0u);
+    Host() = {};
+  }
+
+  void Restart() {
+    Stop();
+    decoder = std::make_unique<DecoderProbe>(nullptr, nullptr);
+    video = std::make_unique<CountingVideoObject>();
+  }
+
+  bool Decode(const Bytes& message, bool skipPush = false) {
+    const Vorn::GCAPI::GCRef<SObject> ref(video.get());
+    return decoder->DecompressVideo(ref, MakeGuarded(message).get(), message.size(), skipPush);
+  }
+
+  std::unique_ptr<DecoderProbe> decoder;
+  std::unique_ptr<CountingVideoObject> video;
+};
+
+}  // namespace zlibvideo
+
+#endif  // ZLIBVIDEO_TESTS_COUNTINGHOST_H

@@ -1,0 +1,168 @@
+// Geometry of the grid, life of its buffers, and its composition into the host's bitmap.
+
+#include "grid/BufferSizes.h"
+#include "output/WidenRow.h"
+#include "tests/CountingHost.h"
+
+namespace zlibvideo {
+namespace {
+
+using GridTest = DecoderTest;
+using Cells = std::vector<std::array<int, 4>>;
+
+TEST_F(GridTest, SizesAreThoseOfTheFormat) {
+  // clang-format off
+  for (const auto& [width, height, scratch, room] :
+       {std::array{16, 16, 1024, 848}, {16, 32, 1648, 1648}, {32, 32, 3248, 3248},
+        {48, 48, 7248, 7248}, {64, 64, 12832, 12832}, {256, 256, 204528, 204528},
+        {1, 1, 1024, 256}}) {
+    // clang-format on
+    EXPECT_TRUE(decoder->SetupCodec(100, 100, width, height));
+    EXPECT_EQ(decoder->fScratchColorBufferSize, scratch);
+    EXPECT_EQ(RawDataCapacity(width, height), room);
+  }
+  EXPECT_EQ(BlockedCodec::CalcBlockSize(511), 64);
+  EXPECT_EQ(BlockedCodec::CalcBlockSize(512), 128);
+  char sizes[] = "......";
+  BlockedCodec::WriteToBuf2(sizes, 3, 0x7FFF0000 + 300);
+  EXPECT_STREQ(sizes, "...\x01\x2C.");
+  // Width, height, offset and stride of each block.
+  using Case = std::tuple<int, int, Cells>;
+  const Cells four{
+      {64, 64, 0, 300}, {36, 64, 192, 300}, {64, 36, 19200, 300}, {36, 36, 19392, 300}};
+  for (const auto& [width, height, expected] :
+       {Case{100, 100, four}, Case{20, 20, Cells{{20, 20, 0, 60}}},
+        Case{128, 64, Cells{{64, 64, 0, 384}, {64, 64, 192, 384}}}}) {
+    ASSERT_TRUE(decoder->SetupCodec(width, height, 64, 64));
+    Cells cells;
+    for (int i = 0; i < decoder->fGridWidth * decoder->fGridHeight; ++i) {
+      const BitmapDataBlock& b = *decoder->fBlocks[i];
+      cells.push_back({b.fWidth, b.fHeight, b.fImageOffset, b.fImageStride});
+    }
+    EXPECT_EQ(cells, expected);
+  }
+}
+
+TEST_F(GridTest, IsKeptUntilTheGeometryChanges) {
+  DecoderProbe& d = *decoder;
+  d.MakeTarvishDecodeTable(), d.MakeTarvishPalette(nullptr);
+  ASSERT_TRUE(d.SetupCodec(40, 24, 16, 16));
+  // The object, two tables, the array, and a record for each block.
+  std::vector<std::pair<std::size_t, int>> expected = {
+      {sizeof(DecoderProbe), 0}, {131072, 0}, {512, 0}, {6 * sizeof(void*), 0}};
+  expected.resize(10, {sizeof(BitmapDataBlock), 1});
+  EXPECT_EQ(Host().allocations, expected);
+  const auto tables = std::pair(d.fDecodeTable, d.fPalette);
+  std::array now{40, 24, 16, 16};
+  for (const std::size_t changed : {4, 0, 1, 2, 3, 4}) {
+    const bool keeps = changed == 4;
+    if (!keeps) now[changed] += 16;
+    d.CheckScratchColorBuffer();
+    ASSERT_TRUE(d.GetBlock(0, 0)->SetRawData(nullptr, 10));
+    const unsigned char* scratch = d.fScratchColorBuffer;
+    EXPECT_TRUE(d.SetupCodec(now[0], now[1], now[2], now[3]));
+    EXPECT_EQ(d.GetBlock(0, 0)->fRawData != nullptr, keeps);
+    EXPECT_EQ(d.fScratchColorBuffer, keeps ? scratch : nullptr);
+  }
+  EXPECT_EQ(std::pair(d.fDecodeTable, d.fPalette), tables);
+  EXPECT_FALSE(d.SetupCodec(0, 25, 32, 32) || d.SetupCodec(0, 25, 32, 32) || d.fBlocks);
+  d.ClearProcessedFlags();
+}
+
+TEST_F(GridTest, BuffersOnlyGrow) {
+  const Bytes data = Noise(300, 1);
+  const unsigned char *source = data.data(), *null = nullptr;
+  BitmapDataBlock b;
+  // clang-format off
+  for (const auto& [bytes, size, exists, sizeAfter, capacity, allocations] :
+       {std::tuple{source, 0, false, 0, 0, 1u}, {source, -1, false, 0, -1, 1u},
+        {source, 200, true, 200, 200, 2u}, {source, 100, true, 100, 200, 2u},
+        {source, 0, true, 0, 200, 2u}, {source, 300, true, 300, 300, 3u},
+        {null, 250, true, 0, 300, 3u}}) {
+    // clang-format on
+    EXPECT_EQ(b.SetPreviousData(bytes, size), exists) << size;
+    EXPECT_EQ(std::tuple(b.fPreviousData != null, b.fPreviousDataSize, b.fPreviousDataCapacity),
+              std::tuple(exists, sizeAfter, capacity));
+    EXPECT_EQ(Host().allocations.size(), allocations);
+    EXPECT_TRUE(std::equal(b.fPreviousData, b.fPreviousData + sizeAfter, source));
+  }
+  Host().failAt = 4, Host().failure = Failure::kNull;
+  EXPECT_FALSE(b.SetPreviousData(source, 301) || b.fPreviousData || b.fPreviousDataSize != 0);
+}
+
+TEST_F(GridTest, DecodesOnWhenPartlyBuilt) {
+  for (std::size_t missing = 0; missing < 4; ++missing) {
+    Restart();
+    // After the decoder and the array come the records. What a missing block covers stays white.
+    Host().failAt = 3 + missing, Host().failure = Failure::kNull, Host().fill = 0xFF;
+    PlainPicture picture(Header(6, 20, 20, 16, 16), 1);
+    const Bytes message = picture.Whole().Build();
+    EXPECT_FALSE(Decode(message));
+    EXPECT_TRUE(Decode(message));
+    for (std::size_t i = missing; i < 4; ++i) picture.blocks[i].assign(768, 0xFF);
+    EXPECT_EQ(video->bitmap.Pixels(), picture.Bitmap());
+  }
+}
+
+TEST_F(GridTest, ComposesEverySmallPicture) {
+  for (int i = 0; i < 2 * 33 * 33; ++i) {
+    const int width = i / 2 % 33 + 1, height = i / 66 + 1, version = i % 3 == 0 ? 3 : 6;
+    const PlainPicture picture(Header(version, width, height, i % 2 == 0 ? 16 : 32, 16), 7);
+    ASSERT_TRUE(Decode(picture.Whole().Build()));
+    ASSERT_EQ(video->bitmap.Pixels(), picture.Bitmap()) << width << " x " << height;
+  }
+}
+
+TEST_F(GridTest, WritesThePictureAndNothingElse) {
+  PlainPicture picture(Header(3, 100, 70, 64, 64), 1);
+  Message message = picture.Whole();
+  message.records[1] = {};  // no pixels yet: black
+  picture.blocks[1].assign(picture.blocks[1].size(), 0);
+  const Bytes expected = picture.Bitmap();
+  for (const bool bottomUp : {false, true}) {
+    Restart();
+    video->bitmap.extra = 3, video->bitmap.bottomUp = bottomUp;
+    video->bitmap.Realloc(100, 70, kBitmapVideoFrame);
+    video->bitmap.PutAway();
+    EXPECT_TRUE(Decode(message.Build()));
+    const std::vector<std::string> calls = {
+        "Made 0 0", "ReallocBitmap 100 70 0 0 5 0 0", "LockBits 1",
+        "Restore",  "UpdateMipMap 0 103 0 73",        "UnlockBits"};
+    EXPECT_EQ(Host().calls, calls);
+    const Bytes pixels = video->bitmap.Pixels();
+    for (std::size_t i = 0; i < pixels.size(); ++i) {
+      const std::size_t x = i % 412, y = i / 412;
+      ASSERT_EQ(pixels[i], x < 400 && y < 70 ? expected[y * 400 + x] : 0xA5) << x << ' ' << y;
+    }
+    Restart();  // no grid, and then a bitmap out of reach
+    video->bitmap.Realloc(2, 2, bottomUp ? kBitmapNotAddressable : kBitmapVideoFrame);
+    decoder->PushFrame(&video->bitmap);
+    EXPECT_EQ(Host().calls.size(), bottomUp ? 1u : 4u);
+    EXPECT_EQ(video->bitmap.Pixels(), Bytes(16, 0xA5));
+  }
+}
+
+struct Rows : SBitmapCore {
+  Rows(unsigned char* base, int length) { SetSurface(kBitmapVideoFrame, base, length, 130, 6); }
+};
+
+TEST(WidenRowTest, EveryVariantWritesItsRowsAndNothingElse) {
+  for (const NamedRowWidener& variant : AvailableRowWideners()) {
+    for (unsigned int i = 0; i < 131 * 16; ++i) {
+      const unsigned int pixels = i / 16, shift = i % 16, rows = i % 7;
+      const Bytes colors = Noise(rows * pixels * 3, i);
+      Bytes target(6 * 600, 0xEE), expected = target;
+      for (unsigned int byte = 0; byte < rows * pixels * 4; ++byte) {
+        const unsigned int row = rows - 1 - byte / (pixels * 4), at = byte % (pixels * 4);
+        expected[row * 600 + shift + at] = at % 4 == 3 ? 255 : colors[byte / 4 * 3 + at % 4];
+      }
+      Rows bitmap(target.data() + shift, 600);
+      const auto width = static_cast<int>(pixels), count = static_cast<int>(rows);
+      variant.widen(MakeGuarded(colors).get(), {&bitmap, count - 1, 0}, count, width);
+      ASSERT_EQ(target, expected) << variant.name << ' ' << pixels << ' ' << shift;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace zlibvideo

@@ -1,0 +1,137 @@
+// A host without memory, with stale memory, with many threads; and what a message can cost at most.
+
+#include <thread>
+
+#include "grid/BufferSizes.h"
+#include "tests/CountingHost.h"
+
+namespace zlibvideo {
+namespace {
+
+using HostileTest = DecoderTest;
+
+TEST_F(HostileTest, DecodesOnAfterEachFailedAllocation) {
+  const std::vector<Step> stream = GoodStream();
+  for (const Failure failure : {Failure::kBadAlloc, Failure::kNull}) {
+    bool failed = true;
+    for (std::size_t n = 2; failed; ++n) {
+      Restart();
+      Host().failAt = n, Host().failure = failure;
+      int thrown = 0;
+      for (const Step& step : stream) {
+        try {
+          static_cast<void>(Decode(step.message));
+        } catch (const std::bad_alloc&) {
+          ++thrown;
+          EXPECT_TRUE(Decode(step.message));
+        }
+        failed = Host().failAt == 0;
+        // A null result may leave gaps in the grid, until the geometry is another.
+        if (failed && failure == Failure::kNull) break;
+        ASSERT_EQ(video->bitmap.Pixels(), step.bitmap) << n;
+      }
+      EXPECT_EQ(thrown, failed && failure == Failure::kBadAlloc ? 1 : 0);
+      Host().failAt = 0;
+      EXPECT_TRUE(decoder->SetupCodec(1, 1, 16, 16));
+      for (const Step& step : stream) {
+        ASSERT_TRUE(Decode(step.message));
+        ASSERT_EQ(video->bitmap.Pixels(), step.bitmap) << n;
+      }
+    }
+  }
+}
+
+TEST_F(HostileTest, ShowsStaleMemoryOnlyInKnownPlaces) {
+  const FrameHeader v1 = Header(3, 16, 16, 16, 16), v2 = Header(6, 16, 16, 16, 16);
+  const Bytes little = Zlib(Noise(99, 1));
+  const Record whole{.format = 0, .payload = Zlib(Noise(768, 1))}, none;
+  const Record noCodes{.format = 0x10}, bad{.format = 0x11, .payload = {7}};
+  using Case = std::tuple<const char*, bool, FrameHeader, std::vector<Record>>;
+  for (const auto& [name, shows, header, records] :
+       {Case{"no pixels yet", false, v1, {none}},
+        Case{"bad intermediate payload", false, v2, {whole, {.format = 1, .payload = {7}}}},
+        Case{"short payload", true, v1, {{.payload = little}}},
+        Case{"payload without pixels", true, v1, {{.payload = Zlib({})}}},
+        Case{"failed payload", true, v1, {{.payload = {1}}, none}},
+        Case{"short direct payload", true, v2, {{.format = 0, .payload = little}}},
+        Case{"empty direct payload", true, v2, {{.format = 0}}},
+        Case{"failed direct payload", true, v2, {{.format = 0, .payload = {1}}, none}},
+        Case{"intermediate payload on a new block", true, v2, {{.format = 2}, none}},
+        Case{"few codes", true, v2, {{.format = 0x10, .payload = little}}},
+        Case{"rejected codes", true, v2, {{.format = 0x08, .payload = little}}},
+        Case{"no codes", true, v2, {noCodes}},
+        Case{"primed with the scratch buffer", true, v2, {whole, noCodes, whole, bad}}}) {
+    std::vector<Bytes> pictures;
+    for (const int fill : {0x00, 0xA5}) {
+      Restart();
+      Host().fill = static_cast<unsigned char>(fill);
+      for (const Record& record : records) {
+        static_cast<void>(Decode(Message{.header = header, .records = {record}}.Build()));
+      }
+      pictures.push_back(video->bitmap.Pixels());
+    }
+    EXPECT_EQ(pictures[0] != pictures[1], shows) << name;
+  }
+}
+
+TEST_F(HostileTest, AllocatesNothingForARepeatedMessageInAnyOfEightThreads) {
+  std::vector<std::jthread> threads;
+  for (int i = 0; i < 8; ++i) {
+    threads.emplace_back([] {
+      DecoderTest test;
+      for (const Step& step : GoodStream()) {
+        EXPECT_TRUE(test.Decode(step.message));
+        const std::size_t before = Host().allocations.size();
+        EXPECT_TRUE(test.Decode(step.message));
+        EXPECT_EQ(Host().allocations.size(), before);
+        EXPECT_EQ(test.video->bitmap.Pixels(), step.bitmap);
+      }
+    });
+  }
+}
+
+TEST_F(HostileTest, CostsNoMoreMemoryThanTheHeaderAllows) {
+  for (const auto& [header, blocks, filled] :
+       {std::tuple{Header(3, 4095, 4095, 16, 16), 65536ul, 0ul},
+        {Header(6, 4095, 4095, 16, 16), 65536ul, 0ul},
+        {Header(3, 20, 40, 16, 16), 6ul, 6ul},
+        {Header(6, 16, 20, 16, 16), 2ul, 2ul},
+        {Header(6, 1, 1, 256, 256), 1ul, 1ul}}) {
+    Restart();
+    const bool isV2 = header.codecType == kCodecTypeVersion2;
+    const auto room = std::size_t(RawDataCapacity(header.blockWidth, header.blockHeight));
+    const std::size_t scratch = std::max<std::size_t>(room, 1024);
+    // Zeros for all of the scratch buffer, too many to convert: the room becomes previous data.
+    const Record most{.format = isV2 ? std::optional(0x10) : std::nullopt,
+                      .payload = Zlib(Bytes(isV2 ? scratch : room))};
+    const Message message{.header = header, .records{filled, most}, .rest = Bytes(2)};
+    EXPECT_EQ(Decode(message.Build(), true), filled == blocks);
+    std::size_t bytes = 0;
+    for (const auto& [size, option] : Host().allocations) bytes += size;
+    EXPECT_EQ(bytes - sizeof(DecoderProbe),
+              blocks * (sizeof(BitmapDataBlock*) + sizeof(BitmapDataBlock)) + filled * room +
+                  (isV2 ? filled * (room + scratch) + scratch + 131072 + 512 : 0));
+  }
+}
+
+TEST_F(HostileTest, EndsTheProcessRatherThanGoOnDeathTest) {
+  const Bytes message = GoodStream()[2].message;
+  EXPECT_DEATH(static_cast<void>(decoder->SetupCodec(32768, 16384, 1, 1)), "object too large");
+  Host().failAt = 2, Host().failure = Failure::kNull;
+  EXPECT_FALSE(decoder->SetupCodec((1 << 29) - 1, 1, 1, 1));
+  decoder->fScratchColorBufferSize = -1;
+  EXPECT_DEATH(decoder->CheckScratchColorBuffer(), "object too large");
+  for (std::size_t n = 2; n < 30; n += 3) {
+    Restart();
+    Host().failAt = n, Host().failure = Failure::kOtherException;
+    EXPECT_DEATH(static_cast<void>(Decode(message)), "heap is broken") << n;
+  }
+  Restart();
+  ASSERT_TRUE(Decode(message));
+  EXPECT_DEATH(Host().throwOnRelease = true; decoder->DeleteBlocks(), "heap is broken");
+  EXPECT_DEATH(Host().throwOnRelease = true; decoder.reset(), "heap is broken");
+  EXPECT_DEATH(video->bitmap.DamageAField(); decoder->PushFrame(&video->bitmap), "");
+}
+
+}  // namespace
+}  // namespace zlibvideo
