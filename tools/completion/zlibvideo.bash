@@ -9,7 +9,7 @@ _zlibvideo_options() {
       echo "--help --output --codec --block --key-every --reduced --passes --renew --level --quiet"
       ;;
     info)
-      echo "--help --json --map --html"
+      echo "--help --json --map --html --picture-limit"
       ;;
     *)
       echo "--help --version"
@@ -41,7 +41,7 @@ _zlibvideo() {
     --fps) _zlibvideo_words "$current" "5 10 25 30" ;;
     --verify) _zlibvideo_files "$current" "hashes" ;;
     # No reply: bash completes file names; numbers are typed.
-    -o | --output | --html | --from | --to | --key-every | --renew) ;;
+    -o | --output | --html | --picture-limit | --from | --to | --key-every | --renew) ;;
     *)
       if [[ $current == -?* ]]; then
         _zlibvideo_words "$current" "$(_zlibvideo_options "$command")"

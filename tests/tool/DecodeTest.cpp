@@ -1,0 +1,224 @@
+#include <png.h>
+#include <webp/demux.h>
+#include <zlib.h>
+
+#include <algorithm>
+#include <memory>
+#include <regex>
+#include <sstream>
+
+#include "tests/GoodStream.h"
+#include "tests/tool/ToolFixture.h"
+#include "tools/common/MessageFileReader.h"
+#include "tools/common/MessageFileWriter.h"
+#include "tools/decode/Bt709.h"
+
+namespace zlibvideo {
+namespace {
+
+/// good.zvm is the good stream: pictures of 40x24 and a last one of another size.
+/// bad.zvm is an empty message, the first step, the second cut short, the second.
+class DecodeTest : public ToolFixture {
+ protected:
+  DecodeTest() {
+    std::vector<Bytes> good;
+    for (const Step& step : fSteps) good.push_back(step.message);
+    Save("good.zvm", good);
+    Save("bad.zvm", {{}, good[0], Bytes(good[1].begin(), good[1].end() - 1), good[1]});
+  }
+  void Save(const std::string& name, const std::vector<Bytes>& messages) const {
+    MessageFileWriter writer(Path(name));
+    for (const Bytes& message : messages) writer.Write(message.data(), message.size());
+    writer.Commit();
+  }
+  std::string Bitmaps(std::size_t first, std::size_t end) const {
+    std::string all;
+    for (; first < end; ++first)
+      all.append(fSteps[first].bitmap.begin(), fSteps[first].bitmap.end());
+    return all;
+  }
+  std::string Crc(std::size_t step) const {
+    std::ostringstream digits;
+    const Bytes& bitmap = fSteps[step].bitmap;
+    digits << std::hex << crc32_z(0, bitmap.data(), bitmap.size());
+    const std::string text = digits.str();
+    return std::string(8 - text.size(), '0') + text;
+  }
+  Bytes PngPixels(const std::string& name) const {
+    png_image image = {};
+    image.version = PNG_IMAGE_VERSION;
+    if (png_image_begin_read_from_file(&image, Path(name).c_str()) == 0) return {};
+    image.format = PNG_FORMAT_BGRA;
+    Bytes pixels(PNG_IMAGE_SIZE(image));
+    png_image_finish_read(&image, nullptr, pixels.data(), 0, nullptr);
+    return pixels;
+  }
+
+  const std::vector<Step> fSteps = GoodStream();
+  const std::size_t fAll = fSteps.size();
+};
+
+std::ptrdiff_t Lines(const std::string& text) {
+  return std::count(text.begin(), text.end(), '\n');
+}
+
+TEST_F(DecodeTest, RawPicturesComeThroughFilesAndPipes) {
+  EXPECT_EQ("", Run("zlibvideo decode good.zvm -o new/folder/all.bgra").text);
+  EXPECT_TRUE(Bitmaps(0, fAll) == ReadFile("new/folder/all.bgra"));
+  EXPECT_TRUE(Bitmaps(0, fAll) == Run("zlibvideo decode - --format bgra -o - < good.zvm").text);
+  EXPECT_TRUE(Bitmaps(1, 3) ==
+              Run("zlibvideo decode good.zvm --format bgra -o - --from 2 --to 3").text);
+}
+
+TEST_F(DecodeTest, PngFilesAreNumberedByMessage) {
+  const Outcome outcome = Run("zlibvideo decode bad.zvm -o out/%03d.png");
+  EXPECT_EQ(2, outcome.status);
+  const std::string offset = std::to_string(3 * 3 + fSteps[0].message.size());
+  const std::string line = "zlibvideo: bad.zvm: message ";
+  EXPECT_EQ(0u, outcome.text.find(line + "0 at byte 3 failed at its byte 0: "));
+  EXPECT_NE(std::string::npos, outcome.text.find('\n' + line + "2 at byte " + offset + " failed "));
+  EXPECT_EQ((std::set<std::string>{"bad.zvm", "good.zvm", "out/002.png", "out/004.png"}), Files());
+  EXPECT_TRUE(fSteps[0].bitmap == PngPixels("out/002.png"));
+  EXPECT_TRUE(fSteps[1].bitmap == PngPixels("out/004.png"));
+  EXPECT_EQ(1, Run("zlibvideo decode good.zvm -o one.png").status) << "one name for all pictures";
+  EXPECT_TRUE(fSteps[0].bitmap == PngPixels("one.png"));
+}
+
+TEST_F(DecodeTest, HashLinesAreListedAndVerified) {
+  const Outcome list = Run("zlibvideo decode bad.zvm --format hash 2>/dev/null | tee bad.hashes");
+  const std::string first = " 40x24 " + Crc(0), last = "3 1 40x24 " + Crc(1);
+  EXPECT_EQ("0 0 0x0 00000000\n1 1" + first + "\n2 0" + first + "\n" + last + "\n", list.text);
+  EXPECT_EQ(
+      0,
+      Run("out=$(zlibvideo decode bad.zvm --verify bad.hashes 2>&1) && test -z \"$out\"").status);
+  for (const std::string change : {"sed 's/3 1 40/3 0 40/'", "head -n 3", "sed 4p"}) {
+    const Outcome outcome = Run(change + " bad.hashes | zlibvideo decode bad.zvm --verify -");
+    EXPECT_EQ(3, outcome.status) << change;
+    EXPECT_EQ(1, Lines(outcome.text)) << outcome.text;
+  }
+}
+
+TEST_F(DecodeTest, WholeMessagesOfACutFileAreRead) {
+  Save("small.zvm", {{1, 2, 3}, {}, {4}});
+  const std::string file = ReadFile("small.zvm");
+  for (std::size_t size = 0; size <= file.size(); ++size) {
+    std::ofstream(Path("cut.zvm"), std::ios::binary) << file.substr(0, size);
+    MessageFileReader reader(Path("cut.zvm"));
+    FileMessage message;
+    auto result = reader.Next(&message);
+    while (result == MessageFileReader::Result::kMessage) result = reader.Next(&message);
+    EXPECT_EQ(size < 6 ? 0u : size < 9 ? 1u : size < 13 ? 2u : 3u, reader.MessageCount());
+    const bool whole = size == 0 || size == 6 || size == 9 || size == 13;
+    EXPECT_EQ(whole, result == MessageFileReader::Result::kEnd) << size;
+    const std::string place = "early at byte " + std::to_string(size) + ":";
+    EXPECT_NE(whole, reader.Problem().find(place) != std::string::npos);
+  }
+  EXPECT_EQ(2, Run("head -c -1 good.zvm | zlibvideo decode - -o all.bgra").status);
+  EXPECT_TRUE(Bitmaps(0, fAll - 1) == ReadFile("all.bgra"));
+}
+
+TEST_F(DecodeTest, WhatCannotRunSaysSoInOneLineAndLeavesNoFile) {
+  Run(": > empty.zvm; for i in 1 2 3 4 5 6 7 8 9; do cat good.zvm >> long.zvm; done");
+  const std::set<std::string> before = Files();
+  for (const char* script :
+       {"zlibvideo decode empty.zvm -o x.bgra", "zlibvideo decode . -o x.png",
+        "zlibvideo decode no.zvm -o x.png", "zlibvideo decode good.zvm -o /dev/full --format webp",
+        "zlibvideo decode good.zvm -o good.zvm/x.y4m",
+        "zlibvideo decode good.zvm -o /proc/x/%d.png",
+        "zlibvideo decode good.zvm --format hash > /dev/full",
+        "{ { zlibvideo decode long.zvm --format bgra -o -; echo $? >&3; } | head -c 1 >/dev/null; "
+        "} 3>&1 | { read status; exit $status; }"}) {
+    const Outcome outcome = Run(script);
+    EXPECT_EQ(1, outcome.status) << script;
+    EXPECT_EQ(1, Lines(outcome.text)) << script << outcome.text;
+    EXPECT_EQ(before, Files()) << script;
+  }
+  const Outcome stopped =
+      Run("mkfifo in; '" ZLIBVIDEO_PROGRAM
+          "' decode in -o x.bgra & exec 3>in; cat long.zvm >&3; while ! ls .*.part; "
+          "do sleep 0.01; done; kill $!; wait $!; status=$?; rm in; exit $status");
+  EXPECT_EQ(128 + SIGTERM, stopped.status) << stopped.text;
+  EXPECT_EQ(before, Files());
+}
+
+TEST_F(DecodeTest, UsageErrorsNameTheValue) {
+  for (const std::string arguments :
+       {"-o %d%d.png", "-o %s.png", "-o x%n.png", "-o %123d.png", "-o x.gif", "--format jpg",
+        "-o x.png --from 0", "-o x.png --to 1x", "-o x.webp --fps 1/0", "-o x.y4m --fps 1001"}) {
+    const Outcome outcome = Run("zlibvideo decode good.zvm " + arguments);
+    EXPECT_EQ(1, outcome.status) << arguments;
+    EXPECT_NE(std::string::npos, outcome.text.find(arguments.substr(arguments.rfind(' ') + 1)));
+  }
+}
+
+TEST(Bt709Test, EveryColourSurvivesInTenBits) {
+  using Ten = Bt709<10>;
+  // Red by the definition: Y = 64 + 876 x 0.2126, Cb = 512 - 896 x 0.2126 / 1.8556.
+  const Ten::YCbCr red = Ten::FromRgb({255, 0, 0});
+  EXPECT_TRUE(red.y == 250 && red.cb == 409 && red.cr == 960);
+  int changed = 0;
+  for (int rgb = 0; rgb < 1 << 24; ++rgb) {
+    const Ten::Rgb colour = {rgb >> 16, rgb >> 8 & 255, rgb & 255};
+    changed += Ten::ToRgb(Ten::FromRgb(colour)) == colour ? 0 : 1;
+  }
+  EXPECT_EQ(0, changed);
+}
+
+TEST_F(DecodeTest, Y4mHoldsEveryColourInPlanes) {
+  const Outcome outcome = Run("zlibvideo decode good.zvm -o x.y4m --fps 29.97");
+  EXPECT_NE(std::string::npos, outcome.text.find("40x24 to 33x20"));
+  EXPECT_EQ(1u, Files().count("x-2.y4m"));
+  std::istringstream movie(ReadFile("x.y4m"));
+  std::string line, bitmaps;
+  std::getline(movie, line);
+  EXPECT_EQ("YUV4MPEG2 W40 H24 F2997:100 Ip A1:1 C444p10 XYSCSS=444P10 XCOLORRANGE=LIMITED", line);
+  while (std::getline(movie, line) && line == "FRAME") {
+    unsigned char planes[3][40 * 24][2] = {};
+    movie.read(reinterpret_cast<char*>(planes), sizeof(planes));
+    for (std::size_t i = 0; i < 40 * 24; ++i) {
+      const auto sample = [&](int plane) { return planes[plane][i][0] | planes[plane][i][1] << 8; };
+      const auto rgb = Bt709<10>::ToRgb({sample(0), sample(1), sample(2)});
+      for (const int c : {rgb.blue, rgb.green, rgb.red, 255}) bitmaps += static_cast<char>(c);
+    }
+  }
+  EXPECT_TRUE(Bitmaps(0, fAll - 1) == bitmaps);
+}
+
+TEST_F(DecodeTest, WebpIsAnExactAnimation) {
+  EXPECT_EQ(0, Run("zlibvideo decode good.zvm -o x.webp --fps 8").status);
+  const std::string movie = ReadFile("x.webp");
+  const WebPData data = {reinterpret_cast<const std::uint8_t*>(movie.data()), movie.size()};
+  WebPAnimDecoderOptions options;
+  ASSERT_TRUE(WebPAnimDecoderOptionsInit(&options));
+  options.color_mode = MODE_BGRA;
+  const std::unique_ptr<WebPAnimDecoder, void (*)(WebPAnimDecoder*)> decoder(
+      WebPAnimDecoderNew(&data, &options), WebPAnimDecoderDelete);
+  std::string bitmaps;
+  std::uint8_t* pixels = nullptr;
+  for (int end = 0, begin = 0; WebPAnimDecoderGetNext(decoder.get(), &pixels, &end) != 0;
+       begin = end) {
+    EXPECT_EQ(125, end - begin);
+    bitmaps.append(reinterpret_cast<char*>(pixels), 40 * 24 * 4);
+  }
+  EXPECT_TRUE(Bitmaps(0, fAll - 1) == bitmaps);
+  EXPECT_EQ(1u, Files().count("x-2.webp"));
+}
+
+TEST_F(DecodeTest, BashCompletesEveryOption) {
+  for (const std::string command : {"", "decode", "record", "info"}) {
+    const std::string help = Run("zlibvideo " + command + " --help").text;
+    const std::string offered =
+        Run("bash -c 'source " ZLIBVIDEO_COMPLETION "; COMP_WORDS=(zlibvideo " + command +
+            " --); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _zlibvideo; echo \" ${COMPREPLY[*]} \"'")
+            .text;
+    const std::regex option("\n  (?:-[a-z],)?(--[a-z0-9-]+)");
+    std::sregex_iterator i(help.begin(), help.end(), option);
+    EXPECT_NE(std::sregex_iterator(), i);
+    for (; i != std::sregex_iterator(); ++i) {
+      EXPECT_NE(std::string::npos, offered.find(" " + i->str(1) + " ")) << command << i->str();
+    }
+  }
+}
+
+}  // namespace
+}  // namespace zlibvideo

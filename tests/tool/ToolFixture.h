@@ -1,0 +1,61 @@
+#ifndef ZLIBVIDEO_TESTS_TOOL_TOOLFIXTURE_H
+#define ZLIBVIDEO_TESTS_TOOL_TOOLFIXTURE_H
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <set>
+#include <string>
+
+namespace zlibvideo {
+
+struct Outcome {
+  int status = 0;
+  /// Standard output and standard error.
+  std::string text;
+};
+
+/// A folder of its own for each test, and the program run in it by a shell.
+class ToolFixture : public testing::Test {
+ protected:
+  ToolFixture() {
+    std::string name = testing::TempDir() + "zlibvideo-XXXXXX";
+    if (mkdtemp(name.data()) != nullptr) fFolder = name;
+  }
+  ~ToolFixture() override { std::filesystem::remove_all(fFolder); }
+
+  /// `script` may call `zlibvideo`.
+  Outcome Run(const std::string& script) const {
+    const std::string command = "exec 2>&1; cd '" + fFolder.string() + "'; zlibvideo() { '" +
+                                ZLIBVIDEO_PROGRAM + "' \"$@\"; }; " + script;
+    Outcome outcome;
+    std::FILE* pipe = popen(command.c_str(), "r");
+    for (int c = 0; (c = std::fgetc(pipe)) != EOF;) outcome.text += static_cast<char>(c);
+    outcome.status = WEXITSTATUS(pclose(pipe));
+    return outcome;
+  }
+  std::string Path(const std::string& name) const { return (fFolder / name).string(); }
+  std::string ReadFile(const std::string& name) const {
+    std::ifstream file(Path(name), std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
+  /// Names of all files below the folder.
+  std::set<std::string> Files() const {
+    std::set<std::string> names;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(fFolder)) {
+      if (!entry.is_directory()) names.insert(entry.path().lexically_relative(fFolder).string());
+    }
+    return names;
+  }
+
+  std::filesystem::path fFolder;
+};
+
+}  // namespace zlibvideo
+
+#endif  // ZLIBVIDEO_TESTS_TOOL_TOOLFIXTURE_H
