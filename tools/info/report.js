@@ -255,8 +255,11 @@ let drawnAt = -1, wanted = 0;
 function load(at) {
   if (!loaded.has(at)) {
     const image = new Image();
+    loaded.set(at, new Promise((done, failed) => {
+      image.onload = () => done(image);
+      image.onerror = () => failed(new Error(`that of message ${messages[at].index} is damaged`));
+    }));
     image.src = messages[at].patch.src;
-    loaded.set(at, image.decode().then(() => image));
     if (loaded.size > 64) loaded.delete(loaded.keys().next().value);
   }
   return loaded.get(at);
