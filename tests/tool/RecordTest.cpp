@@ -1,0 +1,186 @@
+#include <png.h>
+
+#include <algorithm>
+#include <map>
+
+#include "tests/StreamBuilder.h"
+#include "tests/tool/ToolFixture.h"
+#include "tools/common/MessageOutline.h"
+#include "tools/common/PngFile.h"
+#include "tools/common/StreamDecoder.h"
+#include "tools/info/RecordKind.h"
+#include "tools/record/FrameEncoder.h"
+#include "tools/record/RecordError.h"
+
+namespace zlibvideo {
+namespace {
+
+constexpr unsigned int kPictures = 15;
+constexpr unsigned int kKeyEvery = 6;
+
+/// Pictures that each change a little, as a desktop does, or much, or not at all.
+std::vector<Picture> MakeScene(int width, int height) {
+  std::mt19937 random(static_cast<unsigned int>(width * 1000 + height));
+  const auto below = [&](int end) { return static_cast<int>(random() % unsigned(end)); };
+  const int row = width * 3;
+  const int size = row * height;
+  Picture picture = {width, height, Bytes(static_cast<std::size_t>(size))};
+  const auto paint = [&](int begin, int end, auto value) {
+    for (int i = begin; i < std::min(end, size); ++i)
+      picture.pixels[static_cast<std::size_t>(i)] = static_cast<unsigned char>(value(i));
+  };
+  paint(0, size, [&](int i) { return i % row / 24 * 9 + i / row / 2 * (i % 3 + 1); });
+  std::vector<Picture> scene = {picture};
+  while (scene.size() < kPictures) {
+    Bytes& pixels = picture.pixels;
+    const int begin = below(width * height) * 3;
+    const int colors = 4 << 2 * below(3);
+    const int edit = below(7);
+    const auto noise = [&, color = 0](int i) mutable {
+      if (i % 3 == 0) color = below(colors);
+      return color * 3;
+    };
+    if (edit == 1) picture = scene.front();
+    if (edit == 2) std::rotate(pixels.begin(), pixels.begin() + 3, pixels.end());
+    if (edit == 3) paint(begin, begin + 3 * below(40), [&](int) { return colors; });
+    if (edit >= 4) paint(begin, begin + row * below(9), noise);
+    scene.push_back(picture);
+  }
+  return scene;
+}
+
+std::uint32_t ColorAt(const unsigned char* pixel) {
+  return static_cast<std::uint32_t>(pixel[0] | pixel[1] << 8 | pixel[2] << 16);
+}
+
+/// Colours with more pixels than the 129th most frequent one: none of them is lost for a tie.
+std::map<std::uint32_t, int> FrequentColors(const Bytes& pixels) {
+  std::map<std::uint32_t, int> counts;
+  for (std::size_t i = 0; i < pixels.size(); i += 3) ++counts[ColorAt(&pixels[i])];
+  std::vector<int> ranked(129);
+  for (const auto& entry : counts) ranked.push_back(entry.second);
+  std::sort(ranked.rbegin(), ranked.rend());
+  std::erase_if(counts, [&](const auto& entry) { return entry.second <= ranked[128]; });
+  return counts;
+}
+
+RecordOptions Options(int codecType, bool reduced = false, int passes = 1, unsigned int renew = 0) {
+  return {codecType, 64, 64, kKeyEvery, reduced, passes, renew};
+}
+
+std::size_t WrongPixels(const RecordOptions& options, const Bytes& pixels, const FrameView& frame,
+                        const Bytes& keyPixels) {
+  const auto exact = FrequentColors(keyPixels);
+  std::size_t wrong = frame.PixelCount() * 3 == pixels.size() ? 0 : 1;
+  for (std::size_t i = 0; i < pixels.size() / 3 && i < frame.PixelCount(); ++i) {
+    const std::uint32_t color = ColorAt(&pixels[i * 3]);
+    const std::uint32_t shown = ColorAt(frame.pixels + i * 4);
+    const bool mayLose = options.reduced && exact.count(color) == 0;
+    if (shown != color && !(mayLose && shown == (color & 0xF8F8F8))) ++wrong;
+  }
+  return wrong;
+}
+
+/// Adds the letters of the kinds of records that there are.
+void CheckMessage(const Bytes& message, bool key, bool unchanged, std::set<char>* kinds) {
+  const auto outline =
+      MessageOutline::Read({message.data(), static_cast<unsigned int>(message.size())});
+  EXPECT_EQ(key, outline.header->IsKeyFrame());
+  for (const auto& [record, place, offset] : outline.records) {
+    const char kind = WordsOf(KindOf(record, outline.header->codecType)).letter;
+    EXPECT_TRUE(!key || place.pass == 2 || kind == 'D' || kind == 'd') << kind;
+    EXPECT_TRUE(key || !unchanged || kind == '.') << kind;
+    kinds->insert(kind);
+  }
+}
+
+void RecordScene(const RecordOptions& options, int width, int height, std::set<char>* kinds) {
+  FrameEncoder encoder(width, height, options);
+  StreamDecoder decoder;
+  const std::vector<Picture> scene = MakeScene(width, height);
+  for (unsigned int n = 0; n < kPictures; ++n) {
+    SCOPED_TRACE(testing::Message() << width << "x" << height << ", picture " << n);
+    const unsigned int key = n - n % kKeyEvery;
+    Bytes message = encoder.Encode(scene[n]);
+    CheckMessage(message, n == key, n > 0 && scene[n].pixels == scene[n - 1].pixels, kinds);
+    ASSERT_TRUE(decoder.Decode({message.data(), static_cast<std::uint32_t>(message.size())}));
+    EXPECT_EQ(0u, WrongPixels(options, scene[n].pixels, decoder.Frame(), scene[key].pixels));
+  }
+}
+
+TEST(RecordTest, PicturesOfEveryGeometryComeBackInEveryKindOfRecord) {
+  const std::pair<RecordOptions, std::string> modes[] = {{Options(3), ".D"},
+                                                         {Options(6), ".BDPX"},
+                                                         {Options(6, false, 1, 25), ".BDPX"},
+                                                         {Options(6, true), ".BDPXbdpx"},
+                                                         {Options(6, false, 2), ".BDPXbdpx"}};
+  const int geometries[][4] = {{1, 1, 16, 16},      {33, 17, 16, 16},  {47, 210, 32, 208},
+                               {300, 40, 256, 16},  {100, 70, 64, 64}, {165, 170, 160, 160},
+                               {250, 257, 256, 256}};
+  for (auto [options, expectedKinds] : modes) {
+    SCOPED_TRACE(expectedKinds);
+    std::set<char> kinds;
+    for (const auto& [width, height, blockWidth, blockHeight] : geometries) {
+      options.blockWidth = blockWidth;
+      options.blockHeight = blockHeight;
+      RecordScene(options, width, height, &kinds);
+    }
+    EXPECT_EQ(expectedKinds, std::string(kinds.begin(), kinds.end()));
+  }
+}
+
+TEST(RecordTest, BlockTooLargeForARecordTakesAnotherFormOrIsRefused) {
+  const Picture noise = {256, 256, Noise(256 * 256 * 3, 1)};
+  for (RecordOptions options : {Options(3), Options(6), Options(6, false, 1, 150)}) {
+    options.blockWidth = options.blockHeight = 256;
+    FrameEncoder encoder(256, 256, options);
+    Picture picture = {256, 256, Bytes(noise.pixels.size())};
+    std::copy_n(noise.pixels.begin(), 60'000, picture.pixels.begin());
+    EXPECT_NO_THROW(encoder.Encode(picture));
+    // Twice as much noise is too much to be sent whole, but half of it is there already.
+    std::copy_n(noise.pixels.begin(), 60'000, picture.pixels.begin() + 90'000);
+    if (options.codecType == 6) {
+      EXPECT_NO_THROW(encoder.Encode(picture));
+    }
+    EXPECT_THROW(encoder.Encode(noise), RecordError);
+  }
+}
+
+class RecordCommandTest : public ToolFixture {
+ protected:
+  void Save(const std::string& name, const Picture& picture) const {
+    png_image image = {};
+    image.version = PNG_IMAGE_VERSION;
+    image.width = static_cast<png_uint_32>(picture.width);
+    image.height = static_cast<png_uint_32>(picture.height);
+    image.format = PNG_FORMAT_BGR;
+    png_image_write_to_file(&image, Path(name).c_str(), 0, picture.pixels.data(), 0, nullptr);
+  }
+};
+
+TEST_F(RecordCommandTest, RecordsPngFilesOrLeavesTheOutputAlone) {
+  const std::vector<Picture> scene = MakeScene(40, 30);
+  for (std::size_t i = 0; i < 3; ++i) Save(std::to_string(i) + ".png", scene[i]);
+  Save("small.png", MakeScene(9, 8)[0]);
+  Run("echo no picture > text.png; echo old > old.zvm");
+  const std::set<std::string> files = Files();
+  const std::pair<const char*, const char*> mistakes[] = {
+      {"0.png small.png 1.png", "small.png: it is 9x8, not 40x30 like the pictures before\n"},
+      {"0.png none.png", "none.png: "},
+      {"0.png text.png", "text.png: is not a PNG file"},
+      {"0.png --block 60x64", "--block: \"60x64\" is no block size"},
+      {"0.png --reduced", "--reduced and --passes need --codec 2\n"}};
+  for (const auto& [arguments, complaint] : mistakes) {
+    const Outcome outcome = Run(std::string("zlibvideo record -o old.zvm ") + arguments);
+    EXPECT_EQ(1, outcome.status);
+    EXPECT_EQ(0u, outcome.text.find(std::string("zlibvideo: ") + complaint)) << outcome.text;
+    EXPECT_EQ("old\n", ReadFile("old.zvm"));
+    EXPECT_EQ(files, Files());
+  }
+  Run("zlibvideo record ?.png -o - --codec 2 --block 16x32 | zlibvideo decode - -o out/%d.png");
+  for (std::size_t i = 0; i < 3; ++i)
+    EXPECT_TRUE(scene[i].pixels == ReadPng(Path("out/" + std::to_string(i + 1) + ".png")).pixels);
+}
+
+}  // namespace
+}  // namespace zlibvideo
