@@ -3,6 +3,8 @@
 
 #include <zlib.h>
 
+#include <algorithm>
+#include <iterator>
 #include <optional>
 #include <random>
 #include <vector>
@@ -23,8 +25,9 @@ inline Bytes Noise(std::size_t size, unsigned int seed) {
   return bytes;
 }
 
+// Byte by byte: GCC 12 at -O3 warns about the copy inside vector::insert where a size is known.
 inline void Append(Bytes* bytes, const Bytes& more) {
-  bytes->insert(bytes->end(), more.begin(), more.end());
+  std::copy(more.begin(), more.end(), std::back_inserter(*bytes));
 }
 
 inline void AppendU16(Bytes* bytes, std::size_t value) {
