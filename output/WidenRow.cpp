@@ -124,8 +124,7 @@ Ahead AheadOf(BitmapRows targets, int pixels) {
 /// The address is a mere number here: ahead of a block's last rows lies another block or anything
 /// else, and a prefetch of it is harmless.
 void Prefetch(const unsigned char* address, std::ptrdiff_t ahead) {
-  const std::uintptr_t number =
-      reinterpret_cast<std::uintptr_t>(address) + static_cast<std::uintptr_t>(ahead);
+  const std::intptr_t number = reinterpret_cast<std::intptr_t>(address) + ahead;
   _mm_prefetch(reinterpret_cast<const char*>(number), _MM_HINT_T0);
 }
 
