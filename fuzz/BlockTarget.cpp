@@ -1,0 +1,99 @@
+// Fuzz target: one version-2 block of any size, header bytes, prior data and payload.
+
+#include <cstring>
+
+#include "bitstream/BlockFormat.h"
+#include "decoder/ZLibVideoDecompressor.h"
+#include "fuzz/Mutation.h"
+#include "grid/BufferSizes.h"
+
+namespace zlibvideo {
+namespace {
+
+/// What an input begins with; the payload follows.
+struct BlockCase {
+  std::uint8_t blockSizeCodes, width, height;
+  std::uint8_t format, diffRowStart, diffRowCount;
+  std::uint8_t previousSize[3], convertedSize[3];
+};
+constexpr std::size_t kCaseSize = sizeof(BlockCase);
+
+/// Prior data, from none to too much; with the high bit its buffer exists even when it is empty.
+void SetPrior(const std::uint8_t (&field)[3], BitmapDataBlock* block,
+              bool (BitmapDataBlock::*set)(const unsigned char*, std::int32_t)) {
+  const std::int32_t size = ((field[0] & 0x7F) << 16 | field[1] << 8 | field[2]) %
+                            (block->fRawDataCapacity + block->fRawDataCapacity / 8);
+  const Bytes data = Noise(static_cast<std::size_t>(size) + 1, 1);
+  if (field[0] > 0x7F) static_cast<void>((block->*set)(data.data(), size + 1));
+  static_cast<void>((block->*set)(data.data(), size));
+}
+
+struct OneBlockDecoder : ZLibVideoDecompressor {
+  explicit OneBlockDecoder(const BlockCase& from) : ZLibVideoDecompressor(nullptr, nullptr) {
+    const std::int32_t width = 16 << (from.blockSizeCodes >> 4) % 5;
+    const std::int32_t height = 16 << (from.blockSizeCodes & 0xF) % 5;
+    Require(SetupCodec(1 + from.width % width, 1 + from.height % height, width, height));
+    CheckScratchColorBuffer();
+    BitmapDataBlock* block = Block();
+    Require(block->SetRawData(nullptr, RawDataCapacity(width, height)));
+    SetPrior(from.previousSize, block, &BitmapDataBlock::SetPreviousData);
+    SetPrior(from.convertedSize, block, &BitmapDataBlock::SetConvertedData);
+    block->fFormat = from.format;
+    block->fDiffRowStart = from.diffRowStart;
+    block->fDiffRowCount = from.diffRowCount;
+  }
+  BitmapDataBlock* Block() const { return GetBlock(0, 0); }
+};
+
+Bytes Previous(const BitmapDataBlock& block) {
+  return CopyOf({block.fPreviousData, static_cast<unsigned int>(block.fPreviousDataSize)});
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  BlockCase from = {};
+  if (size < kCaseSize) return 0;
+  std::memcpy(&from, data, kCaseSize);
+  Bytes payload(data + kCaseSize, data + size);
+  OneBlockDecoder decoder(from);
+  BitmapDataBlock* block = decoder.Block();
+  const Bytes previous = Previous(*block);
+  const auto room = static_cast<unsigned int>(block->fRawDataCapacity);
+  unsigned int length = room;
+  const bool decoded =
+      decoder.UnpackOneV2Block(block, 0, payload.data(), SpanOf(payload).size, nullptr, &length);
+  Require(decoded ? length <= room : length == room && !block->fProcessed);
+  const bool replaced = (from.format & kFormatIntermediatePathMask) == 0 && block->fProcessed;
+  Require(Previous(*block) == (replaced ? CopyOf({block->fRawData, length}) : previous));
+  if (decoded && (from.format & kFormatDiffRows) != 0 && from.diffRowCount != 0) {
+    // The band lies within the block and its previous data, which shows in the rows before it.
+    const std::ptrdiff_t row = std::ptrdiff_t{kBlockPixelBytes} * block->fWidth;
+    Require(from.diffRowStart + from.diffRowCount <= block->fHeight);
+    Require(row * block->fHeight <= block->fPreviousDataSize);
+    Require(
+        std::equal(block->fRawData, block->fRawData + row * from.diffRowStart, previous.data()));
+  }
+  return 0;
+}
+
+extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size,
+                                               std::size_t maxSize, unsigned int number) {
+  Random random(number);
+  if (size < kCaseSize || OneIn(6, &random)) return LLVMFuzzerMutate(data, size, maxSize);
+  if (OneIn(3, &random)) LLVMFuzzerMutate(data, kCaseSize, kCaseSize);
+  BlockCase to = {};
+  std::memcpy(&to, data, kCaseSize);
+  OneBlockDecoder decoder(to);
+  Bytes payload(data + kCaseSize, data + size);
+  payload = MutatePayload(decoder.Block(), SpanOf(payload), true, &random);
+  to.format = decoder.Block()->fFormat;
+  to.diffRowStart = decoder.Block()->fDiffRowStart;
+  to.diffRowCount = decoder.Block()->fDiffRowCount;
+  std::memcpy(data, &to, kCaseSize);
+  payload.resize(std::min(payload.size(), maxSize - kCaseSize));
+  std::copy(payload.begin(), payload.end(), data + kCaseSize);
+  return kCaseSize + payload.size();
+}
+
+}  // namespace zlibvideo
