@@ -109,7 +109,7 @@ constexpr int kAlphaBits = static_cast<int>(0xFF000000);
 
 /// How many rows ahead memory is fetched. A processor notices by itself where a long run of
 /// addresses goes, but here a run ends with every row of the bitmap and with every block.
-constexpr std::ptrdiff_t kRowsAhead = 4;
+constexpr std::ptrdiff_t kRowsAhead = 3;
 
 /// Distances, in bytes, to what belongs at the same place some rows further.
 struct Ahead {
