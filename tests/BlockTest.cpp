@@ -30,7 +30,10 @@ class BlockTest : public DecoderTest {
 TEST_F(BlockTest, CountsWhatABodyConsumes) {
   const FrameHeader v1 = Header(3, 32, 32, 16, 16), v2 = Header(6, 16, 16, 16, 16);
   const Bytes zeros = Zlib(Bytes(768)), colors = Zlib(PaletteColors()), damaged = Damaged(colors);
-  const Bytes few = Zlib(Bytes(383)), many = Zlib(Bytes(385));
+  Bytes many = PaletteColors();
+  many.push_back(0);
+  const Bytes few = Zlib(Part(many, 0, 383));
+  many = Zlib(many);
   const Record plain{.payload = zeros}, direct{.format = 0, .payload = zeros}, none,
       cut{.claimedSize = 1};
   const auto z = static_cast<int>(zeros.size()), c = static_cast<int>(colors.size());
@@ -72,8 +75,11 @@ TEST_F(BlockTest, CountsWhatABodyConsumes) {
               std::pair(result, rawDataSize));
     EXPECT_EQ(decoder->fPalette && decoder->fPalette[1] == 0x0102FE, message.palette == colors);
   }
-  // The last record failed for want of reference data; an empty one leaves its header bytes.
+  // The last record failed for want of reference data; an empty one leaves its header bytes, and
+  // a message the colour table that there is.
+  decoder->fDecodeTable[9] = 8;
   EXPECT_EQ(Unpack({.header = v2, .records = {none}}), 2);
+  EXPECT_EQ(decoder->fDecodeTable[9], 8u);
   const BitmapDataBlock& b = *decoder->GetBlock(0, 0);
   EXPECT_EQ(std::tuple(b.fFormat, b.fDiffRowStart, b.fDiffRowCount), std::tuple(0xE4, 1, 2));
   decoder->fGridHeight = 0;  // a grid without rows has nothing to decode
@@ -168,7 +174,7 @@ TEST_F(BlockTest, DecodesEveryKindOfVersion2Payload) {
       {"first rows", 0x04, {0, 2}, Zlib(rows), true, 768, {{0, P}, {0, rows}}, P},
       {"last rows", 0x04, {14, 2}, Zlib(rows), true, 768, {{0, P}, {672, rows}}, P},
       {"beyond the block", 0x04, {15, 2}, Zlib(rows), false, 0, {}, Noise(848, 5)},
-      {"beyond the reference", 0x04, kBand, Zlib(rows), false, 0, {}, Part(P, 0, 239)},
+      {"beyond the reference", 0x04, {14, 2}, Zlib(rows), false, 0, {}, Part(P, 0, 767)},
       {"no reference after it", 0x04, kBand, Zlib(rows), false, 0, {}, Part(P, 0, 767)},
       {"reference too long", 0x04, {5, 0}, {}, false, 0, {}, Noise(849, 5)},
       {"codes", 0x14, kBand, Zlib(codes), true, 681, {{0, head}, {144, bgr}, {240, tail}}, P},

@@ -30,19 +30,19 @@ TEST_F(DecoderTest, TestsAndReadsTheHeader) {
 }
 
 TEST_F(DecoderTest, TestsTheLength) {
-  Bytes message = {0x12, 0, 16, 0, 16, 0, 251};  // 258 bytes, if all of the length counts
+  Bytes message = {0x12, 0, 16, 0, 16, 0, 0};
+  EXPECT_FALSE(decoder->DecompressVideoEmbedded({}, message.data(), -2147483647 - 1));
+  EXPECT_FALSE(decoder->DecompressVideoEmbedded({}, message.data(), -1));
+  for (const unsigned long length : {0ul, 6ul, (1ul << 32) + 6, 7ul}) {
+    EXPECT_EQ(decoder->DecompressVideo({}, message.data(), length, false), length == 7) << length;
+    EXPECT_EQ(decoder->fImageWidth, length == 7 ? 16 : 0) << length;
+  }
+  message[6] = 251;  // 258 bytes, if all of the length counts
   message.resize(258);
   TCMessage host{message.data(), {0x00, 0x01, 0x02}};
   EXPECT_EQ(decoder->DecompressVideoMessage({}, &host, false, false), 1);
   host.fPayloadLength[2] = 0x01;
   EXPECT_EQ(decoder->DecompressVideoMessage({}, &host, false, false), 0);
-  message[6] = 0;
-  EXPECT_FALSE(decoder->DecompressVideoEmbedded({}, message.data(), -2147483647 - 1));
-  EXPECT_FALSE(decoder->DecompressVideoEmbedded({}, message.data(), -1));
-  for (const auto& [length, decodes] :
-       {std::pair{0ul, false}, {6ul, false}, {7ul, true}, {(1ul << 32) + 6, false}}) {
-    EXPECT_EQ(decoder->DecompressVideo({}, message.data(), length, false), decodes) << length;
-  }
 }
 
 TEST_F(DecoderTest, AnswersQueries) {
