@@ -24,7 +24,24 @@ Examples:
   zlibvideo info movie.zvm --html out.html  a page to step through, with pictures
 
 Messages count from 0, and so do rows and columns of blocks; row 0 is at the
-bottom of the picture, column 0 at its left edge.)";
+bottom of the picture, column 0 at its left edge.
+
+Keys of a JSON object; null where a message has nothing to say:
+  index, offset, bytes    which message, where it begins in the file, its length
+  decoded                 true or false
+  frame_type, key_frame   0 to 15; whether that is a key frame's
+  codec_type              3 is version 1, 6 is version 2
+  picture, block          width and height, in pixels
+  grid                    columns and rows, in blocks
+  flags                   version 2: the flags byte
+  palette, palette_bytes  none, installed, empty, past end, unreadable, wrong
+                          size; size of the compressed palette
+  passes                  passes over the grid that were begun
+  changed_blocks          blocks with a record that is not empty
+  records                 for each kind: count and bytes of those decoded
+  unread_bytes            bytes behind the last record
+  failure                 what is wrong; offset in the message, in bytes; pass
+                          (from 1), row and column if it is about a block)";
 
 constexpr std::uint64_t kBytesPerMebibyte = 1024 * 1024;
 
@@ -84,13 +101,14 @@ void AddInfoCommand(CLI::App& app, int* exitStatus) {
   command->add_option("IN.zvm", options->input, "Message file; - reads standard input")->required();
   CLI::Option* json =
       command->add_flag("--json", options->json, "Print one JSON object for each message");
-  command->add_flag("--map", options->map, "Print a map of the blocks under each message")
-      ->excludes(json);
   CLI::Option* html = command
                           ->add_option("--html", options->html,
                                        "Write one web page; - writes it to standard output")
                           ->type_name("OUT.html")
                           ->excludes(json);
+  command->add_flag("--map", options->map, "Print a map of the blocks under each message")
+      ->excludes(json)
+      ->excludes(html);
   command
       ->add_option("--picture-limit", options->pictureLimit,
                    "Put pictures of at most this many MiB into the page")
