@@ -75,7 +75,7 @@ std::size_t WrongPixels(const RecordOptions& options, const Bytes& pixels, const
   for (std::size_t i = 0; i < pixels.size() / 3 && i < frame.PixelCount(); ++i) {
     const std::uint32_t color = ColorAt(&pixels[i * 3]);
     const std::uint32_t shown = ColorAt(frame.pixels + i * 4);
-    const bool mayLose = options.reduced && exact.count(color) == 0;
+    const bool mayLose = options.reduced && !exact.contains(color);
     if (shown != color && !(mayLose && shown == (color & 0xF8F8F8))) ++wrong;
   }
   return wrong;

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "bitstream/FrameHeader.h"
+#include "host/standin/StandInMessage.h"
 #include "tools/common/ExitStatus.h"
 #include "tools/common/InputFile.h"
 #include "tools/common/MessageFileWriter.h"
@@ -70,6 +71,13 @@ std::string CheckBlockSize(const std::string& text) {
   return "\"" + text + "\" is no block size; it is WIDTHxHEIGHT, each 16 to 256 in steps of 16";
 }
 
+/// Refuses what the writer would refuse, in words that lead to the picture.
+void CheckLength(std::size_t length) {
+  if (length <= StandInMessage::kMaxLength) return;
+  throw RecordError("its message takes " + std::to_string(length) +
+                    " bytes and a message can have " + std::to_string(StandInMessage::kMaxLength));
+}
+
 void EncodeAll(const RecordArguments& arguments, MessageFileWriter* writer) {
   ProgressBar progress(!arguments.quiet, "pictures", arguments.pictures.size());
   std::optional<FrameEncoder> encoder;
@@ -79,6 +87,7 @@ void EncodeAll(const RecordArguments& arguments, MessageFileWriter* writer) {
     try {
       if (!encoder) encoder.emplace(picture.width, picture.height, arguments.options);
       const std::vector<unsigned char>& message = encoder->Encode(picture);
+      CheckLength(message.size());
       writer->Write(message.data(), message.size());
     } catch (const RecordError& error) {
       throw ToolError(InputName(path) + ": " + error.what());
@@ -104,9 +113,11 @@ int Record(RecordArguments arguments) {
 void AddOptions(CLI::App* command, RecordArguments* arguments) {
   RecordOptions& options = arguments->options;
   command->add_option("FRAME.png", arguments->pictures, "Pictures of one size, in order")
-      ->required();
+      ->required()
+      ->type_name("");
   command->add_option("-o,--output", arguments->output, "Message file to write, \"-\" for stdout")
-      ->required();
+      ->required()
+      ->type_name("FILE");
   command->add_option("--codec", arguments->version, "Version of the stream, 1 or 2")
       ->check(CLI::IsMember({1, 2}))
       ->capture_default_str();
@@ -117,7 +128,7 @@ void AddOptions(CLI::App* command, RecordArguments* arguments) {
   command
       ->add_option("--key-every", options.keyEvery,
                    "Make every N-th picture a key frame (by default the first alone)")
-      ->check(CLI::Range(1u, std::numeric_limits<unsigned int>::max()))
+      ->check(CLI::Range(1, std::numeric_limits<int>::max()))
       ->type_name("N");
   command->add_flag("--reduced", options.reduced, "Reduce colours (version 2)");
   command->add_option("--passes", options.passes, "Passes in a message, 1 or 2 (version 2)")

@@ -37,6 +37,7 @@ std::vector<std::uint32_t> MostFrequentColors(const Picture& picture) {
   });
   ranked.resize(std::min<std::size_t>(ranked.size(), kPaletteColors));
   std::vector<std::uint32_t> colors;
+  colors.reserve(ranked.size());
   for (const auto& entry : ranked) colors.push_back(entry.first);
   return colors;
 }
