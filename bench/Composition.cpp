@@ -1,11 +1,12 @@
-#include <benchmark/benchmark.h>
-
 #include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <random>
 #include <string>
+#include <utility>
+#include <vector>
 
+#include "bench/Contest.h"
 #include "bench/IsolatedBenchmarks.h"
 #include "bench/PlainLoops.h"
 #include "grid/BlockedCodec.h"
@@ -74,35 +75,21 @@ class Scene {
   Bytes fPicture;
 };
 
-template <typename Action>
-void Register(const std::shared_ptr<Scene>& scene, const std::string& name, Action action) {
-  const auto run = [scene, action](benchmark::State& state) {
-    for (auto _ : state) {
-      action(*scene);
-      benchmark::ClobberMemory();
-    }
-    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()));
-    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) *
-                            static_cast<std::int64_t>(scene->BitmapBytes()));
-  };
-  benchmark::RegisterBenchmark(name.c_str(), run)->UseRealTime();
-}
-
 }  // namespace
 
 void RegisterComposition() {
   for (const PictureSize& size : kPictures) {
     const auto scene = std::make_shared<Scene>(size);
-    const std::string base = "compose/" + std::to_string(size.width) + "x" +
-                             std::to_string(size.height) + "_blocks_of_" +
-                             std::to_string(size.block) + "/";
-    Register(scene, base + "memcpy", [](Scene& s) { s.Copy(); });
-    Register(scene, base + "PushFrame", [](Scene& s) { s.Push(); });
+    std::vector<Contender> contenders = {{"memcpy", [scene] { scene->Copy(); }},
+                                         {"PushFrame", [scene] { scene->Push(); }}};
     for (const NamedRowWidener& variant : AvailableRowWideners()) {
-      Register(scene, base + variant.name,
-               [widen = variant.widen](Scene& s) { s.PushWith(widen); });
+      contenders.push_back(
+          {variant.name, [scene, widen = variant.widen] { scene->PushWith(widen); }});
     }
-    Register(scene, base + "byte_loop", [](Scene& s) { s.PushWith(PlainWidenRows); });
+    contenders.push_back({"byte loop", [scene] { scene->PushWith(PlainWidenRows); }});
+    RegisterContest("compose/" + std::to_string(size.width) + "x" + std::to_string(size.height) +
+                        ", blocks of " + std::to_string(size.block),
+                    static_cast<double>(scene->BitmapBytes()), std::move(contenders));
   }
 }
 

@@ -1,11 +1,11 @@
-#include <benchmark/benchmark.h>
-
 #include <cstdlib>
 #include <memory>
 #include <random>
 #include <string>
 #include <utility>
+#include <vector>
 
+#include "bench/Contest.h"
 #include "bench/IsolatedBenchmarks.h"
 #include "bench/PlainLoops.h"
 #include "bitstream/BlockFormat.h"
@@ -60,45 +60,35 @@ Bytes RandomCodes(double indexRun, double colorRun, std::mt19937* random) {
   return codes;
 }
 
-template <typename Action>
-void Register(const std::shared_ptr<Streams>& streams, const std::string& name, Action convert) {
-  const auto run = [streams, convert](benchmark::State& state) {
-    std::int64_t bytes = 0;
-    for (auto _ : state) {
-      for (Bytes& stream : streams->codes) bytes += convert(*streams, stream);
-      benchmark::ClobberMemory();
-    }
-    state.SetBytesProcessed(bytes);
-  };
-  benchmark::RegisterBenchmark(name.c_str(), run)->UseRealTime();
-}
-
-void RegisterBoth(const std::string& name, std::vector<Bytes> codes) {
+void RegisterCase(const std::string& name, std::vector<Bytes> codes) {
   const auto streams = std::make_shared<Streams>();
   streams->codes = std::move(codes);
-  const std::string base = "convert/" + name + "/";
-  Register(streams, base + "plain_loop",
-           [](Streams& s, Bytes& stream) { return s.ConvertPlainly(stream); });
-  Register(streams, base + "component",
-           [](Streams& s, Bytes& stream) { return s.Convert(stream); });
+  double bytes = 0;
+  for (Bytes& stream : streams->codes) bytes += streams->Convert(stream);
+  RegisterContest("convert/" + name, bytes,
+                  {{"plain loop",
+                    [streams] {
+                      for (Bytes& stream : streams->codes) streams->ConvertPlainly(stream);
+                    }},
+                   {"component", [streams] {
+                      for (Bytes& stream : streams->codes) streams->Convert(stream);
+                    }}});
 }
 
 }  // namespace
 
 void RegisterConversion(std::vector<Bytes> recorded) {
-  if (!recorded.empty()) RegisterBoth("recorded", std::move(recorded));
+  if (!recorded.empty()) RegisterCase("recorded", std::move(recorded));
   struct Mix {
     const char* name;
     double indexRun;
     double colorRun;
   };
   constexpr Mix kMixes[] = {
-      {"indices_only", 1, 0},       {"colours_only", 0, 1},
-      {"runs_of_64", 64, 64},       {"runs_of_16", 16, 16},
-      {"runs_of_8", 8, 8},          {"runs_of_4", 4, 4},
-      {"1_percent_colours", 99, 1}, {"10_percent_colours", 9, 1},
-      {"10_percent_indices", 1, 9}, {"noise", 2, 2},
-      {"alternating", 1, 1},
+      {"indices only", 1, 0}, {"colours only", 0, 1}, {"runs of 64", 64, 64},
+      {"runs of 16", 16, 16}, {"runs of 8", 8, 8},    {"runs of 4", 4, 4},
+      {"1 % colours", 99, 1}, {"10 % colours", 9, 1}, {"10 % indices", 1, 9},
+      {"noise", 2, 2},        {"alternating", 1, 1},
   };
   std::mt19937 random(1);
   for (const Mix& mix : kMixes) {
@@ -106,7 +96,7 @@ void RegisterConversion(std::vector<Bytes> recorded) {
     for (int i = 0; i < kRandomBlocks; ++i) {
       codes.push_back(RandomCodes(mix.indexRun, mix.colorRun, &random));
     }
-    RegisterBoth(mix.name, std::move(codes));
+    RegisterCase(mix.name, std::move(codes));
   }
 }
 

@@ -93,16 +93,16 @@ void RegisterGrid() {
   const Bytes block = CompressedBlock();
   const ByteSpan payload = {block.data(), static_cast<unsigned int>(block.size())};
   const auto add = [](const std::string& name, int side, auto function, auto... arguments) {
-    const std::string path = "grid/" + name + "/" + std::to_string(side * side) + "_blocks";
+    const std::string path = "grid/" + name + "/" + std::to_string(side * side) + " blocks";
     benchmark::RegisterBenchmark(path.c_str(), function, side, arguments...)
         ->UseRealTime()
         ->Repetitions(kRepetitions);
   };
+  for (const int side : kSides) add("set up", side, SetUpGrid);
+  for (const int side : kSides) add("nothing changed", side, Decode, MessageOf(side, {}), true);
+  for (const int side : kSides) add("all changed", side, Decode, MessageOf(side, payload), true);
   for (const int side : kSides) {
-    add("set_up", side, SetUpGrid);
-    add("nothing_changed", side, Decode, MessageOf(side, {}), true);
-    add("all_changed", side, Decode, MessageOf(side, payload), true);
-    add("all_changed_and_drawn", side, Decode, MessageOf(side, payload), false);
+    add("all changed and drawn", side, Decode, MessageOf(side, payload), false);
   }
 }
 

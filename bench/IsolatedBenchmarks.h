@@ -7,8 +7,7 @@
 
 namespace zlibvideo::bench {
 
-/// Benchmarks of single steps. Names are TOPIC/CASE/CONTENDER; contenders of one case do the same
-/// work, and the table at the end sets them against the first.
+/// Benchmarks of single steps, named TOPIC/CASE.
 
 /// Composition of a whole picture, against copying the bitmap.
 void RegisterComposition();

@@ -17,10 +17,6 @@ using zlibvideo::bench::Bytes;
 using zlibvideo::bench::FloorRunner;
 using zlibvideo::bench::PreparedStream;
 
-/// How often each message is decoded. The best time counts: whatever else the machine does only
-/// ever adds to it.
-constexpr int kRounds = 15;
-
 /// Repetitions of all benchmarks come in a shuffled order, so that a slow minute of the machine
 /// falls on all of them. They are
 /// short, so that some go undisturbed.
@@ -67,7 +63,7 @@ void Run(const std::vector<char*>& paths) {
   benchmark::RunSpecifiedBenchmarks(&reporter);
   reporter.PrintTables();
   for (const PreparedStream& stream : streams) {
-    PrintStreamTimes(stream, TimeStream(stream, kRounds));
+    PrintStreamTimes(stream, TimeStream(stream));
   }
 }
 

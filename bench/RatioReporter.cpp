@@ -1,6 +1,9 @@
 #include "bench/RatioReporter.h"
 
+#include <algorithm>
 #include <cstdio>
+
+#include "bench/Contest.h"
 
 namespace zlibvideo::bench {
 namespace {
@@ -8,11 +11,7 @@ namespace {
 constexpr double kMega = 1e6;
 constexpr double kMicro = 1e6;
 constexpr double kNano = 1e9;
-
-double CounterOf(const benchmark::BenchmarkReporter::Run& run, const char* name) {
-  const auto found = run.counters.find(name);
-  return found == run.counters.end() ? 0.0 : found->second.value;
-}
+constexpr const char* kItemsCounter = "items_per_second";
 
 }  // namespace
 
@@ -23,50 +22,55 @@ bool RatioReporter::ReportContext(const Context& context) {
 
 void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
   for (const Run& run : runs) {
-    if (run.run_type != Run::RT_Iteration) continue;
-    const std::string& path = run.run_name.function_name;
-    if (run.error_occurred) {
-      std::fprintf(stderr, "%s: %s\n", path.c_str(), run.error_message.c_str());
-      continue;
+    if (run.run_type == Run::RT_Iteration) Gather(run, &fResults[run.family_index]);
+  }
+}
+
+void RatioReporter::Gather(const Run& run, Result* result) {
+  const std::string& path = run.run_name.function_name;
+  const std::size_t slash = path.rfind('/');
+  result->topic = path.substr(0, slash);
+  result->name = path.substr(slash + 1);
+  const auto keepBest = [result](const std::string& contender, double seconds) {
+    const auto [entry, isNew] = result->seconds.emplace(contender, seconds);
+    if (!isNew) entry->second = std::min(entry->second, seconds);
+  };
+  const double average = run.real_accumulated_time / static_cast<double>(run.iterations);
+  if (!run.counters.contains(kBytesCounter)) keepBest("", average);
+  for (const auto& [name, counter] : run.counters) {
+    if (name == kBytesCounter) {
+      result->bytes = counter.value;
+    } else if (name == kItemsCounter) {
+      result->itemsPerCall = counter.value * average;
+    } else {
+      keepBest(name, counter.value);
     }
-    Contender& contender = fContenders[run.family_index];
-    const double seconds = run.real_accumulated_time / static_cast<double>(run.iterations);
-    if (!contender.name.empty() && contender.seconds <= seconds) continue;
-    const std::size_t first = path.find('/');
-    const std::size_t last = path.rfind('/');
-    contender.topic = path.substr(0, first);
-    contender.caseName = path.substr(first + 1, last - first - 1);
-    contender.name = path.substr(last + 1);
-    contender.seconds = seconds;
-    contender.bytesPerSecond = CounterOf(run, "bytes_per_second");
-    contender.itemsPerSecond = CounterOf(run, "items_per_second");
   }
 }
 
 void RatioReporter::PrintTables() const {
-  std::map<std::string, std::map<std::string, std::vector<const Contender*>>> topics;
-  for (const auto& [index, contender] : fContenders) {
-    topics[contender.topic][contender.caseName].push_back(&contender);
-  }
-  for (const auto& [topic, cases] : topics) {
-    std::printf("\n%s\n", topic.c_str());
-    for (const auto& [name, contenders] : cases) {
-      std::printf("  %s\n", name.c_str());
-      for (const Contender* contender : contenders) PrintContender(*contender, *contenders.front());
+  std::string topic;
+  for (const auto& [index, result] : fResults) {
+    if (result.topic != topic) std::printf("\n%s\n", result.topic.c_str());
+    topic = result.topic;
+    if (result.bytes > 0) {
+      PrintContest(result);
+      continue;
     }
+    const double seconds = result.seconds.begin()->second;
+    std::printf("  %-14s %12.2f us %10.1f ns a block\n", result.name.c_str(), seconds * kMicro,
+                seconds * kNano / result.itemsPerCall);
   }
 }
 
-void RatioReporter::PrintContender(const Contender& contender, const Contender& first) {
-  std::printf("    %-16s %12.2f us", contender.name.c_str(), contender.seconds * kMicro);
-  if (contender.bytesPerSecond > 0) {
-    std::printf(" %8.0f MB/s  %5.2f x %s", contender.bytesPerSecond / kMega,
-                first.seconds / contender.seconds, first.name.c_str());
-    if (contender.itemsPerSecond > 0) std::printf(" %8.0f frames/s", contender.itemsPerSecond);
-  } else if (contender.itemsPerSecond > 0) {
-    std::printf(" %8.1f ns a block", kNano / contender.itemsPerSecond);
+void RatioReporter::PrintContest(const Result& result) {
+  std::printf("  %s\n", result.name.c_str());
+  const auto& [firstCounter, first] = *result.seconds.begin();
+  for (const auto& [counter, seconds] : result.seconds) {
+    std::printf("    %-12s %10.1f us %8.0f MB/s %8.0f frames/s %6.2f times the speed of %s\n",
+                counter.c_str() + 1, seconds * kMicro, result.bytes / seconds / kMega, 1 / seconds,
+                first / seconds, firstCounter.c_str() + 1);
   }
-  std::printf("\n");
 }
 
 }  // namespace zlibvideo::bench

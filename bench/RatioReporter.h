@@ -10,8 +10,8 @@
 
 namespace zlibvideo::bench {
 
-/// Gathers the best repetition of each benchmark and prints them as tables. A name is
-/// TOPIC/CASE/CONTENDER; a contender that processes bytes is set against the first of its case.
+/// Gathers the best repetition of each benchmark and prints them as tables. A name is TOPIC/CASE
+/// with any number of slashes in between; the contenders of a contest are set against the first.
 class RatioReporter : public benchmark::BenchmarkReporter {
  public:
   bool ReportContext(const Context& context) override;
@@ -19,19 +19,21 @@ class RatioReporter : public benchmark::BenchmarkReporter {
   void PrintTables() const;
 
  private:
-  struct Contender {
+  struct Result {
     std::string topic;
-    std::string caseName;
     std::string name;
-    double seconds = 0;
-    double bytesPerSecond = 0;
-    double itemsPerSecond = 0;
+    /// Bytes that a call yields; 0 when this is no contest.
+    double bytes = 0;
+    /// Best seconds of each contender by its counter, or of the one that there is.
+    std::map<std::string, double> seconds;
+    double itemsPerCall = 0;
   };
 
-  static void PrintContender(const Contender& contender, const Contender& first);
+  static void Gather(const Run& run, Result* result);
+  static void PrintContest(const Result& result);
 
   /// By the order in which they were registered.
-  std::map<std::int64_t, Contender> fContenders;
+  std::map<std::int64_t, Result> fResults;
 };
 
 }  // namespace zlibvideo::bench

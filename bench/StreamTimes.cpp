@@ -1,12 +1,12 @@
 #include "bench/StreamTimes.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <limits>
 #include <memory>
 #include <stdexcept>
 
+#include "bench/Contest.h"
 #include "host/standin/StandInMessage.h"
 #include "host/standin/StandInVideoObject.h"
 
@@ -15,6 +15,10 @@ namespace {
 
 /// A message with more payloads than this is busy: something more than a cursor moves.
 constexpr std::size_t kMaxCalmPayloads = 8;
+
+/// How often each message is decoded: short streams more often than long ones.
+constexpr int kMinRounds = 15;
+constexpr int kDecodings = 2000;
 
 enum Group { kKey, kBusy, kCalm, kAll, kGroups };
 constexpr const char* kGroupNames[kGroups] = {"key", "busy", "calm", "all"};
@@ -39,15 +43,15 @@ class Player {
   StandInVideoObject fVideo;
 };
 
-/// All contenders, each with buffers of its own, so that none finds the cache warmed by another.
-struct Contest {
+/// All ways, each with buffers of its own, so that none finds the cache warmed by another.
+struct Players {
   Player drawn;
   Player notDrawn;
   FloorRunner floor;
   FloorRunner floorAndConversion;
 
-  void Run(int contender, const Bytes& message, const MessageFloor& messageFloor) {
-    switch (contender) {
+  void Run(int way, const Bytes& message, const MessageFloor& messageFloor) {
+    switch (way) {
       case kDrawn:
         return drawn.Decode(message, false);
       case kNotDrawn:
@@ -59,12 +63,6 @@ struct Contest {
     }
   }
 };
-
-double SecondsOf(Contest* contest, int contender, const Bytes& message, const MessageFloor& floor) {
-  const auto start = std::chrono::steady_clock::now();
-  contest->Run(contender, message, floor);
-  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
 
 struct GroupTotal {
   int messages = 0;
@@ -104,21 +102,23 @@ PreparedStream::PreparedStream(const std::string& path) : file(StreamFile::Read(
   }
 }
 
-std::vector<Times> TimeStream(const PreparedStream& stream, int rounds) {
-  const auto contest = std::make_unique<Contest>();
+std::vector<Times> TimeStream(const PreparedStream& stream) {
+  const int rounds =
+      std::max(kMinRounds, kDecodings / static_cast<int>(stream.file.messages.size()));
+  const auto players = std::make_unique<Players>();
   const std::vector<Bytes>& messages = stream.file.messages;
   Times worst;
   worst.fill(std::numeric_limits<double>::max());
   std::vector<Times> best(messages.size(), worst);
-  const int contenders = stream.hasReduced ? kContenders : kFloorAndConversion;
+  const int ways = stream.hasReduced ? kWays : kFloorAndConversion;
   // Round 0 only makes grids and buffers.
   for (int round = 0; round <= rounds; ++round) {
     for (std::size_t i = 0; i < messages.size(); ++i) {
-      const int first = (round + static_cast<int>(i)) % contenders;
-      for (int turn = 0; turn < contenders; ++turn) {
-        const int contender = (first + turn) % contenders;
-        const double seconds = SecondsOf(contest.get(), contender, messages[i], stream.floors[i]);
-        double& least = best[i][static_cast<std::size_t>(contender)];
+      const int first = (round + static_cast<int>(i)) % ways;
+      for (int turn = 0; turn < ways; ++turn) {
+        const int way = (first + turn) % ways;
+        const double seconds = SecondsOf([&] { players->Run(way, messages[i], stream.floors[i]); });
+        double& least = best[i][static_cast<std::size_t>(way)];
         if (round > 0) least = std::min(least, seconds);
       }
     }
@@ -133,7 +133,7 @@ void PrintStreamTimes(const PreparedStream& stream, const std::vector<Times>& ti
       GroupTotal& total = totals[static_cast<std::size_t>(group)];
       ++total.messages;
       total.pixelBytes += static_cast<double>(stream.floors[i].bitmapBytes);
-      for (std::size_t c = 0; c < kContenders; ++c) total.seconds[c] += times[i][c];
+      for (std::size_t c = 0; c < kWays; ++c) total.seconds[c] += times[i][c];
     }
   }
   const FrameHeader& header = stream.floors.front().header;

@@ -10,10 +10,10 @@
 
 namespace zlibvideo::bench {
 
-enum Contender { kDrawn, kNotDrawn, kFloor, kFloorAndConversion, kContenders };
+enum Way { kDrawn, kNotDrawn, kFloor, kFloorAndConversion, kWays };
 
-/// Seconds by contender.
-using Times = std::array<double, kContenders>;
+/// Seconds by the way that a message is treated.
+using Times = std::array<double, kWays>;
 
 /// A stream with the floor of each of its messages.
 struct PreparedStream {
@@ -24,10 +24,11 @@ struct PreparedStream {
   bool hasReduced = false;
 };
 
-/// Decodes every message with drawing, without drawing, and runs its floor, in turns and `rounds`
-/// times over; returns for each message the best time of each. Throws `std::runtime_error` when a
+/// Decodes every message with drawing, without drawing, and runs its floor, in turns and many
+/// times over; returns for each message the best time of each, since whatever else the machine does
+/// only ever adds to it. Throws `std::runtime_error` when a
 /// message fails.
-std::vector<Times> TimeStream(const PreparedStream& stream, int rounds);
+std::vector<Times> TimeStream(const PreparedStream& stream);
 
 /// Prints a table of the stream's key, busy and calm messages and of all of them.
 void PrintStreamTimes(const PreparedStream& stream, const std::vector<Times>& times);
