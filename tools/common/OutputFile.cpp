@@ -60,6 +60,7 @@ OutputFile::~OutputFile() {
 }
 
 void OutputFile::Write(const void* bytes, std::size_t size) {
+  if (size == 0) return;  // an empty vector has no address that fwrite may be given
   errno = 0;
   if (std::fwrite(bytes, 1, size, fStream) != size) Fail("cannot be written");
 }
