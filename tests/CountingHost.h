@@ -70,10 +70,9 @@ struct DecoderProbe : ZLibVideoDecompressor {
 };
 
 /// A decoder and a video object on this host, which must get everything back.
-struct DecoderTest : testing::Test {
-  DecoderTest() { Restart(); }
-  ~DecoderTest() override { Stop(); }
-  void TestBody() override {}
+struct Player {
+  Player() { Restart(); }
+  ~Player() { Stop(); }
 
   void Stop() {
     decoder.reset();
@@ -95,6 +94,8 @@ struct DecoderTest : testing::Test {
   std::unique_ptr<DecoderProbe> decoder;
   std::unique_ptr<CountingVideoObject> video;
 };
+
+struct DecoderTest : testing::Test, Player {};
 
 }  // namespace zlibvideo
 

@@ -37,6 +37,7 @@ TEST_F(DecoderTest, TestsTheLength) {
     EXPECT_EQ(decoder->DecompressVideo({}, message.data(), length, false), length == 7) << length;
     EXPECT_EQ(decoder->fImageWidth, length == 7 ? 16 : 0) << length;
   }
+  EXPECT_TRUE(decoder->DecompressVideoEmbedded({}, message.data(), 7));
   message[6] = 251;  // 258 bytes, if all of the length counts
   message.resize(258);
   TCMessage host{message.data(), {0x00, 0x01, 0x02}};

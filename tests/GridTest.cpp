@@ -21,6 +21,8 @@ TEST_F(GridTest, SizesAreThoseOfTheFormat) {
     EXPECT_EQ(decoder->fScratchColorBufferSize, scratch);
     EXPECT_EQ(RawDataCapacity(width, height), room);
   }
+  unsigned int length = 9;
+  EXPECT_FALSE(BlockedCodec().DecompressBlock(nullptr, &length, nullptr, 9) || length != 9);
   EXPECT_EQ(BlockedCodec::CalcBlockSize(511), 64);
   EXPECT_EQ(BlockedCodec::CalcBlockSize(512), 128);
   char sizes[] = "......";
@@ -54,7 +56,7 @@ TEST_F(GridTest, IsKeptUntilTheGeometryChanges) {
   EXPECT_EQ(Host().allocations, expected);
   const auto tables = std::pair(d.fDecodeTable, d.fPalette);
   std::array now{40, 24, 16, 16};
-  for (const std::size_t changed : {4, 0, 1, 2, 3, 4}) {
+  for (const std::size_t changed : {4ul, 0ul, 1ul, 2ul, 3ul, 4ul}) {
     const bool keeps = changed == 4;
     if (!keeps) now[changed] += 16;
     d.CheckScratchColorBuffer();

@@ -78,13 +78,13 @@ TEST_F(HostileTest, AllocatesNothingForARepeatedMessageInAnyOfEightThreads) {
   std::vector<std::jthread> threads;
   for (int i = 0; i < 8; ++i) {
     threads.emplace_back([] {
-      DecoderTest test;
+      Player player;
       for (const Step& step : GoodStream()) {
-        EXPECT_TRUE(test.Decode(step.message));
+        EXPECT_TRUE(player.Decode(step.message));
         const std::size_t before = Host().allocations.size();
-        EXPECT_TRUE(test.Decode(step.message));
+        EXPECT_TRUE(player.Decode(step.message));
         EXPECT_EQ(Host().allocations.size(), before);
-        EXPECT_EQ(test.video->bitmap.Pixels(), step.bitmap);
+        EXPECT_EQ(player.video->bitmap.Pixels(), step.bitmap);
       }
     });
   }
