@@ -22,7 +22,7 @@ class SignalBlock {
   SignalBlock& operator=(const SignalBlock&) = delete;
 
  private:
-  sigset_t fPrevious;
+  sigset_t fPrevious = {};
 };
 
 /// Registers a file to be removed on a signal. REQUIRES: a `SignalBlock` lives.

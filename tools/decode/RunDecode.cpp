@@ -63,7 +63,7 @@ int DecodeRun::Run() {
 Result DecodeRun::DecodeAll() {
   ProgressBar progress(WantsProgressBar(), "messages", fReader.FileSize());
   FileMessage message;
-  Result result;
+  Result result = Result::kEnd;
   while ((result = fReader.Next(&message)) == Result::kMessage) {
     DecodeOne(message);
     progress.Update(fReader.BytesRead(), fReader.MessageCount());

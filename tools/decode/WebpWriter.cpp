@@ -15,7 +15,7 @@ constexpr int kLosslessLevel = 3;
 
 /// A picture of libwebp's with an end.
 struct ScopedPicture {
-  WebPPicture picture;
+  WebPPicture picture = {};
 
   ScopedPicture() {
     if (WebPPictureInit(&picture) == 0) throw std::bad_alloc();
