@@ -2,6 +2,7 @@
 
 #include <set>
 
+#include "bitstream/RowBand.h"
 #include "tests/CountingHost.h"
 
 namespace zlibvideo {
@@ -82,10 +83,17 @@ TEST_F(BlockTest, CountsWhatABodyConsumes) {
   EXPECT_EQ(decoder->fDecodeTable[9], 8u);
   const BitmapDataBlock& b = *decoder->GetBlock(0, 0);
   EXPECT_EQ(std::tuple(b.fFormat, b.fDiffRowStart, b.fDiffRowCount), std::tuple(0xE4, 1, 2));
-  decoder->fGridHeight = 0;  // a grid without rows has nothing to decode
-  EXPECT_EQ(decoder->UnpackMessage(MakeGuarded(8, 0).get(), 8, 3, 0), 0);
-  EXPECT_EQ(decoder->UnpackMessage(MakeGuarded(8, 0).get(), 8, 6, 0), -1);
-  decoder->fGridHeight = 1;
+  // A block that this pass has decoded, a grid that is gone, one without rows, too few bytes.
+  const HostBytes records = MakeGuarded({0, 1, 0x03, 0, 0, 0, 0, 0});
+  decoder->GetBlock(0, 0)->fProcessed = true;
+  EXPECT_EQ(decoder->UnpackBlocks(records.get(), 8, 6), 3);
+  decoder->DeleteBlocks();
+  EXPECT_EQ(decoder->UnpackBlocks(records.get(), 8, 6), 3);
+  decoder->fGridHeight = 0;
+  EXPECT_EQ(decoder->UnpackMessage(records.get(), 8, 3, 0), 0);
+  EXPECT_EQ(decoder->UnpackMessage(records.get(), 8, 6, 0), -1);
+  EXPECT_EQ(decoder->UnpackMessage(records.get(), 5, 6, 0), -1);
+  EXPECT_EQ(decoder->UnpackMessage(records.get(), 4, 3, 0), -1);
 }
 
 TEST_F(BlockTest, FailsWhenCutAnywhere) {
@@ -214,6 +222,27 @@ TEST_F(BlockTest, DecodesEveryKindOfVersion2Payload) {
               direct && c.length != 0 ? Part(raw, 0, c.length) : c.previous.value_or(Bytes{}));
     EXPECT_EQ(Bytes(b.fConvertedData, b.fConvertedData + b.fConvertedDataSize),
               c.stream.empty() ? c.converted.value_or(Bytes{}) : c.stream);
+  }
+}
+
+TEST_F(BlockTest, TestsBandsOneByOne) {
+  using Fault = RowBand::Fault;
+  constexpr int kWide = 20'000'000;  // rows that leave 32 bits
+  for (const auto& [width, start, rows, previous, fault] :
+       {std::tuple{kWide, 72, 0, 9, Fault::kNone},
+        {kWide, 70, 2, 9, Fault::kTooLarge},
+        {kWide, 0, 1, 9, Fault::kTooLarge},
+        {16, 18, 1, 768, Fault::kStartsBeyondRoom},
+        {16, 0, 1, 849, Fault::kPreviousDataTooLong},
+        {16, 14, 2, 767, Fault::kEndsBeyondPrevious},
+        {16, 14, 1, 767, Fault::kPreviousDataTooShort}}) {
+    BitmapDataBlock b;
+    b.Initialize(0, width, width == kWide ? 90 : 16, width, false);
+    b.fPreviousDataSize = previous;
+    b.fDiffRowStart = static_cast<std::uint8_t>(start);
+    b.fDiffRowCount = static_cast<std::uint8_t>(rows);
+    RowBand band;
+    EXPECT_EQ(RowBand::Find(b, 848, &band), fault) << start << ' ' << rows;
   }
 }
 

@@ -52,6 +52,7 @@ class CountingBitmap : public SBitmapCore {
 
 struct CountingVideoObject : SObject {
   CountingVideoObject() { SetRenderRecord(&record, true); }
+  void RemoveRecord() { SetRenderRecord(nullptr, false); }
   CountingBitmap bitmap;
   RenderRecord record = {&bitmap};
 };

@@ -126,6 +126,10 @@ TEST_F(DecoderTest, DrawsOnlyWhatWasDecodedAndAskedFor) {
   EXPECT_TRUE(Decode(bad.Build()));
   std::swap(picture.blocks[0], picture.blocks[1]);
   EXPECT_EQ(video->bitmap.Pixels(), picture.Bitmap());
+  video->record.fBitmap = nullptr;  // a video object without a bitmap, and one without a record
+  EXPECT_TRUE(Decode(bytes));
+  video->RemoveRecord();
+  EXPECT_TRUE(Decode(bytes));
 }
 
 }  // namespace

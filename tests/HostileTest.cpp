@@ -118,6 +118,7 @@ TEST_F(HostileTest, EndsTheProcessRatherThanGoOnDeathTest) {
   const Bytes message = GoodStream()[2].message;
   EXPECT_DEATH(static_cast<void>(decoder->SetupCodec(32768, 16384, 1, 1)), "object too large");
   Host().failAt = 2, Host().failure = Failure::kNull;
+  EXPECT_DEATH(new DecoderProbe(nullptr, nullptr), "");
   EXPECT_FALSE(decoder->SetupCodec((1 << 29) - 1, 1, 1, 1));
   decoder->fScratchColorBufferSize = -1;
   EXPECT_DEATH(decoder->CheckScratchColorBuffer(), "object too large");
