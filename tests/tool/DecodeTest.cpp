@@ -121,7 +121,7 @@ TEST_F(DecodeTest, WhatCannotRunSaysSoInOneLineAndLeavesNoFile) {
   Run(": > empty.zvm; for i in 1 2 3 4 5 6 7 8 9; do cat good.zvm >> long.zvm; done");
   const std::set<std::string> before = Files();
   for (const char* script :
-       {"zlibvideo decode empty.zvm -o x.bgra", "zlibvideo decode . -o x.png",
+       {"zlibvideo decode empty.zvm -o x.hash", "zlibvideo decode . -o x.png",
         "zlibvideo decode no.zvm -o x.png", "zlibvideo decode good.zvm -o /dev/full --format webp",
         "zlibvideo decode good.zvm -o good.zvm/x.y4m",
         "zlibvideo decode good.zvm -o /proc/x/%d.png",
