@@ -9,6 +9,10 @@ namespace {
 
 constexpr int kMemoryLevel = 9;
 
+// zlib's bound can be a byte short for the smallest inputs at level 0 (1.2.13 with this memory
+// level).
+constexpr uLong kBoundSlack = 8;
+
 int WindowBits(Deflater::Form form) {
   return form == Deflater::Form::kRawDeflate ? -MAX_WBITS : MAX_WBITS;
 }
@@ -36,7 +40,7 @@ std::vector<unsigned char> Deflater::Compress(ByteSpan data, ByteSpan dictionary
   if (dictionary.size != 0) {
     good = good && deflateSetDictionary(&fStream, dictionary.data, dictionary.size) == Z_OK;
   }
-  std::vector<unsigned char> payload(deflateBound(&fStream, data.size));
+  std::vector<unsigned char> payload(deflateBound(&fStream, data.size) + kBoundSlack);
   fStream.next_in = Writable(data.data);
   fStream.avail_in = data.size;
   fStream.next_out = payload.data();
