@@ -129,6 +129,14 @@ TEST(RecordTest, PicturesOfEveryGeometryComeBackInEveryKindOfRecord) {
   }
 }
 
+TEST(RecordTest, SmallestPicturesComeBackWithoutCompression) {
+  for (RecordOptions options : {Options(3), Options(6, true)}) {
+    options.level = 0;
+    std::set<char> kinds;
+    RecordScene(options, 2, 1, &kinds);
+  }
+}
+
 TEST(RecordTest, BlockTooLargeForARecordTakesAnotherFormOrIsRefused) {
   const Picture noise = {256, 256, Noise(256 * 256 * 3, 1)};
   for (RecordOptions options : {Options(3), Options(6), Options(6, false, 1, 150)}) {
