@@ -1,5 +1,6 @@
 #include "tools/common/MessageFileReader.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <utility>
 
@@ -23,14 +24,27 @@ MessageFileReader::Result MessageFileReader::Next(FileMessage* message) {
   ByteCursor cursor(lengthField, fieldBytes);
   if (!cursor.ReadU24(&length)) return Stop(start, sizeof(lengthField) - fieldBytes);
 
-  // The buffer only grows, at most to the largest length that 24 bits can say.
-  if (fBuffer.size() < length) fBuffer.resize(length);
   const std::uint64_t offset = fBytesRead;
-  const std::uint32_t bytes = Read(fBuffer.data(), length);
+  const std::uint32_t bytes = ReadMessage(length);
   if (bytes < length) return Stop(start, length - bytes);
 
   *message = {fBuffer.data(), length, fMessageCount++, offset};
   return Result::kMessage;
+}
+
+std::uint32_t MessageFileReader::ReadMessage(std::uint32_t length) {
+  // Each step is as long as all before it together, so a length that the file does not live up to
+  // costs memory for what is there and no more.
+  constexpr std::uint32_t kFirstStep = 0x10000;
+  std::uint32_t bytes = 0;
+  while (bytes < length) {
+    const std::uint32_t step = std::min(length - bytes, std::max(bytes, kFirstStep));
+    if (fBuffer.size() < bytes + step) fBuffer.resize(bytes + step);
+    const std::uint32_t got = Read(fBuffer.data() + bytes, step);
+    bytes += got;
+    if (got < step) break;
+  }
+  return bytes;
 }
 
 std::uint32_t MessageFileReader::Read(unsigned char* target, std::uint32_t size) {

@@ -55,6 +55,8 @@ class MessageFileReader {
   std::optional<std::uint64_t> FileSize() const { return InputSize(fFile.get()); }
 
  private:
+  /// Reads up to `length` bytes to the start of the buffer; returns how many there were.
+  std::uint32_t ReadMessage(std::uint32_t length);
   std::uint32_t Read(unsigned char* target, std::uint32_t size);
   Result Stop(std::uint64_t messageOffset, std::uint32_t missing);
 
