@@ -1,5 +1,5 @@
-// Conversion of a colour-reduced stream: a byte below 0x80 is a palette index, any other begins a
-// 2-byte code that holds a 15-bit colour.
+// Conversion of a colour-reduced stream. Its length is known and each loop below says how it stays
+// within it, so the bytes are walked directly, without a cursor's test for each.
 
 #include <bit>
 #include <cstddef>
@@ -7,6 +7,7 @@
 #include <cstring>
 
 #include "bitstream/BlockFormat.h"
+#include "colour/ReducedCode.h"
 #include "grid/BlockedCodec.h"
 #include "grid/BufferSizes.h"
 
@@ -14,9 +15,9 @@ namespace {
 
 using zlibvideo::kBlockPixelBytes;
 
-constexpr unsigned int kWideCodeBit = 0x80;
-constexpr int kIndexBytes = 1;
-constexpr int kWideCodeBytes = 2;
+using zlibvideo::kIndexBytes;
+using zlibvideo::kWideCodeBit;
+using zlibvideo::kWideCodeBytes;
 
 void StorePixel(unsigned char* pixel, std::uint32_t color) {
   pixel[0] = static_cast<unsigned char>(color & 0xFF);
@@ -47,7 +48,7 @@ bool IsIndex(const unsigned char* code) {
 }
 
 unsigned int Color15(const unsigned char* code) {
-  return (code[0] & 0x7FU) << 8 | code[1];
+  return (code[0] & (kWideCodeBit - 1)) << 8 | code[1];
 }
 
 /// What is left to convert, and where it goes.

@@ -2,17 +2,13 @@
 
 #include <cstdint>
 
+#include "colour/ReducedCode.h"
 #include "grid/BlockedCodec.h"
 #include "host/HostMemory.h"
 
 namespace {
 
 constexpr std::uint32_t kDecodeTableEntries = 1U << 15;
-
-/// Each 5-bit component moves to the top of its byte; the low three bits of every byte stay 0.
-constexpr std::uint32_t WidenColor15(std::uint32_t color) {
-  return (color << 9 & 0xF80000) | (color << 6 & 0xF800) | (color << 3 & 0xF8);
-}
 
 }  // namespace
 
@@ -23,6 +19,6 @@ void BlockedCodec::MakeTarvishDecodeTable() {
     if (fDecodeTable == nullptr) return;
   }
   for (std::uint32_t color = 0; color < kDecodeTableEntries; ++color) {
-    fDecodeTable[color] = WidenColor15(color);
+    fDecodeTable[color] = zlibvideo::WidenColor15(color);
   }
 }

@@ -70,8 +70,9 @@ using namespace zlibvideo;
 void* Vorn::SystemNew(unsigned long size, FixedMallocOpts opts) {
   if (Host().allocations.size() + 1 == Host().failAt) {
     Host().failAt = 0;
-    if (Host().failure == Failure::kNull) return nullptr;
-    if (Host().failure == Failure::kOtherException) throw std::runtime_error("heap is broken");
+    if (Host().failure == AllocationFailure::kNull) return nullptr;
+    if (Host().failure == AllocationFailure::kOtherException)
+      throw std::runtime_error("heap is broken");
     throw std::bad_alloc();
   }
   Host().allocations.push_back({size, opts});

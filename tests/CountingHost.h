@@ -19,14 +19,14 @@ using HostBytes = std::unique_ptr<unsigned char, std::function<void(unsigned cha
 HostBytes MakeGuarded(std::size_t size, unsigned char fill);
 HostBytes MakeGuarded(const Bytes& bytes);
 
-enum class Failure { kBadAlloc, kOtherException, kNull };
+enum class AllocationFailure { kBadAlloc, kOtherException, kNull };
 
 struct CountingHost {
   std::vector<std::pair<std::size_t, int>> allocations;  // size and option of each so far
   std::vector<std::string> calls;                        // of the other services, with arguments
   std::unordered_map<void*, HostBytes> live;
   std::size_t failAt = 0;  // the allocation to fail, counted from 1; 0 once it has
-  Failure failure = Failure::kBadAlloc;
+  AllocationFailure failure = AllocationFailure::kBadAlloc;
   bool throwOnRelease = false;
   unsigned char fill = 0xA5;  // what new memory and new bitmaps hold
 };

@@ -33,7 +33,7 @@ TEST_F(DecoderTest, TestsTheLength) {
   Bytes message = {0x12, 0, 16, 0, 16, 0, 0};
   EXPECT_FALSE(decoder->DecompressVideoEmbedded({}, message.data(), -2147483647 - 1));
   EXPECT_FALSE(decoder->DecompressVideoEmbedded({}, message.data(), -1));
-  for (const unsigned long length : {0ul, 6ul, (1ul << 32) + 6, 7ul}) {
+  for (const unsigned long length : {0ul, 6ul, 0xFFFFFFFFul + 7, 7ul}) {
     EXPECT_EQ(decoder->DecompressVideo({}, message.data(), length, false), length == 7) << length;
     EXPECT_EQ(decoder->fImageWidth, length == 7 ? 16 : 0) << length;
   }

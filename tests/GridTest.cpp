@@ -88,7 +88,7 @@ TEST_F(GridTest, BuffersOnlyGrow) {
     EXPECT_EQ(Host().allocations.size(), allocations);
     EXPECT_TRUE(std::equal(b.fPreviousData, b.fPreviousData + sizeAfter, source));
   }
-  Host().failAt = 4, Host().failure = Failure::kNull;
+  Host().failAt = 4, Host().failure = AllocationFailure::kNull;
   EXPECT_FALSE(b.SetPreviousData(source, 301) || b.fPreviousData || b.fPreviousDataSize != 0);
 }
 
@@ -96,7 +96,7 @@ TEST_F(GridTest, DecodesOnWhenPartlyBuilt) {
   for (std::size_t missing = 0; missing < 4; ++missing) {
     Restart();
     // After the decoder and the array come the records. What a missing block covers stays white.
-    Host().failAt = 3 + missing, Host().failure = Failure::kNull, Host().fill = 0xFF;
+    Host().failAt = 3 + missing, Host().failure = AllocationFailure::kNull, Host().fill = 0xFF;
     PlainPicture picture(Header(6, 20, 20, 16, 16), 1);
     const Bytes message = picture.Whole().Build();
     EXPECT_FALSE(Decode(message));

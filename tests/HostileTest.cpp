@@ -12,7 +12,7 @@ using HostileTest = DecoderTest;
 
 TEST_F(HostileTest, DecodesOnAfterEachFailedAllocation) {
   const std::vector<Step> stream = GoodStream();
-  for (const Failure failure : {Failure::kBadAlloc, Failure::kNull}) {
+  for (const AllocationFailure failure : {AllocationFailure::kBadAlloc, AllocationFailure::kNull}) {
     bool failed = true;
     for (std::size_t n = 2; failed; ++n) {
       Restart();
@@ -27,10 +27,10 @@ TEST_F(HostileTest, DecodesOnAfterEachFailedAllocation) {
         }
         failed = Host().failAt == 0;
         // A null result may leave gaps in the grid, until the geometry is another.
-        if (failed && failure == Failure::kNull) break;
+        if (failed && failure == AllocationFailure::kNull) break;
         ASSERT_EQ(video->bitmap.Pixels(), step.bitmap) << n;
       }
-      EXPECT_EQ(thrown, failed && failure == Failure::kBadAlloc ? 1 : 0);
+      EXPECT_EQ(thrown, failed && failure == AllocationFailure::kBadAlloc ? 1 : 0);
       Host().failAt = 0;
       EXPECT_TRUE(decoder->SetupCodec(1, 1, 16, 16));
       for (const Step& step : stream) {
@@ -117,14 +117,14 @@ TEST_F(HostileTest, CostsNoMoreMemoryThanTheHeaderAllows) {
 TEST_F(HostileTest, EndsTheProcessRatherThanGoOnDeathTest) {
   const Bytes message = GoodStream()[2].message;
   EXPECT_DEATH(static_cast<void>(decoder->SetupCodec(32768, 16384, 1, 1)), "object too large");
-  Host().failAt = 2, Host().failure = Failure::kNull;
+  Host().failAt = 2, Host().failure = AllocationFailure::kNull;
   EXPECT_DEATH(new DecoderProbe(nullptr, nullptr), "");
   EXPECT_FALSE(decoder->SetupCodec((1 << 29) - 1, 1, 1, 1));
   decoder->fScratchColorBufferSize = -1;
   EXPECT_DEATH(decoder->CheckScratchColorBuffer(), "object too large");
   for (std::size_t n = 2; n < 30; n += 3) {
     Restart();
-    Host().failAt = n, Host().failure = Failure::kOtherException;
+    Host().failAt = n, Host().failure = AllocationFailure::kOtherException;
     EXPECT_DEATH(static_cast<void>(Decode(message)), "heap is broken") << n;
   }
   Restart();

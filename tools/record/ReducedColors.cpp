@@ -4,20 +4,12 @@
 #include <utility>
 
 #include "colour/PaletteSize.h"
+#include "colour/ReducedCode.h"
 #include "grid/BufferSizes.h"
 #include "tools/record/PixelColor.h"
 
 namespace zlibvideo {
 namespace {
-
-/// The five high bits of each component.
-constexpr std::uint32_t kKept15BitMask = 0xF8F8F8;
-/// Marks the first byte of a 2-byte code, which holds a 15-bit colour.
-constexpr std::uint32_t kWideCode = 0x8000;
-
-std::uint32_t To15Bit(std::uint32_t color) {
-  return (color >> 9 & 0x7C00) | (color >> 6 & 0x03E0) | (color >> 3 & 0x001F);
-}
 
 std::unordered_map<std::uint32_t, std::size_t> CountColors(const Picture& picture) {
   std::unordered_map<std::uint32_t, std::size_t> counts;
@@ -68,7 +60,7 @@ int ReducedColors::PaletteIndex(std::uint32_t color) const {
 }
 
 std::uint32_t ReducedColors::Shown(std::uint32_t color) const {
-  return PaletteIndex(color) == kNotInPalette ? color & kKept15BitMask : color;
+  return PaletteIndex(color) == kNotInPalette ? WidenColor15(NarrowToColor15(color)) : color;
 }
 
 Picture ReducedColors::Reduce(const Picture& picture) const {
@@ -89,7 +81,7 @@ std::vector<unsigned char> ReducedColors::Encode(ByteSpan pixels) const {
       codes.push_back(static_cast<unsigned char>(index));
       continue;
     }
-    const std::uint32_t code = kWideCode | To15Bit(color);
+    const std::uint32_t code = kWideCodeBit << 8 | NarrowToColor15(color);
     codes.push_back(static_cast<unsigned char>(code >> 8));
     codes.push_back(static_cast<unsigned char>(code & 0xFF));
   }
