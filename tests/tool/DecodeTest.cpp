@@ -126,6 +126,7 @@ TEST_F(DecodeTest, WhatCannotRunSaysSoInOneLineAndLeavesNoFile) {
         "zlibvideo decode good.zvm -o good.zvm/x.y4m",
         "zlibvideo decode good.zvm -o /proc/x/%d.png",
         "zlibvideo decode good.zvm --format hash > /dev/full",
+        "ln good.zvm x.y4m; zlibvideo decode good.zvm -o x.y4m; s=$?; rm x.y4m; exit $s",
         "{ { zlibvideo decode long.zvm --format bgra -o -; echo $? >&3; } | head -c 1 >/dev/null; "
         "} 3>&1 | { read status; exit $status; }"}) {
     const Outcome outcome = Run(script);
@@ -138,13 +139,15 @@ TEST_F(DecodeTest, WhatCannotRunSaysSoInOneLineAndLeavesNoFile) {
           "' decode in -o x.bgra & exec 3>in; cat long.zvm >&3; while ! ls .*.part; "
           "do sleep 0.01; done; kill $!; wait $!; status=$?; rm in; exit $status");
   EXPECT_EQ(128 + SIGTERM, stopped.status) << stopped.text;
+  EXPECT_NE(std::string::npos, stopped.text.find("stopped by a signal"));
   EXPECT_EQ(before, Files());
 }
 
 TEST_F(DecodeTest, UsageErrorsNameTheValue) {
   for (const std::string arguments :
        {"-o %d%d.png", "-o %s.png", "-o x%n.png", "-o %123d.png", "-o x.gif", "--format jpg",
-        "-o x.png --from 0", "-o x.png --to 1x", "-o x.webp --fps 1/0", "-o x.y4m --fps 1001"}) {
+        "-o x.png --from 0", "-o x.png --to 1x", "-o x.webp --fps 1/0", "-o x.y4m --fps 1001",
+        "-o x.hash --fps 5"}) {
     const Outcome outcome = Run("zlibvideo decode good.zvm " + arguments);
     EXPECT_EQ(1, outcome.status) << arguments;
     EXPECT_NE(std::string::npos, outcome.text.find(arguments.substr(arguments.rfind(' ') + 1)));
@@ -208,7 +211,7 @@ TEST_F(DecodeTest, BashCompletesEveryOption) {
   for (const std::string command : {"", "decode", "record", "info"}) {
     const std::string help = Run("zlibvideo " + command + " --help").text;
     const std::string offered =
-        Run("bash -c 'source " ZLIBVIDEO_COMPLETION "; COMP_WORDS=(zlibvideo " + command +
+        Run("bash -c 'source \"" ZLIBVIDEO_COMPLETION "\"; COMP_WORDS=(zlibvideo " + command +
             " --); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _zlibvideo; echo \" ${COMPREPLY[*]} \"'")
             .text;
     const std::regex option("\n  (?:-[a-z],)?(--[a-z0-9-]+)");

@@ -3,12 +3,14 @@
 
 #include <cstddef>
 
+#include "output/BitmapRows.h"
+
 namespace zlibvideo {
 
 /// A decoded picture that somebody else owns: rows from the top with nothing between them, 4 bytes
 /// a pixel: blue, green, red, opacity. 0 × 0 before the first picture.
 struct FrameView {
-  static constexpr std::size_t kPixelBytes = 4;
+  static constexpr std::size_t kPixelBytes = kBitmapPixelBytes;
 
   const unsigned char* pixels = nullptr;
   /// Pixels.

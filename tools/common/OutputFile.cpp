@@ -100,6 +100,13 @@ void OutputFile::Fail(const char* what) const {
   throw ToolError::FromSystem(fName, what, errno);
 }
 
+void RefuseToReplace(const std::string& input, const std::string& output) {
+  std::error_code ignored;
+  if (fs::equivalent(input, output, ignored) && fs::is_regular_file(output, ignored)) {
+    throw ToolError(OutputName(output) + ": is the input, which the output would replace");
+  }
+}
+
 std::string OutputName(const std::string& path) {
   return path == kStandardStreamName ? "standard output" : path;
 }

@@ -39,6 +39,10 @@ class OutputFile {
   std::FILE* fStream = nullptr;
 };
 
+/// Throws a `ToolError` when `output` is the regular file that `input` is: what is read must not be
+/// replaced by what is made of it.
+void RefuseToReplace(const std::string& input, const std::string& output);
+
 /// `path` as messages show it: "standard output" for "-".
 std::string OutputName(const std::string& path);
 

@@ -35,7 +35,10 @@ class PngReader {
   explicit PngReader(std::FILE* stream)
       : fPng(png_create_read_struct(PNG_LIBPNG_VER_STRING, &fProblem, KeepProblem, IgnoreWarning)),
         fInfo(fPng == nullptr ? nullptr : png_create_info_struct(fPng)) {
-    if (fInfo == nullptr) throw std::bad_alloc();
+    if (fInfo == nullptr) {
+      png_destroy_read_struct(&fPng, nullptr, nullptr);
+      throw std::bad_alloc();
+    }
     png_init_io(fPng, stream);
   }
   ~PngReader() { png_destroy_read_struct(&fPng, &fInfo, nullptr); }

@@ -106,6 +106,17 @@ void CheckOutput(DecodeOptions* options) {
   }
 }
 
+void CheckMovieOptions(const Arguments& arguments) {
+  const OutputFormat format = arguments.options.format;
+  const bool isY4m = format == OutputFormat::kY4m;
+  if (!arguments.frameRate.empty() && !isY4m && format != OutputFormat::kWebp) {
+    throw Unfit("--fps", arguments.frameRate, "is for the formats webp and y4m alone");
+  }
+  if (arguments.options.y4m8Bit && !isY4m) {
+    throw CLI::ValidationError("--y4m-8bit", "is for the format y4m alone");
+  }
+}
+
 void Check(Arguments* arguments) {
   DecodeOptions& options = arguments->options;
   if (options.from > options.to) {
@@ -120,6 +131,7 @@ void Check(Arguments* arguments) {
   if (options.verify.empty()) {
     ChooseFormat(arguments);
     CheckOutput(&options);
+    CheckMovieOptions(*arguments);
   } else if (options.verify == kStandardStreamName && options.input == kStandardStreamName) {
     throw Unfit("--verify", options.verify, "is the message file already");
   }

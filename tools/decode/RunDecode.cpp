@@ -9,6 +9,7 @@
 #include "tools/common/Diagnosis.h"
 #include "tools/common/ExitStatus.h"
 #include "tools/common/MessageFileReader.h"
+#include "tools/common/OutputFile.h"
 #include "tools/common/PrintLine.h"
 #include "tools/common/ProgressBar.h"
 #include "tools/common/StreamDecoder.h"
@@ -42,6 +43,7 @@ class DecodeRun {
   MessageFileReader fReader;
   std::unique_ptr<FrameSink> fSink;
   StreamDecoder fDecoder;
+  std::uint64_t fMessagesDone = 0;
   std::uint64_t fFailures = 0;
   std::uint64_t fPicturesWritten = 0;
 };
@@ -53,7 +55,7 @@ int DecodeRun::Run() {
   } catch (const std::bad_alloc&) {
     fSink->Finish();
     throw ToolError(fReader.Name() + ": not enough memory for message " +
-                    std::to_string(fReader.MessageCount() - 1));
+                    std::to_string(fMessagesDone));
   }
   if (fReader.MessageCount() == 0 && end == Result::kEnd) throw ToolError(fReader.Problem());
   fSink->Finish();
@@ -66,7 +68,8 @@ Result DecodeRun::DecodeAll() {
   Result result = Result::kEnd;
   while ((result = fReader.Next(&message)) == Result::kMessage) {
     DecodeOne(message);
-    progress.Update(fReader.BytesRead(), fReader.MessageCount());
+    ++fMessagesDone;
+    progress.Update(fReader.BytesRead(), fMessagesDone);
   }
   return result;
 }
@@ -103,11 +106,12 @@ bool DecodeRun::WantsProgressBar() const {
 ExitStatus DecodeRun::Conclude(Result end) const {
   const bool writesPictures =
       fOptions.format != OutputFormat::kNull && fOptions.format != OutputFormat::kHash;
-  if (writesPictures && fPicturesWritten == 0) {
-    PrintLine(fReader.Name() + ": no picture was written; " +
-              std::to_string(fReader.MessageCount()) + " messages were read");
+  if (end != Result::kEnd) {
+    PrintLine(fReader.Problem());
+  } else if (writesPictures && fPicturesWritten == 0) {
+    PrintLine(fReader.Name() +
+              ": no picture was written; messages read: " + std::to_string(fReader.MessageCount()));
   }
-  if (end != Result::kEnd) PrintLine(fReader.Problem());
   if (end == Result::kReadError) return kExitCouldNotRun;
   const bool failuresCount = fOptions.verify.empty() && fFailures > 0;
   return failuresCount || end == Result::kCutOff ? kExitDamagedInput : kExitSuccess;
@@ -116,6 +120,7 @@ ExitStatus DecodeRun::Conclude(Result end) const {
 }  // namespace
 
 int RunDecode(const DecodeOptions& options) {
+  RefuseToReplace(options.input, options.output);
   return DecodeRun(options).Run();
 }
 

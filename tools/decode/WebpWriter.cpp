@@ -25,6 +25,10 @@ struct ScopedPicture {
   ScopedPicture& operator=(const ScopedPicture&) = delete;
 };
 
+bool IsOutOfMemory(WebPEncodingError error) {
+  return error == VP8_ENC_ERROR_OUT_OF_MEMORY || error == VP8_ENC_ERROR_BITSTREAM_OUT_OF_MEMORY;
+}
+
 WebPConfig LosslessConfig() {
   WebPConfig config;
   if (WebPConfigInit(&config) == 0 || WebPConfigLosslessPreset(&config, kLosslessLevel) == 0) {
@@ -61,6 +65,7 @@ void WebpWriter::Add(const FrameView& frame) {
   if (WebPPictureImportBGRX(&picture, frame.pixels, stride) == 0) throw std::bad_alloc();
   const WebPConfig config = LosslessConfig();
   if (WebPAnimEncoderAdd(fEncoder.get(), &picture, Now(), &config) == 0) {
+    if (IsOutOfMemory(picture.error_code)) throw std::bad_alloc();
     Fail(WebPAnimEncoderGetError(fEncoder.get()));
   }
   ++fPictures;

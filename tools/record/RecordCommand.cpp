@@ -12,6 +12,7 @@
 #include "tools/common/ExitStatus.h"
 #include "tools/common/InputFile.h"
 #include "tools/common/MessageFileWriter.h"
+#include "tools/common/OutputFile.h"
 #include "tools/common/PngFile.h"
 #include "tools/common/ProgressBar.h"
 #include "tools/common/ToolError.h"
@@ -36,7 +37,10 @@ newer pixels, which makes most recordings smaller as a whole.
 --reduced shows the 128 most frequent colours of the last key frame as they are;
 all others lose the low three bits of red, green and blue.
 --passes 2 sends each picture in reduced colours first and what is missing to its
-exact colours in a second pass of the same message: the result is lossless.
+exact colours in a second pass of the same message: the result is lossless, with
+--reduced as well.
+
+Exit status: 0 recorded; 1 could not run, and nothing was written.
 
 Examples:
   zlibvideo record frames/*.png -o out.zvm
@@ -104,6 +108,9 @@ int Record(RecordArguments arguments) {
     throw ToolError("--reduced and --passes need --codec 2");
   }
   static_cast<void>(ParseBlockSize(arguments.block, &options.blockWidth, &options.blockHeight));
+  for (const std::string& picture : arguments.pictures) {
+    RefuseToReplace(picture, arguments.output);
+  }
   MessageFileWriter writer(arguments.output);
   EncodeAll(arguments, &writer);
   writer.Commit();
