@@ -7,6 +7,7 @@
 #include <string>
 
 #include "bench/IsolatedBenchmarks.h"
+#include "bitstream/BlockRecord.h"
 #include "bitstream/CodecType.h"
 #include "bitstream/FrameHeader.h"
 #include "decoder/ZLibVideoDecompressor.h"
@@ -39,8 +40,9 @@ Bytes MessageOf(int side, ByteSpan payload) {
   message.push_back(0);  // flags
   for (int block = 0; block < side * side; ++block) {
     const unsigned int size = payload.size == 0 ? 0 : payload.size + 1;
-    message.push_back(static_cast<unsigned char>(size >> 8));
-    message.push_back(static_cast<unsigned char>(size & 0xFF));
+    char sizeField[BlockRecord::kSizeFieldBytes];
+    BlockedCodec::WriteToBuf2(sizeField, 0, static_cast<std::int32_t>(size));
+    message.insert(message.end(), sizeField, sizeField + BlockRecord::kSizeFieldBytes);
     if (size == 0) continue;
     message.push_back(0);  // format: direct, 3-byte pixels
     message.insert(message.end(), payload.data, payload.data + payload.size);

@@ -18,8 +18,7 @@ using zlibvideo::bench::FloorRunner;
 using zlibvideo::bench::PreparedStream;
 
 /// Repetitions of all benchmarks come in a shuffled order, so that a slow minute of the machine
-/// falls on all of them. They are
-/// short, so that some go undisturbed.
+/// falls on all of them. They are short, so that some go undisturbed.
 constexpr const char* kDefaults[] = {"--benchmark_enable_random_interleaving=true",
                                      "--benchmark_repetitions=25", "--benchmark_min_time=0.003"};
 

@@ -22,7 +22,7 @@ class BitmapRows {
         fColumnOffset(std::ptrdiff_t{column} * kBitmapPixelBytes) {}
 
   /// Where the block's row `row` begins. The host is asked for base address and row length on every
-  /// call: it may have put the pixels away and brought them back elsewhere.
+  /// call, as its bitmap's interface wants it.
   unsigned char* Address(std::int32_t row) const {
     unsigned char* base = fBitmap->GetBMBaseAddr();
     return base + std::int64_t{fBitmap->GetRowLength()} * (fBottomRow - row) + fColumnOffset;
