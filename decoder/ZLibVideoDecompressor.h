@@ -40,16 +40,17 @@ class ZLIBVIDEO_EXPORT ZLibVideoDecompressor : public VideoDecompressor, public 
   /// zlib decompression of one whole buffer (RFC 1950). An empty source succeeds and leaves the
   /// length as it was. Otherwise the length becomes the bytes produced, whatever the result; false
   /// when the source is not a complete stream or does not fit.
-  bool DecompressBlock(unsigned char* destination, unsigned int* destinationLength,
-                       const unsigned char* source, unsigned int sourceLength) override;
+  [[nodiscard]] bool DecompressBlock(unsigned char* destination, unsigned int* destinationLength,
+                                     const unsigned char* source,
+                                     unsigned int sourceLength) override;
 
   /// Decodes one message of `length` bytes, beginning with its frame header, into the grid. With a
   /// video object, has the host size its bitmap and, unless `skipPush`, composes the picture into
   /// it; a video object without a bitmap is passed over. False when the message was not decoded:
   /// the bitmap and the count of decoded messages are then untouched, and blocks decoded before the
   /// fault keep their new contents.
-  bool DecompressVideo(Vorn::GCAPI::GCRef<SObject> video, unsigned char* message,
-                       unsigned long length, bool skipPush);
+  [[nodiscard]] bool DecompressVideo(Vorn::GCAPI::GCRef<SObject> video, unsigned char* message,
+                                     unsigned long length, bool skipPush);
 };
 
 #endif  // ZLIBVIDEO_DECODER_ZLIBVIDEODECOMPRESSOR_H

@@ -12,11 +12,11 @@ struct PlainPicture {
   FrameHeader header;
   std::vector<Bytes> blocks = {};
 
-  PlainPicture(const FrameHeader& geometry, unsigned int seed) : header(geometry) {
+  PlainPicture(const FrameHeader& geometry, unsigned int start) : header(geometry) {
     for (int y = 0; y < header.imageHeight; y += header.blockHeight) {
       for (int x = 0; x < header.imageWidth; x += header.blockWidth) {
         const int pixels = WidthAt(x) * std::min(header.blockHeight, header.imageHeight - y);
-        blocks.push_back(Noise(static_cast<std::size_t>(pixels * 3), seed++));
+        blocks.push_back(Noise(static_cast<std::size_t>(pixels * 3), start++));
       }
     }
   }

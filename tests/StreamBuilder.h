@@ -18,8 +18,8 @@ namespace zlibvideo {
 
 using Bytes = std::vector<unsigned char>;
 
-inline Bytes Noise(std::size_t size, unsigned int seed) {
-  std::mt19937 random(seed);
+inline Bytes Noise(std::size_t size, unsigned int start) {
+  std::mt19937 random(start);
   Bytes bytes(size);
   for (unsigned char& byte : bytes) byte = static_cast<unsigned char>(random() & 0xFF);
   return bytes;
