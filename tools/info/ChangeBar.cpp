@@ -22,11 +22,11 @@ int CountChanged(const MessageReport& report, int firstColumn, int endColumn) {
 
 }  // namespace
 
-std::string ChangeBar(const MessageReport& report, const Terminal& terminal) {
+std::string ChangeBar(const MessageReport& report, int mostWidth, const Terminal& terminal) {
   const auto& levels = terminal.unicode ? kUnicodeLevels : kAsciiLevels;
   const int highest = static_cast<int>(levels.size()) - 1;
   const int columns = report.outline.gridWidth;
-  const int width = std::min(columns, kChangeBarWidth);
+  const int width = std::min(columns, mostWidth);
   std::string bar;
   for (int cell = 0; cell < width; ++cell) {
     const int first = cell * columns / width;

@@ -8,12 +8,13 @@
 
 namespace zlibvideo {
 
-/// Characters that a change bar takes at most.
+/// Characters that a change bar takes where there is room.
 inline constexpr int kChangeBarWidth = 16;
 
 /// Where a message changed the picture, from its left edge to its right: each character stands for
-/// one or more columns of blocks, and the more of their blocks changed, the fuller it is.
-std::string ChangeBar(const MessageReport& report, const Terminal& terminal);
+/// one or more columns of blocks, and the more of their blocks changed, the fuller it is. At most
+/// `mostWidth` characters, which must be positive.
+std::string ChangeBar(const MessageReport& report, int mostWidth, const Terminal& terminal);
 
 }  // namespace zlibvideo
 

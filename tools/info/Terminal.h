@@ -1,6 +1,7 @@
 #ifndef ZLIBVIDEO_TOOLS_INFO_TERMINAL_H
 #define ZLIBVIDEO_TOOLS_INFO_TERMINAL_H
 
+#include <cstddef>
 #include <string>
 
 namespace zlibvideo {
@@ -11,6 +12,8 @@ struct Terminal {
   bool unicode = false;
   /// Colour and other attributes.
   bool color = false;
+  /// Characters that a line should have at most.
+  std::size_t width = 100;
 
   /// Attributes of text, as terminals number them.
   enum class Style {
@@ -24,8 +27,8 @@ struct Terminal {
     kCyan = 36
   };
 
-  /// Standard output: both only on a terminal; characters as the locale says, no colour when the
-  /// environment asks for none (NO_COLOR, or TERM=dumb).
+  /// Standard output. Only a terminal gets characters as the locale says, colour, unless the
+  /// environment asks for none (NO_COLOR, or TERM=dumb), and lines of its width (COLUMNS if set).
   static Terminal OfStandardOutput();
 
   /// `text` in that style where there is colour, else as it is.

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "tools/common/OutputFile.h"
+#include "tools/info/MessageTable.h"
 #include "tools/info/ReportWriter.h"
 #include "tools/info/Terminal.h"
 
@@ -20,14 +21,15 @@ class TextReport : public ReportWriter {
     bool maps = false;
   };
 
-  TextReport(const std::string& path, const Options& options) : fOptions(options), fOutput(path) {}
+  TextReport(const std::string& path, const Options& options)
+      : fOptions(options), fOutput(path), fTable(options.terminal) {}
 
   void Write(const MessageReport& report, const FrameView& frame) override;
   void Finish(const StreamSummary& summary, const std::string& problem) override;
 
  private:
   void WriteGeometry(const MessageReport& report);
-  void WriteRow(const MessageReport& report);
+  void WriteHeadings();
   void WriteNotes(const MessageReport& report);
   void WriteMap(const MessageReport& report);
   void WriteRecordTable(const StreamSummary& summary);
@@ -35,6 +37,7 @@ class TextReport : public ReportWriter {
 
   const Options fOptions;
   OutputFile fOutput;
+  MessageTable fTable;
   /// As last written; messages that share it follow one another in one table.
   std::optional<FrameHeader> fGeometry;
 };
