@@ -130,6 +130,10 @@ TEST_F(InfoTest, ReportsInEveryForm) {
     EXPECT_NE(text.text.find(part), std::string::npos) << part << "\n" << text.text;
   }
   EXPECT_EQ(Run("zlibvideo info '<b>.zvm' | LC_ALL=C grep -c '[^ -~]'").text, "0\n");
+  for (const char* form : {"-", "- --json", "- --html -", "- --html empty.html"}) {
+    EXPECT_EQ(Run("zlibvideo info < /dev/null " + std::string(form) + "; echo $?; ls").text,
+              "zlibvideo: standard input: is empty, there is no message in it\n1\n<b>.zvm\n");
+  }
 
   std::istringstream lines(Run("zlibvideo info --json '<b>.zvm'").text);
   Json objects[3];

@@ -5,9 +5,11 @@
 #include <string>
 
 #include "tools/common/ExitStatus.h"
+#include "tools/common/OutputFile.h"
 #include "tools/common/PrintLine.h"
 #include "tools/common/ProgressBar.h"
 #include "tools/common/StreamDecoder.h"
+#include "tools/common/ToolError.h"
 #include "tools/info/Format.h"
 #include "tools/info/HtmlReport.h"
 #include "tools/info/JsonReport.h"
@@ -26,6 +28,17 @@ Examples:
 Messages count from 0, and so do rows and columns of blocks; row 0 is at the
 bottom of the picture, column 0 at its left edge.
 
+Columns of the table; rare ones appear when they are needed:
+  type                    key, or the number of another frame type
+  flags                   version 2: the flags byte; 0x01 announces a palette,
+                          0x02 a second pass
+  pal                     whether that palette is new, or the old one was kept
+  empty, direct (dir), primed (prim), banded (band), p+band (p+b), interm (int)
+                          records of each kind; p+band is primed and banded
+  other (oth)             records with colours that cannot be converted
+  reduced (red)           how many of all these records are colour-reduced
+  changed, left to right  blocks with a record that is not empty, and where
+
 Keys of a JSON object; null where a message has nothing to say:
   index, offset, bytes    which message, where it begins in the file, its length
   decoded                 true or false
@@ -41,7 +54,11 @@ Keys of a JSON object; null where a message has nothing to say:
   records                 for each kind: count and bytes of those decoded
   unread_bytes            bytes behind the last record
   failure                 what is wrong; offset in the message, in bytes; pass
-                          (from 1), row and column if it is about a block)";
+                          (from 1), row and column if it is about a block
+
+A file without any message cannot be reported on (exit status 1).
+Exit status: 0 all decoded; 1 could not run; 2 some messages failed or the file
+is cut off.)";
 
 constexpr std::uint64_t kBytesPerMebibyte = 1024 * 1024;
 
@@ -66,14 +83,17 @@ std::unique_ptr<ReportWriter> MakeWriter(const InfoOptions& options) {
 
 int RunInfo(const InfoOptions& options) {
   using Result = MessageFileReader::Result;
+  RefuseToReplace(options.input, options.html);
   MessageFileReader reader(options.input);
+  FileMessage message;
+  Result result = reader.Next(&message);
+  // Before any output is begun: nothing is left of a report about nothing.
+  if (result == Result::kEnd) throw ToolError(reader.Problem());
   const std::unique_ptr<ReportWriter> writer = MakeWriter(options);
   ProgressBar progress(!options.html.empty(), "messages", reader.FileSize());
   StreamDecoder stream;
   StreamSummary summary;
-  FileMessage message;
-  Result result = Result::kMessage;
-  while ((result = reader.Next(&message)) == Result::kMessage) {
+  for (; result == Result::kMessage; result = reader.Next(&message)) {
     const bool decoded = stream.Decode(message);
     const MessageReport report = MessageReport::Gather(message, decoded, stream.Decoder());
     summary.Add(report);
