@@ -13,5 +13,6 @@ function(zlibvideo_add_header_check)
   endforeach()
   add_library(header_check OBJECT EXCLUDE_FROM_ALL ${sources})
   target_link_libraries(header_check PRIVATE zlibvideo)
+  target_compile_definitions(header_check PRIVATE ZLIBVIDEO_PROGRAM="")  # ToolFixture.h
   zlibvideo_enable_warnings(header_check)
 endfunction()

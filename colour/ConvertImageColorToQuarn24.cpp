@@ -63,13 +63,14 @@ struct Rest {
 /// indices and then some colours, with no test for the end of source or room in between; that is
 /// two to three times as fast as code by code. Stops where a turn may no longer fit.
 Rest ConvertRuns(Rest rest, const std::uint32_t* palette, const std::uint32_t* colors) {
-  constexpr int kMaxRun = 8;
+  constexpr std::ptrdiff_t kMaxRun = 8;
   // A turn, and one more code, the pixel of which must follow those of the turn.
   constexpr std::ptrdiff_t kTurnSource = kMaxRun * (kIndexBytes + kWideCodeBytes) + kWideCodeBytes;
   constexpr std::ptrdiff_t kTurnTarget = (kMaxRun + kMaxRun + 1) * kBlockPixelBytes;
   auto [source, sourceEnd, target, targetEnd] = rest;
+  // NOLINTNEXTLINE(bugprone-infinite-loop): it does not see that bindings change
   while (sourceEnd - source >= kTurnSource && targetEnd - target >= kTurnTarget) {
-    int run = 0;
+    std::ptrdiff_t run = 0;
     for (; run < kMaxRun && IsIndex(source + run); ++run) {
       StorePixelLoosely(target + run * kBlockPixelBytes, palette[source[run]]);
     }

@@ -252,8 +252,8 @@ constexpr NamedRowWidener kRowWideners[] = {
 std::span<const NamedRowWidener> AvailableRowWideners() {
 #ifdef ZLIBVIDEO_WIDEN_X86
   // A processor with AVX2 has SSSE3 as well, so what can be run is always the front of the list.
-  if (__builtin_cpu_supports("avx2") == 0) {
-    return std::span(kRowWideners).first(__builtin_cpu_supports("ssse3") == 0 ? 1 : 2);
+  if (!__builtin_cpu_supports("avx2")) {
+    return std::span(kRowWideners).first(__builtin_cpu_supports("ssse3") ? 2 : 1);
   }
 #endif
   return kRowWideners;
