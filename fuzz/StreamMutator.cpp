@@ -15,7 +15,7 @@ namespace {
 void Decode(InspectingDecoder* decoder, Bytes message) {
   FrameHeader header;
   if (!ReadSmallHeader(message, &header)) return;
-  decoder->DecompressVideo(nullptr, message.data(), message.size(), true);
+  static_cast<void>(decoder->DecompressVideo(nullptr, message.data(), message.size(), true));
 }
 
 void MutateHeader(FrameHeader* header, Random* random) {
