@@ -24,16 +24,14 @@ void WriteAxis(int blockSize, int imageSize, unsigned char* bytes) {
 }  // namespace
 
 bool FrameHeader::Read(ByteCursor* cursor, FrameHeader* header) {
-  ByteSpan bytes;
-  if (!cursor->ReadSpan(kSize, &bytes)) return false;
-
-  ByteCursor fields(bytes);
+  ByteCursor fields = *cursor;
   std::uint8_t types = 0;
   std::uint16_t horizontal = 0;
   std::uint16_t vertical = 0;
   if (!fields.ReadU8(&types) || !fields.ReadU16(&horizontal) || !fields.ReadU16(&vertical)) {
     return false;
   }
+  *cursor = fields;
   header->frameType = types >> 4;
   header->codecType = types & static_cast<int>(kLowNibble);
   SplitAxis(horizontal, &header->blockWidth, &header->imageWidth);
