@@ -4,7 +4,7 @@
 
 namespace zlibvideo::bench {
 
-void PlainWidenRows(const unsigned char* source, BitmapRows targets, int rows, int pixels) {
+void PlainWidenRows(const unsigned char* source, const BitmapRows& targets, int rows, int pixels) {
   for (int row = 0; row < rows; ++row) {
     unsigned char* target = targets.Address(row);
     for (int pixel = 0; pixel < pixels; ++pixel, source += 3, target += 4) {

@@ -11,7 +11,7 @@ namespace zlibvideo::bench {
 /// -O2, which is what makes them fastest.
 
 /// A `RowWidener` that goes a byte at a time.
-void PlainWidenRows(const unsigned char* source, BitmapRows targets, int rows, int pixels);
+void PlainWidenRows(const unsigned char* source, const BitmapRows& targets, int rows, int pixels);
 
 /// Conversion of a colour-reduced stream, a code at a time; returns the bytes written.
 unsigned int PlainConvert(const unsigned char* source, unsigned int sourceLength,

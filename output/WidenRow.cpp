@@ -73,10 +73,17 @@ void WidenPixel(const unsigned char* source, unsigned char* target) {
   target[3] = kOpaque;
 }
 
-void WidenRowsPortably(const unsigned char* source, BitmapRows targets, int rows, int pixels) {
+// `targets` comes by reference: a copy on the stack would be read while its parts still stand in the
+// processor's queue of writes behind the pixels of the block before, and wait until all those are
+// written. Each version then holds a copy of its own, in registers, since the compiler would have to
+// read the original again after every pixel, which might have been written over it.
+
+void WidenRowsPortably(const unsigned char* source, const BitmapRows& targets, int rows,
+                       int pixels) {
+  const BitmapRows held = targets;
   constexpr int kEight = 8;
   for (int row = 0; row < rows; ++row) {
-    unsigned char* target = targets.Address(row);
+    unsigned char* target = held.Address(row);
     int left = pixels;
     for (; left >= kEight; left -= kEight) {
       WidenEightPixels(source, target);
@@ -117,7 +124,7 @@ struct Ahead {
   std::ptrdiff_t target;
 };
 
-Ahead AheadOf(BitmapRows targets, int pixels) {
+Ahead AheadOf(const BitmapRows& targets, int pixels) {
   return {SourceOffset(pixels) * kRowsAhead, targets.Step() * kRowsAhead};
 }
 
@@ -161,12 +168,13 @@ __m128i Load16(const unsigned char* bytes) {
   WidenEightPixelsSsse3(source + SourceOffset(kGroup / 2), target + TargetOffset(kGroup / 2));
 }
 
-[[gnu::target("ssse3")]] void WidenRowsSsse3(const unsigned char* source, BitmapRows targets,
+[[gnu::target("ssse3")]] void WidenRowsSsse3(const unsigned char* source, const BitmapRows& targets,
                                              int rows, int pixels) {
   if (pixels < kGroup) return WidenRowsPortably(source, targets, rows, pixels);
-  const Ahead ahead = AheadOf(targets, pixels);
+  const BitmapRows held = targets;
+  const Ahead ahead = AheadOf(held, pixels);
   for (int row = 0; row < rows; ++row) {
-    unsigned char* target = targets.Address(row);
+    unsigned char* target = held.Address(row);
     int left = pixels;
     for (; left >= kGroup; left -= kGroup) {
       WidenGroupSsse3(source, target, ahead);
@@ -188,12 +196,13 @@ __m128i Load16(const unsigned char* bytes) {
   WidenEightPixelsAvx2(source + SourceOffset(kGroup / 2), target + TargetOffset(kGroup / 2));
 }
 
-[[gnu::target("avx2")]] void WidenRowsAvx2(const unsigned char* source, BitmapRows targets,
+[[gnu::target("avx2")]] void WidenRowsAvx2(const unsigned char* source, const BitmapRows& targets,
                                            int rows, int pixels) {
   if (pixels < kGroup) return WidenRowsPortably(source, targets, rows, pixels);
-  const Ahead ahead = AheadOf(targets, pixels);
+  const BitmapRows held = targets;
+  const Ahead ahead = AheadOf(held, pixels);
   for (int row = 0; row < rows; ++row) {
-    unsigned char* target = targets.Address(row);
+    unsigned char* target = held.Address(row);
     int left = pixels;
     for (; left >= kGroup; left -= kGroup) {
       WidenGroupAvx2(source, target, ahead);
@@ -218,10 +227,11 @@ void WidenGroupNeon(const unsigned char* source, unsigned char* target) {
   vst4q_u8(target, {colors.val[0], colors.val[1], colors.val[2], vdupq_n_u8(kOpaque)});
 }
 
-void WidenRowsNeon(const unsigned char* source, BitmapRows targets, int rows, int pixels) {
+void WidenRowsNeon(const unsigned char* source, const BitmapRows& targets, int rows, int pixels) {
   if (pixels < kGroup) return WidenRowsPortably(source, targets, rows, pixels);
+  const BitmapRows held = targets;
   for (int row = 0; row < rows; ++row) {
-    unsigned char* target = targets.Address(row);
+    unsigned char* target = held.Address(row);
     int left = pixels;
     for (; left >= kGroup; left -= kGroup) {
       WidenGroupNeon(source, target);

@@ -11,7 +11,8 @@ namespace zlibvideo {
 /// pixels, one after the other in `source`, row i to `targets.Address(i)`. Reads exactly `rows` ×
 /// `pixels` × 3 bytes and writes exactly `pixels` × 4 bytes of each row; source and targets must
 /// not overlap. None needs any alignment.
-using RowWidener = void (*)(const unsigned char* source, BitmapRows targets, int rows, int pixels);
+using RowWidener = void (*)(const unsigned char* source, const BitmapRows& targets, int rows,
+                            int pixels);
 
 /// The fastest one that this processor can run. Asks the processor: call it once a frame.
 RowWidener FastestRowWidener();
