@@ -25,9 +25,10 @@ class ZLIBVIDEO_EXPORT SBitmapCore {
   std::int32_t GetHeight() const { return fHeight.Get(); }
 
   /// Address of byte 0 of row 0. Pixels that the host has put away are brought back first; a
-  /// bitmap that is not addressable answers its stored address, null or not.
+  /// bitmap that is not addressable answers its stored address, null or not. Asked for every row,
+  /// so the type is looked at only where it decides something.
   unsigned char* GetBMBaseAddr() {
-    if (fType.Get() != kBitmapNotAddressable && fBaseAddress.Get() == nullptr) Restore();
+    if (fBaseAddress.Get() == nullptr && fType.Get() != kBitmapNotAddressable) Restore();
     return fBaseAddress.Get();
   }
 
