@@ -21,13 +21,34 @@ struct PictureSize {
   int width;
   int height;
   int block;
+  int bytesIntoLine = 0;  // where in a cache line the bitmap begins
 };
 
 constexpr PictureSize kPictures[] = {
-    {1280, 720, 64},  {1920, 1080, 64},
-    {1280, 720, 16},  {1279, 719, 64},  // an odd number of pixels in the last column of blocks
+    {1280, 720, 64},  {1280, 720, 64, 16}, {1920, 1080, 64}, {1920, 1080, 64, 16},
+    {1280, 720, 32},  {1280, 720, 16},     {1279, 719, 64},  // an odd number of pixels in the last
+                                                             // column of blocks
     {4095, 4095, 64}, {4095, 4095, 16},
 };
+
+/// A bitmap that may begin anywhere in a cache line, as those of some hosts do.
+class ShiftedBitmap : public StandInBitmap {
+ public:
+  void Resize(const PictureSize& size) {
+    StandInBitmap::Resize(size.width, size.height + 1, kBitmapVideoFrame);
+    SetSurface(kBitmapVideoFrame, GetBMBaseAddr() + size.bytesIntoLine, GetRowLength(), size.width,
+               size.height);
+  }
+};
+
+std::string NameOf(const PictureSize& size) {
+  std::string name = "compose/" + std::to_string(size.width) + "x" + std::to_string(size.height) +
+                     ", blocks of " + std::to_string(size.block);
+  if (size.bytesIntoLine != 0) {
+    name += ", bitmap " + std::to_string(size.bytesIntoLine) + " bytes into a cache line";
+  }
+  return name;
+}
 
 /// A grid full of pixels, a bitmap for it, and a second picture to be copied into that bitmap.
 class Scene {
@@ -44,8 +65,10 @@ class Scene {
       BitmapDataBlock* block = fCodec.GetBlock(cell / fColumns, cell % fColumns);
       if (!block->SetRawData(pixels.data(), static_cast<int>(pixels.size()))) std::abort();
     }
-    fBitmap.Resize(size.width, size.height, kBitmapVideoFrame);
-    fPicture.assign(fBitmap.Pixels().size(), 1);
+    fBitmap.Resize(size);
+    fPicture.assign(
+        static_cast<std::size_t>(fBitmap.GetRowLength()) * static_cast<std::size_t>(size.height),
+        1);
   }
 
   std::size_t BitmapBytes() const { return fPicture.size(); }
@@ -71,8 +94,8 @@ class Scene {
   int fColumns = 0;
   int fRows = 0;
   BlockedCodec fCodec;
-  StandInBitmap fBitmap;
-  Bytes fPicture;
+  ShiftedBitmap fBitmap;
+  StandInBitmap::PixelBytes fPicture;
 };
 
 }  // namespace
@@ -87,9 +110,7 @@ void RegisterComposition() {
           {variant.name, [scene, widen = variant.widen] { scene->PushWith(widen); }});
     }
     contenders.push_back({"byte loop", [scene] { scene->PushWith(PlainWidenRows); }});
-    RegisterContest("compose/" + std::to_string(size.width) + "x" + std::to_string(size.height) +
-                        ", blocks of " + std::to_string(size.block),
-                    static_cast<double>(scene->BitmapBytes()), std::move(contenders));
+    RegisterContest(NameOf(size), static_cast<double>(scene->BitmapBytes()), std::move(contenders));
   }
 }
 

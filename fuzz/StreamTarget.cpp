@@ -14,7 +14,7 @@ namespace {
 void DecodeMessage(ZLibVideoDecompressor* decoder, Bytes* bytes, StandInVideoObject* video) {
   FrameHeader header;
   if (!ReadSmallHeader(*bytes, &header) && bytes->size() >= FrameHeader::kSize) return;
-  const Bytes& pixels = video->Bitmap().Pixels();
+  const StandInBitmap::PixelBytes& pixels = video->Bitmap().Pixels();
   const unsigned long before = crc32_z(0, pixels.data(), pixels.size());
   StandInMessage message(bytes->data(), SpanOf(*bytes).size);
   // The decoder makes no difference between frame types; here one stands for a caller's wish.

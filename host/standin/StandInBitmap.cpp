@@ -14,8 +14,8 @@ StandInBitmap* Self(SBitmapCore* bitmap) {
 
 void StandInBitmap::Resize(std::int32_t width, std::int32_t height, EBitmapType type) {
   if (width != GetWidth() || height != GetHeight()) {
-    std::vector<unsigned char> pixels(static_cast<std::size_t>(width) *
-                                      static_cast<std::size_t>(height) * kPixelBytes);
+    PixelBytes pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) *
+                      kPixelBytes);
     fPixels = std::move(pixels);
   }
   SetSurface(type, fPixels.data(), width * kPixelBytes, width, height);

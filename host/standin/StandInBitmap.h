@@ -6,11 +6,14 @@
 #include <vector>
 
 #include "host/SBitmapCore.h"
+#include "host/standin/CacheLineAllocator.h"
 
 /// The stand-in host's bitmap: pixels in plain memory, rows from the top with nothing between
-/// them. 0 × 0 until it is given a size.
+/// them, the first at the beginning of a cache line. 0 × 0 until it is given a size.
 class StandInBitmap : public SBitmapCore {
  public:
+  using PixelBytes = std::vector<unsigned char, CacheLineAllocator<unsigned char>>;
+
   StandInBitmap() = default;
 
   /// Gives the bitmap a size in pixels. A change of size clears it to zero bytes; the same size
@@ -18,7 +21,7 @@ class StandInBitmap : public SBitmapCore {
   void Resize(std::int32_t width, std::int32_t height, EBitmapType type);
 
   /// All bytes, rows from the top. Valid until the size changes.
-  const std::vector<unsigned char>& Pixels() const { return fPixels; }
+  const PixelBytes& Pixels() const { return fPixels; }
 
   /// Puts the pixels away, as a host short of memory may between two messages: the base address is
   /// null until `Restore`.
@@ -29,7 +32,7 @@ class StandInBitmap : public SBitmapCore {
  private:
   friend class SBitmapCore;
 
-  std::vector<unsigned char> fPixels;
+  PixelBytes fPixels;
   bool fLocked = false;
 };
 
