@@ -73,10 +73,10 @@ void WidenPixel(const unsigned char* source, unsigned char* target) {
   target[3] = kOpaque;
 }
 
-// `targets` comes by reference: a copy on the stack would be read while its parts still stand in the
-// processor's queue of writes behind the pixels of the block before, and wait until all those are
-// written. Each version then holds a copy of its own, in registers, since the compiler would have to
-// read the original again after every pixel, which might have been written over it.
+// `targets` comes by reference: a copy on the stack would be read while its parts still stand in
+// the processor's queue of writes behind the pixels of the block before, and wait until all those
+// are written. Each version then holds a copy of its own, in registers, since the compiler would
+// have to read the original again after every pixel, which might have been written over it.
 
 void WidenRowsPortably(const unsigned char* source, const BitmapRows& targets, int rows,
                        int pixels) {
@@ -104,6 +104,41 @@ void WidenRowsPortably(const unsigned char* source, const BitmapRows& targets, i
 // a group go the portable way. No group reads or writes a byte that is not its own.
 constexpr int kGroup = 16;
 
+/// Distances, in bytes, to what is fetched into the cache while a group is worked on.
+struct Ahead {
+  std::ptrdiff_t source;
+  std::ptrdiff_t target;
+};
+
+/// How many rows ahead memory is fetched. A processor notices by itself where a long run of
+/// addresses goes, but here a run ends with every row of the bitmap and with every block.
+constexpr std::ptrdiff_t kRowsAhead = 3;
+
+using GroupWidener = void (*)(const unsigned char* source, unsigned char* target, Ahead ahead);
+
+/// Becomes part of its caller and `widenGroup` part of it, both for the processor of the caller.
+template <GroupWidener widenGroup>
+[[gnu::always_inline]] inline void WidenRowsInGroups(const unsigned char* source,
+                                                     const BitmapRows& targets, int rows,
+                                                     int pixels) {
+  if (pixels < kGroup) return WidenRowsPortably(source, targets, rows, pixels);
+  const BitmapRows held = targets;
+  const Ahead ahead = {SourceOffset(pixels) * kRowsAhead, held.Step() * kRowsAhead};
+  for (int row = 0; row < rows; ++row) {
+    unsigned char* target = held.Address(row);
+    int left = pixels;
+    for (; left >= kGroup; left -= kGroup) {
+      widenGroup(source, target, ahead);
+      source += SourceOffset(kGroup);
+      target += TargetOffset(kGroup);
+    }
+    if (left == 0) continue;
+    source += SourceOffset(left);
+    target += TargetOffset(left);
+    widenGroup(source - SourceOffset(kGroup), target - TargetOffset(kGroup), ahead);
+  }
+}
+
 #ifdef ZLIBVIDEO_WIDEN_X86
 
 // Four pixels are 12 bytes, loads are 16 bytes wide, and 8 pixels are 24 bytes: the first four
@@ -113,20 +148,6 @@ constexpr int kGroup = 16;
 #define ZLIBVIDEO_OTHER_FOUR_PIXELS 4, 5, 6, -1, 7, 8, 9, -1, 10, 11, 12, -1, 13, 14, 15, -1
 constexpr int kOtherFourPixels = 8;
 constexpr int kAlphaBits = static_cast<int>(0xFF000000);
-
-/// How many rows ahead memory is fetched. A processor notices by itself where a long run of
-/// addresses goes, but here a run ends with every row of the bitmap and with every block.
-constexpr std::ptrdiff_t kRowsAhead = 3;
-
-/// Distances, in bytes, to what belongs at the same place some rows further.
-struct Ahead {
-  std::ptrdiff_t source;
-  std::ptrdiff_t target;
-};
-
-Ahead AheadOf(const BitmapRows& targets, int pixels) {
-  return {SourceOffset(pixels) * kRowsAhead, targets.Step() * kRowsAhead};
-}
 
 /// The address is a mere number here: ahead of a block's last rows lies another block or anything
 /// else, and a prefetch of it is harmless.
@@ -168,26 +189,6 @@ __m128i Load16(const unsigned char* bytes) {
   WidenEightPixelsSsse3(source + SourceOffset(kGroup / 2), target + TargetOffset(kGroup / 2));
 }
 
-[[gnu::target("ssse3")]] void WidenRowsSsse3(const unsigned char* source, const BitmapRows& targets,
-                                             int rows, int pixels) {
-  if (pixels < kGroup) return WidenRowsPortably(source, targets, rows, pixels);
-  const BitmapRows held = targets;
-  const Ahead ahead = AheadOf(held, pixels);
-  for (int row = 0; row < rows; ++row) {
-    unsigned char* target = held.Address(row);
-    int left = pixels;
-    for (; left >= kGroup; left -= kGroup) {
-      WidenGroupSsse3(source, target, ahead);
-      source += SourceOffset(kGroup);
-      target += TargetOffset(kGroup);
-    }
-    if (left == 0) continue;
-    source += SourceOffset(left);
-    target += TargetOffset(left);
-    WidenGroupSsse3(source - SourceOffset(kGroup), target - TargetOffset(kGroup), ahead);
-  }
-}
-
 [[gnu::target("avx2")]] void WidenGroupAvx2(const unsigned char* source, unsigned char* target,
                                             Ahead ahead) {
   Prefetch(source, ahead.source);
@@ -196,24 +197,14 @@ __m128i Load16(const unsigned char* bytes) {
   WidenEightPixelsAvx2(source + SourceOffset(kGroup / 2), target + TargetOffset(kGroup / 2));
 }
 
+[[gnu::target("ssse3")]] void WidenRowsSsse3(const unsigned char* source, const BitmapRows& targets,
+                                             int rows, int pixels) {
+  WidenRowsInGroups<WidenGroupSsse3>(source, targets, rows, pixels);
+}
+
 [[gnu::target("avx2")]] void WidenRowsAvx2(const unsigned char* source, const BitmapRows& targets,
                                            int rows, int pixels) {
-  if (pixels < kGroup) return WidenRowsPortably(source, targets, rows, pixels);
-  const BitmapRows held = targets;
-  const Ahead ahead = AheadOf(held, pixels);
-  for (int row = 0; row < rows; ++row) {
-    unsigned char* target = held.Address(row);
-    int left = pixels;
-    for (; left >= kGroup; left -= kGroup) {
-      WidenGroupAvx2(source, target, ahead);
-      source += SourceOffset(kGroup);
-      target += TargetOffset(kGroup);
-    }
-    if (left == 0) continue;
-    source += SourceOffset(left);
-    target += TargetOffset(left);
-    WidenGroupAvx2(source - SourceOffset(kGroup), target - TargetOffset(kGroup), ahead);
-  }
+  WidenRowsInGroups<WidenGroupAvx2>(source, targets, rows, pixels);
   // Without this, code for SSE that runs later waits for the upper halves of the registers.
   _mm256_zeroupper();
 }
@@ -222,27 +213,13 @@ __m128i Load16(const unsigned char* bytes) {
 
 #ifdef ZLIBVIDEO_WIDEN_NEON
 
-void WidenGroupNeon(const unsigned char* source, unsigned char* target) {
+void WidenGroupNeon(const unsigned char* source, unsigned char* target, Ahead /*ahead*/) {
   const uint8x16x3_t colors = vld3q_u8(source);
   vst4q_u8(target, {colors.val[0], colors.val[1], colors.val[2], vdupq_n_u8(kOpaque)});
 }
 
 void WidenRowsNeon(const unsigned char* source, const BitmapRows& targets, int rows, int pixels) {
-  if (pixels < kGroup) return WidenRowsPortably(source, targets, rows, pixels);
-  const BitmapRows held = targets;
-  for (int row = 0; row < rows; ++row) {
-    unsigned char* target = held.Address(row);
-    int left = pixels;
-    for (; left >= kGroup; left -= kGroup) {
-      WidenGroupNeon(source, target);
-      source += SourceOffset(kGroup);
-      target += TargetOffset(kGroup);
-    }
-    if (left == 0) continue;
-    source += SourceOffset(left);
-    target += TargetOffset(left);
-    WidenGroupNeon(source - SourceOffset(kGroup), target - TargetOffset(kGroup));
-  }
+  WidenRowsInGroups<WidenGroupNeon>(source, targets, rows, pixels);
 }
 
 #endif
