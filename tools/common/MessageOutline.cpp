@@ -5,15 +5,12 @@
 #include "bitstream/CodecType.h"
 #include "bitstream/MessageBody.h"
 #include "grid/BlockedCodec.h"
+#include "tools/common/Wording.h"
 
 namespace zlibvideo {
 namespace {
 
 constexpr unsigned int kFlagsOffset = FrameHeader::kSize;
-
-std::string Bytes(unsigned int count) {
-  return std::to_string(count) + (count == 1 ? " byte" : " bytes");
-}
 
 /// Reads one message into an outline; every step returns false after noting a fault.
 class OutlineReader {
@@ -44,7 +41,7 @@ class OutlineReader {
     FrameHeader header;
     if (FrameHeader::Read(&fCursor, &header)) fOutline->header = header;
     if (fSize < FrameHeader::kMinMessageSize) {
-      return Fail("the message has " + Bytes(fSize) + ", the shortest possible one has " +
+      return Fail("the message has " + Counted(fSize, "byte") + ", the shortest possible one has " +
                       std::to_string(FrameHeader::kMinMessageSize),
                   fSize);
     }
@@ -98,12 +95,12 @@ class OutlineReader {
 
   static std::string WhyUnreadable(ByteCursor start, const BlockRecord& record) {
     if (!record.IsEmpty()) {
-      return "the record has " + Bytes(record.size) +
+      return "the record has " + Counted(record.size, "byte") +
              ", too few for its format byte and the band that it announces";
     }
     std::uint16_t size = 0;
     if (!start.ReadU16(&size)) return "the message ends where a record belongs";
-    return "the record announces " + Bytes(size) + ", but the message has only " +
+    return "the record announces " + Counted(size, "byte") + ", but the message has only " +
            std::to_string(start.Remaining()) + " more";
   }
 
@@ -111,7 +108,7 @@ class OutlineReader {
   /// then shows up in the records.
   std::string PaletteRemark() const {
     if (fOutline->paletteSize.value_or(0) == fOutline->palette.size) return {};
-    return " (the palette record before it announces " + Bytes(*fOutline->paletteSize) +
+    return " (the palette record before it announces " + Counted(*fOutline->paletteSize, "byte") +
            ", which do not fit either, so that its bytes count as records)";
   }
 

@@ -9,6 +9,7 @@
 #include "bitstream/FrameHeader.h"
 #include "tools/common/InputFile.h"
 #include "tools/common/ToolError.h"
+#include "tools/common/Wording.h"
 
 namespace zlibvideo {
 namespace {
@@ -105,9 +106,9 @@ Picture ReadPng(std::FILE* stream, const std::string& name) {
   if (!reader.ReadInfo()) FailRead(stream, name, reader.Problem());
   constexpr png_uint_32 kMaxSize = FrameHeader::kMaxImageSize;
   if (reader.Width() > kMaxSize || reader.Height() > kMaxSize) {
-    throw ToolError(name + ": is " + std::to_string(reader.Width()) + "x" +
-                    std::to_string(reader.Height()) + " pixels; a stream's pictures have at most " +
-                    std::to_string(kMaxSize) + " a side");
+    throw ToolError(name + ": is " + SizeText(reader.Width(), reader.Height()) +
+                    " pixels; a stream's pictures have at most " + std::to_string(kMaxSize) +
+                    " a side");
   }
 
   const std::size_t rowBytes = reader.Width() * kRgbaBytes;

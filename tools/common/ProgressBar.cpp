@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "tools/common/PrintLine.h"
+#include "tools/common/Wording.h"
 
 namespace zlibvideo {
 namespace {
@@ -17,9 +18,9 @@ constexpr std::chrono::milliseconds kRedrawInterval(100);
 
 }  // namespace
 
-ProgressBar::ProgressBar(bool wanted, std::string unit, std::optional<std::uint64_t> total)
+ProgressBar::ProgressBar(bool wanted, std::string noun, std::optional<std::uint64_t> total)
     : fEnabled(wanted && isatty(STDERR_FILENO) == 1),
-      fUnit(std::move(unit)),
+      fNoun(std::move(noun)),
       fTotal(total),
       fNextDraw(std::chrono::steady_clock::now() + kRedrawInterval) {}
 
@@ -48,7 +49,7 @@ void ProgressBar::Draw(std::uint64_t done, std::uint64_t count) {
     line += std::to_string(part * kPercent / *fTotal);
     line += " %  ";
   }
-  line += std::to_string(count) + " " + fUnit;
+  line += Counted(count, fNoun);
   std::fputs(line.c_str(), stderr);
   fDrawn = true;
 }

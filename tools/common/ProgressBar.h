@@ -12,9 +12,9 @@ namespace zlibvideo {
 /// terminal, redraws a few times a second at most, and is gone when it is destroyed.
 class ProgressBar {
  public:
-  /// `unit` is what is counted ("messages"); `total` is in the same measure as `done` of `Update`,
+  /// `noun` is what is counted ("message"); `total` is in the same measure as `done` of `Update`,
   /// nothing when it is not known.
-  ProgressBar(bool wanted, std::string unit, std::optional<std::uint64_t> total);
+  ProgressBar(bool wanted, std::string noun, std::optional<std::uint64_t> total);
   ~ProgressBar() { Clear(); }
   ProgressBar(const ProgressBar&) = delete;
   ProgressBar& operator=(const ProgressBar&) = delete;
@@ -28,7 +28,7 @@ class ProgressBar {
 
   bool fEnabled;
   bool fDrawn = false;
-  std::string fUnit;
+  std::string fNoun;
   std::optional<std::uint64_t> fTotal;
   std::chrono::steady_clock::time_point fNextDraw;
 };

@@ -7,15 +7,9 @@
 #include "tools/common/OutputFile.h"
 #include "tools/common/PrintLine.h"
 #include "tools/common/ToolError.h"
+#include "tools/common/Wording.h"
 
 namespace zlibvideo {
-namespace {
-
-std::string SizeText(const FrameView& frame) {
-  return std::to_string(frame.width) + "x" + std::to_string(frame.height);
-}
-
-}  // namespace
 
 MovieSink::MovieSink(std::string path, OpenWriter open)
     : fPath(std::move(path)), fOpen(std::move(open)) {}
@@ -36,8 +30,9 @@ void MovieSink::BeginNextFile(std::uint64_t index, const FrameView& frame) {
   ++fFileCount;
   if (sizeChanges) {
     const std::string change = OutputName(fPath) + ": at message " + std::to_string(index) +
-                               " the size changes from " + SizeText(fSize) + " to " +
-                               SizeText(frame) + " and a movie has one size; ";
+                               " the size changes from " + SizeText(fSize.width, fSize.height) +
+                               " to " + SizeText(frame.width, frame.height) +
+                               " and a movie has one size; ";
     if (fPath == kStandardStreamName) {
       throw ToolError(change + "it ends there; a file name gets one file a size");
     }

@@ -63,7 +63,7 @@ int DecodeRun::Run() {
 }
 
 Result DecodeRun::DecodeAll() {
-  ProgressBar progress(WantsProgressBar(), "messages", fReader.FileSize());
+  ProgressBar progress(WantsProgressBar(), "message", fReader.FileSize());
   FileMessage message;
   Result result = Result::kEnd;
   while ((result = fReader.Next(&message)) == Result::kMessage) {

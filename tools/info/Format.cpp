@@ -37,10 +37,6 @@ std::string Percent(std::uint64_t part, std::uint64_t whole) {
   return OneDecimal(static_cast<double>(part) * kHundred / static_cast<double>(whole), "%");
 }
 
-std::string Counted(std::uint64_t count, const std::string& noun) {
-  return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
-}
-
 std::string AlignRight(const std::string& text, std::size_t width) {
   return Padding(text, width) + text;
 }

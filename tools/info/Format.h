@@ -11,8 +11,6 @@ namespace zlibvideo {
 std::string HumanBytes(std::uint64_t bytes);
 /// `part` of `whole` in percent, rounded to one decimal: "12.5 %". "0.0 %" of nothing.
 std::string Percent(std::uint64_t part, std::uint64_t whole);
-/// "1 message", "2 messages".
-std::string Counted(std::uint64_t count, const std::string& noun);
 
 /// `text` with spaces in front of it, or behind it, to make it at least `width` bytes. ASCII only.
 std::string AlignRight(const std::string& text, std::size_t width);

@@ -10,6 +10,7 @@
 #include "tools/common/ProgressBar.h"
 #include "tools/common/StreamDecoder.h"
 #include "tools/common/ToolError.h"
+#include "tools/common/Wording.h"
 #include "tools/info/Format.h"
 #include "tools/info/HtmlReport.h"
 #include "tools/info/JsonReport.h"
@@ -90,7 +91,7 @@ int RunInfo(const InfoOptions& options) {
   // Before any output is begun: nothing is left of a report about nothing.
   if (result == Result::kEnd) throw ToolError(reader.Problem());
   const std::unique_ptr<ReportWriter> writer = MakeWriter(options);
-  ProgressBar progress(!options.html.empty(), "messages", reader.FileSize());
+  ProgressBar progress(!options.html.empty(), "message", reader.FileSize());
   StreamDecoder stream;
   StreamSummary summary;
   for (; result == Result::kMessage; result = reader.Next(&message)) {

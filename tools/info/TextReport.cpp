@@ -2,6 +2,7 @@
 
 #include "bitstream/CodecType.h"
 #include "tools/common/Diagnosis.h"
+#include "tools/common/Wording.h"
 #include "tools/info/Format.h"
 #include "tools/info/KindColumns.h"
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "bitstream/ByteSpan.h"
+#include "bitstream/InflateStream.h"
 
 namespace zlibvideo {
 
@@ -13,10 +14,7 @@ namespace zlibvideo {
 /// again for every payload. A constructor without memory throws `std::bad_alloc`.
 class Deflater {
  public:
-  enum class Form {
-    kZlib,        ///< RFC 1950
-    kRawDeflate,  ///< RFC 1951
-  };
+  using Form = InflateStream::Form;
 
   /// `level` is zlib's, 0 to 9.
   Deflater(Form form, int level);

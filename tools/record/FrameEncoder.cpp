@@ -6,6 +6,7 @@
 #include "bitstream/BlockFormat.h"
 #include "bitstream/BlockRecord.h"
 #include "bitstream/MessageBody.h"
+#include "tools/common/Wording.h"
 #include "tools/record/CutBlock.h"
 #include "tools/record/RecordError.h"
 
@@ -14,10 +15,6 @@ namespace {
 
 /// Any frame type but 0 and that of key frames.
 constexpr int kInterFrameType = 2;
-
-std::string SizeText(int width, int height) {
-  return std::to_string(width) + "x" + std::to_string(height);
-}
 
 FrameHeader MakeHeader(int width, int height, const RecordOptions& options) {
   FrameHeader header;

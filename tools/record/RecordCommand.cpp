@@ -1,10 +1,12 @@
 #include "tools/record/RecordCommand.h"
 
 #include <CLI/CLI.hpp>
+#include <charconv>
 #include <limits>
 #include <memory>
 #include <optional>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include "bitstream/FrameHeader.h"
@@ -56,16 +58,18 @@ struct RecordArguments {
   RecordOptions options;
 };
 
+bool ParseBlockSide(const std::string& text, int* side) {
+  const char* const end = text.data() + text.size();
+  const auto [rest, error] = std::from_chars(text.data(), end, *side);
+  return error == std::errc() && rest == end && *side >= FrameHeader::kBlockSizeStep &&
+         *side <= FrameHeader::kMaxBlockSize && *side % FrameHeader::kBlockSizeStep == 0;
+}
+
 /// Reads a block size "WIDTHxHEIGHT". False when it is none that a frame header can say.
 bool ParseBlockSize(const std::string& text, int* width, int* height) {
-  const auto valid = [](int size) {
-    return size >= FrameHeader::kBlockSizeStep && size <= FrameHeader::kMaxBlockSize &&
-           size % FrameHeader::kBlockSizeStep == 0;
-  };
   const std::size_t cross = text.find('x');
-  return cross != std::string::npos && CLI::detail::lexical_cast(text.substr(0, cross), *width) &&
-         CLI::detail::lexical_cast(text.substr(cross + 1), *height) && valid(*width) &&
-         valid(*height);
+  return cross != std::string::npos && ParseBlockSide(text.substr(0, cross), width) &&
+         ParseBlockSide(text.substr(cross + 1), height);
 }
 
 std::string CheckBlockSize(const std::string& text) {
@@ -83,7 +87,7 @@ void CheckLength(std::size_t length) {
 }
 
 void EncodeAll(const RecordArguments& arguments, MessageFileWriter* writer) {
-  ProgressBar progress(!arguments.quiet, "pictures", arguments.pictures.size());
+  ProgressBar progress(!arguments.quiet, "picture", arguments.pictures.size());
   std::optional<FrameEncoder> encoder;
   std::uint64_t done = 0;
   for (const std::string& path : arguments.pictures) {
