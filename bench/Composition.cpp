@@ -24,17 +24,10 @@ struct PictureSize {
   int bytesIntoLine = 0;  // where in a cache line the bitmap begins
 };
 
+// Pictures of 1279 x 719 leave an odd number of pixels in the last column of blocks.
 constexpr PictureSize kPictures[] = {
-    {1280, 720, 64},
-    {1280, 720, 64, 16},
-    {1920, 1080, 64},
-    {1920, 1080, 64, 16},
-    {1280, 720, 32},
-    {1280, 720, 16},
-    {1279, 719, 64},  // an odd number of pixels in the last
-                      // column of blocks
-    {4095, 4095, 64},
-    {4095, 4095, 16},
+    {1280, 720, 64}, {1280, 720, 64, 16}, {1920, 1080, 64}, {1920, 1080, 64, 16}, {1280, 720, 32},
+    {1280, 720, 16}, {1279, 719, 64},     {4095, 4095, 64}, {4095, 4095, 16},
 };
 
 /// A bitmap that may begin anywhere in a cache line, as those of some hosts do.

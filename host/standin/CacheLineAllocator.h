@@ -16,11 +16,13 @@ struct CacheLineAllocator {
   template <typename U>
   explicit CacheLineAllocator(const CacheLineAllocator<U>& /*other*/) {}
 
+  // NOLINTBEGIN(readability-identifier-naming): the names that containers ask for
   /// Throws `std::bad_alloc` without memory.
   T* allocate(std::size_t count) {
     return static_cast<T*>(::operator new(count * sizeof(T), kCacheLine));
   }
   void deallocate(T* memory, std::size_t /*count*/) { ::operator delete(memory, kCacheLine); }
+  // NOLINTEND(readability-identifier-naming)
 
   friend bool operator==(const CacheLineAllocator&, const CacheLineAllocator&) { return true; }
 };
