@@ -17,6 +17,19 @@ Bytes Part(const Bytes& bytes, std::ptrdiff_t from, std::ptrdiff_t to) {
   return Bytes(bytes.begin() + from, bytes.begin() + to);
 }
 
+/// A version-2 payload and what decoding it does to a block of 16 rows of 48 bytes.
+struct PayloadCase {
+  const char* name;
+  int format;
+  Band band;
+  Bytes payload;
+  bool decodes;
+  int length;                                            // 0: the block does not count as decoded
+  std::vector<std::pair<std::ptrdiff_t, Bytes>> writes;  // one over the other
+  std::optional<Bytes> previous, converted = {};
+  Bytes stream = {};  // what becomes the converted data
+};
+
 class BlockTest : public DecoderTest {
  protected:
   int Unpack(const Message& message) {
@@ -26,7 +39,41 @@ class BlockTest : public DecoderTest {
     return decoder->UnpackMessage(bytes.get(), static_cast<unsigned int>(message.Build().size()),
                                   static_cast<char>(h.codecType), 0);
   }
+
+  /// Decodes the payload and looks at all that it may change.
+  void CheckPayload(const PayloadCase& c);
 };
+
+void BlockTest::CheckPayload(const PayloadCase& c) {
+  SCOPED_TRACE(c.name);
+  Restart();
+  ASSERT_TRUE(decoder->SetupCodec(16, 16, 16, 16));
+  decoder->CheckScratchColorBuffer();
+  BitmapDataBlock& b = *decoder->GetBlock(0, 0);
+  Bytes raw(848, 0xA5);
+  const auto give = [&](auto set, const std::optional<Bytes>& data) {
+    const int size = data ? static_cast<int>(data->size()) : 0;
+    return !data || ((b.*set)(raw.data(), 1) && (b.*set)(data->data(), size));
+  };
+  EXPECT_TRUE(b.SetRawData(nullptr, 848) && give(&BitmapDataBlock::SetPreviousData, c.previous) &&
+              give(&BitmapDataBlock::SetConvertedData, c.converted));
+  b.fFormat = static_cast<std::uint8_t>(c.format);
+  b.fDiffRowStart = static_cast<std::uint8_t>(c.band.start);
+  b.fDiffRowCount = static_cast<std::uint8_t>(c.band.rows);
+  const HostBytes payload = MakeGuarded(c.payload);
+  const auto size = static_cast<unsigned int>(c.payload.size());
+  unsigned int length = 848;
+  EXPECT_EQ(decoder->UnpackOneV2Block(&b, 0, payload.get(), size, nullptr, &length), c.decodes);
+  EXPECT_EQ(length, c.length == 0 ? 848u : static_cast<unsigned int>(c.length));
+  EXPECT_EQ(std::pair(b.fRawDataSize, b.fProcessed), std::pair(c.length, c.length != 0));
+  for (const auto& [at, bytes] : c.writes) std::copy(bytes.begin(), bytes.end(), raw.begin() + at);
+  const bool direct = (c.format & 0x07) == 0;
+  EXPECT_TRUE(Bytes(b.fRawData, b.fRawData + 848) == raw || (direct && !c.decodes));
+  EXPECT_EQ(Bytes(b.fPreviousData, b.fPreviousData + b.fPreviousDataSize),
+            direct && c.length != 0 ? Part(raw, 0, c.length) : c.previous.value_or(Bytes{}));
+  EXPECT_EQ(Bytes(b.fConvertedData, b.fConvertedData + b.fConvertedDataSize),
+            c.stream.empty() ? c.converted.value_or(Bytes{}) : c.stream);
+}
 
 TEST_F(BlockTest, CountsWhatABodyConsumes) {
   const FrameHeader v1 = Header(3, 32, 32, 16, 16), v2 = Header(6, 16, 16, 16, 16);
@@ -126,19 +173,8 @@ TEST_F(BlockTest, DecodesEveryKindOfVersion2Payload) {
   const Bytes pixels = Noise(768, 2), tooLong = Noise(900, 4), room = Part(tooLong, 0, 848);
   const Bytes rows = Part(P, 400, 496), row = Part(rows, 0, 48), black(848);
   const Bytes most(565, 5), oneMore(566, 5), head = Part(P, 0, 144), tail = Part(P, 240, 768);
-  struct Case {
-    const char* name;
-    int format;
-    Band band;
-    Bytes payload;
-    bool decodes;
-    int length;                                            // 0: the block does not count as decoded
-    std::vector<std::pair<std::ptrdiff_t, Bytes>> writes;  // one over the other
-    std::optional<Bytes> previous, converted = {};
-    Bytes stream = {};  // what becomes the converted data
-  };
   // clang-format off
-  const Case cases[] = {
+  const PayloadCase cases[] = {
       {"direct", 0xE0, {}, Zlib(pixels), true, 768, {{0, pixels}}, P, C},
       {"short", 0x00, {}, Zlib(rows), true, 96, {{0, rows}}, {}},
       {"without pixels", 0x00, {}, Zlib({}), true, 0, {}, P},
@@ -192,37 +228,7 @@ TEST_F(BlockTest, DecodesEveryKindOfVersion2Payload) {
       {"no rows, primed", 0x05, {5, 0}, RawDeflate(rows, P), true, 768, {{0, P}}, P},
       {"no rows, short", 0x14, {5, 0}, Zlib(codes), true, 96, {{0, rows}}, rows}};
   // clang-format on
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.name);
-    Restart();
-    ASSERT_TRUE(decoder->SetupCodec(16, 16, 16, 16));
-    decoder->CheckScratchColorBuffer();
-    BitmapDataBlock& b = *decoder->GetBlock(0, 0);
-    const auto give = [&](auto set, const std::optional<Bytes>& data) {
-      const int size = data ? static_cast<int>(data->size()) : 0;
-      return !data || ((b.*set)(black.data(), 1) && (b.*set)(data->data(), size));
-    };
-    EXPECT_TRUE(b.SetRawData(nullptr, 848) && give(&BitmapDataBlock::SetPreviousData, c.previous) &&
-                give(&BitmapDataBlock::SetConvertedData, c.converted));
-    b.fFormat = static_cast<std::uint8_t>(c.format);
-    b.fDiffRowStart = static_cast<std::uint8_t>(c.band.start);
-    b.fDiffRowCount = static_cast<std::uint8_t>(c.band.rows);
-    const HostBytes payload = MakeGuarded(c.payload);
-    const auto size = static_cast<unsigned int>(c.payload.size());
-    unsigned int length = 848;
-    EXPECT_EQ(decoder->UnpackOneV2Block(&b, 0, payload.get(), size, nullptr, &length), c.decodes);
-    EXPECT_EQ(length, c.length == 0 ? 848u : static_cast<unsigned int>(c.length));
-    EXPECT_EQ(std::pair(b.fRawDataSize, b.fProcessed), std::pair(c.length, c.length != 0));
-    Bytes raw(848, 0xA5);
-    for (const auto& [at, bytes] : c.writes)
-      std::copy(bytes.begin(), bytes.end(), raw.begin() + at);
-    const bool direct = (c.format & 0x07) == 0;
-    EXPECT_TRUE(Bytes(b.fRawData, b.fRawData + 848) == raw || (direct && !c.decodes));
-    EXPECT_EQ(Bytes(b.fPreviousData, b.fPreviousData + b.fPreviousDataSize),
-              direct && c.length != 0 ? Part(raw, 0, c.length) : c.previous.value_or(Bytes{}));
-    EXPECT_EQ(Bytes(b.fConvertedData, b.fConvertedData + b.fConvertedDataSize),
-              c.stream.empty() ? c.converted.value_or(Bytes{}) : c.stream);
-  }
+  for (const PayloadCase& c : cases) CheckPayload(c);
 }
 
 TEST_F(BlockTest, TestsBandsOneByOne) {
