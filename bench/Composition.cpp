@@ -1,7 +1,10 @@
+#include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <random>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -33,8 +36,9 @@ constexpr PictureSize kPictures[] = {
 /// A bitmap that may begin anywhere in a cache line, as those of some hosts do.
 class ShiftedBitmap : public StandInBitmap {
  public:
-  void Resize(const PictureSize& size) {
-    StandInBitmap::Resize(size.width, size.height + 1, kBitmapVideoFrame);
+  /// One row more than the picture has leaves room for the shift.
+  void Fit(const PictureSize& size) {
+    Resize(size.width, size.height + 1, kBitmapVideoFrame);
     SetSurface(kBitmapVideoFrame, GetBMBaseAddr() + size.bytesIntoLine, GetRowLength(), size.width,
                size.height);
   }
@@ -64,16 +68,17 @@ class Scene {
       BitmapDataBlock* block = fCodec.GetBlock(cell / fColumns, cell % fColumns);
       if (!block->SetRawData(pixels.data(), static_cast<int>(pixels.size()))) std::abort();
     }
-    fBitmap.Resize(size);
-    fPicture.assign(
-        static_cast<std::size_t>(fBitmap.GetRowLength()) * static_cast<std::size_t>(size.height),
-        1);
+    fBitmap.Fit(size);
+    fPicture.Resize(size.width, size.height, kBitmapVideoFrame);
   }
 
-  std::size_t BitmapBytes() const { return fPicture.size(); }
+  std::size_t BitmapBytes() const { return fPicture.Pixels().size(); }
 
   void Push() { fCodec.PushFrame(&fBitmap); }
-  void Copy() { std::memcpy(fBitmap.GetBMBaseAddr(), fPicture.data(), fPicture.size()); }
+  void Copy() {
+    const std::span<const unsigned char> pixels = fPicture.Pixels();
+    std::memcpy(fBitmap.GetBMBaseAddr(), pixels.data(), pixels.size());
+  }
 
   /// `PushFrame` with another way to widen rows.
   void PushWith(RowWidener widen) {
@@ -94,7 +99,7 @@ class Scene {
   int fRows = 0;
   BlockedCodec fCodec;
   ShiftedBitmap fBitmap;
-  StandInBitmap::PixelBytes fPicture;
+  StandInBitmap fPicture;
 };
 
 }  // namespace

@@ -2,6 +2,8 @@
 
 #include <zlib.h>
 
+#include <span>
+
 #include "decoder/ZLibVideoDecompressor.h"
 #include "fuzz/Mutation.h"
 #include "host/standin/StandInMessage.h"
@@ -11,19 +13,24 @@
 namespace zlibvideo {
 namespace {
 
+unsigned long ShownCrc(StandInVideoObject* video) {
+  const std::span<const unsigned char> pixels = video->Bitmap().Pixels();
+  return crc32_z(0, pixels.data(), pixels.size());
+}
+
 void DecodeMessage(ZLibVideoDecompressor* decoder, Bytes* bytes, StandInVideoObject* video) {
   FrameHeader header;
   if (!ReadSmallHeader(*bytes, &header) && bytes->size() >= FrameHeader::kSize) return;
-  const StandInBitmap::PixelBytes& pixels = video->Bitmap().Pixels();
-  const unsigned long before = crc32_z(0, pixels.data(), pixels.size());
+  const unsigned long before = ShownCrc(video);
   StandInMessage message(bytes->data(), SpanOf(*bytes).size);
   // The decoder makes no difference between frame types; here one stands for a caller's wish.
   const bool visible = header.frameType != 15;
   const bool decoded = decoder->DecompressVideoMessage(visible ? video->Ref() : nullptr, &message,
                                                        false, false) == 1;
-  const bool same = crc32_z(0, pixels.data(), pixels.size()) == before;
+  const bool same = ShownCrc(video) == before;
   Require(!video->Bitmap().IsLocked());
   if (!decoded || !visible) return Require(same);
+  const std::span<const unsigned char> pixels = video->Bitmap().Pixels();
   for (std::size_t i = 3; i < pixels.size(); i += kBitmapPixelBytes) Require(pixels[i] == 0xFF);
 }
 

@@ -1,7 +1,10 @@
-// The stand-in host hands out nothing stale, and a decoder on it shows nothing stale. Its bitmap
-// begins with a cache line.
+// The stand-in host hands out nothing stale, and a decoder on it shows nothing stale.
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <span>
 
 #include "decoder/ZLibVideoDecompressor.h"
 #include "host/standin/StandInVideoObject.h"
@@ -20,8 +23,20 @@ TEST(StandInTest, ShowsNothingStale) {
     ZLibVideoDecompressor decoder(nullptr, nullptr);
     Bytes message = (i % 2 == 0 ? noise.Whole() : rejected).Build();
     EXPECT_TRUE(decoder.DecompressVideo(video.Ref(), message.data(), message.size(), false));
-    const StandInBitmap::PixelBytes& shown = video.Bitmap().Pixels();
+    const std::span<const unsigned char> shown = video.Bitmap().Pixels();
     EXPECT_EQ(Bytes(shown.begin(), shown.end()), (i % 2 == 0 ? noise : black).Bitmap());
-    EXPECT_EQ(reinterpret_cast<std::uintptr_t>(shown.data()) % 64, 0u);
+  }
+}
+
+TEST(StandInTest, BeginsPixelsWithACacheLine) {
+  StandInBitmap bitmap;
+  for (const int size : {1, 17, 300}) {
+    bitmap.Resize(size, size, kBitmapVideoFrame);
+    const std::span<const unsigned char> pixels = bitmap.Pixels();
+    EXPECT_EQ(pixels.size(), static_cast<std::size_t>(size * size * 4));
+    EXPECT_EQ(std::ranges::count(pixels, 0), size * size * 4);
+    EXPECT_EQ(reinterpret_cast<std::uintptr_t>(pixels.data()) %
+                  static_cast<std::size_t>(StandInBitmap::kAlignment),
+              0u);
   }
 }

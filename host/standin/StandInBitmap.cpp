@@ -1,10 +1,8 @@
 #include "host/standin/StandInBitmap.h"
 
-#include <utility>
+#include "host/BitmapPixel.h"
 
 namespace {
-
-constexpr std::int32_t kPixelBytes = 4;
 
 StandInBitmap* Self(SBitmapCore* bitmap) {
   return static_cast<StandInBitmap*>(bitmap);
@@ -14,11 +12,12 @@ StandInBitmap* Self(SBitmapCore* bitmap) {
 
 void StandInBitmap::Resize(std::int32_t width, std::int32_t height, EBitmapType type) {
   if (width != GetWidth() || height != GetHeight()) {
-    PixelBytes pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) *
-                      kPixelBytes);
-    fPixels = std::move(pixels);
+    const std::size_t byteCount = static_cast<std::size_t>(width) *
+                                  static_cast<std::size_t>(height) * zlibvideo::kBitmapPixelBytes;
+    fPixels.reset(new (kAlignment) unsigned char[byteCount]());
+    fByteCount = byteCount;
   }
-  SetSurface(type, fPixels.data(), width * kPixelBytes, width, height);
+  SetSurface(type, fPixels.get(), width * zlibvideo::kBitmapPixelBytes, width, height);
 }
 
 void StandInBitmap::PutAway() {
@@ -37,5 +36,5 @@ void SBitmapCore::UnlockBits() {
 void SBitmapCore::UpdateMipMap(SRECT /*area*/) {}
 
 void SBitmapCore::Restore() {
-  SetSurface(GetType(), Self(this)->fPixels.data(), GetRowLength(), GetWidth(), GetHeight());
+  SetSurface(GetType(), Self(this)->fPixels.get(), GetRowLength(), GetWidth(), GetHeight());
 }

@@ -3,25 +3,30 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <vector>
+#include <memory>
+#include <new>
+#include <span>
 
 #include "host/SBitmapCore.h"
-#include "host/standin/CacheLineAllocator.h"
 
 /// The stand-in host's bitmap: pixels in plain memory, rows from the top with nothing between
-/// them, the first at the beginning of a cache line. 0 × 0 until it is given a size.
+/// them. 0 × 0 until it is given a size. The stand-in host takes every bitmap for one of these:
+/// with it, a decoder must not be given any other.
 class StandInBitmap : public SBitmapCore {
  public:
-  using PixelBytes = std::vector<unsigned char, CacheLineAllocator<unsigned char>>;
+  /// The pixels begin with a cache line, so that two blocks side by side share none where their
+  /// widths allow; a line that they share goes through the cache twice.
+  static constexpr std::align_val_t kAlignment{64};
 
   StandInBitmap() = default;
 
-  /// Gives the bitmap a size in pixels. A change of size clears it to zero bytes; the same size
-  /// keeps it. Throws `std::bad_alloc` without memory, and then has the old size and pixels.
+  /// Gives the bitmap a size in pixels, 0 to 16,384 a side. A change of size clears it to zero
+  /// bytes; the same size keeps it. Throws `std::bad_alloc` without memory, and then has the old
+  /// size and pixels.
   void Resize(std::int32_t width, std::int32_t height, EBitmapType type);
 
   /// All bytes, rows from the top. Valid until the size changes.
-  const PixelBytes& Pixels() const { return fPixels; }
+  std::span<const unsigned char> Pixels() const { return {fPixels.get(), fByteCount}; }
 
   /// Puts the pixels away, as a host short of memory may between two messages: the base address is
   /// null until `Restore`.
@@ -32,7 +37,12 @@ class StandInBitmap : public SBitmapCore {
  private:
   friend class SBitmapCore;
 
-  PixelBytes fPixels;
+  struct Delete {
+    void operator()(unsigned char* pixels) const { ::operator delete[](pixels, kAlignment); }
+  };
+
+  std::unique_ptr<unsigned char[], Delete> fPixels;
+  std::size_t fByteCount = 0;
   bool fLocked = false;
 };
 

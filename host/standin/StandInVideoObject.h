@@ -6,7 +6,8 @@
 #include "host/SObject.h"
 #include "host/standin/StandInBitmap.h"
 
-/// The stand-in host's video object. It owns its bitmap.
+/// The stand-in host's video object. It owns its bitmap. The stand-in host takes every video object
+/// for one of these: with it, a decoder must not be given any other.
 class StandInVideoObject : public SObject {
  public:
   StandInVideoObject() {
