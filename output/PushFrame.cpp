@@ -4,9 +4,10 @@
 #include <cstdint>
 #include <cstring>
 
+#include "grid/BitmapDataBlock.h"
 #include "grid/BlockedCodec.h"
-#include "grid/BufferSizes.h"
 #include "host/SBitmapCore.h"
+#include "output/BitmapRows.h"
 #include "output/WidenRow.h"
 
 namespace {
