@@ -4,6 +4,7 @@
 #include <zlib.h>
 
 #include "bitstream/ByteSpan.h"
+#include "bitstream/StreamForm.h"
 
 namespace zlibvideo {
 
@@ -11,10 +12,7 @@ namespace zlibvideo {
 /// from zlib's own allocator, not from the host's.
 class InflateStream {
  public:
-  enum class Form {
-    kZlib,        ///< RFC 1950
-    kRawDeflate,  ///< RFC 1951
-  };
+  using Form = StreamForm;
 
   InflateStream() = default;
   InflateStream(const InflateStream&) = delete;

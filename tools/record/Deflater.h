@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "bitstream/ByteSpan.h"
-#include "bitstream/InflateStream.h"
+#include "bitstream/StreamForm.h"
 
 namespace zlibvideo {
 
@@ -14,7 +14,7 @@ namespace zlibvideo {
 /// again for every payload. A constructor without memory throws `std::bad_alloc`.
 class Deflater {
  public:
-  using Form = InflateStream::Form;
+  using Form = StreamForm;
 
   /// `level` is zlib's, 0 to 9.
   Deflater(Form form, int level);
