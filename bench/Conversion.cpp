@@ -1,4 +1,4 @@
-#include <cstdlib>
+#include <cstddef>
 #include <memory>
 #include <random>
 #include <string>

@@ -2,8 +2,9 @@
 #include <zlib.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <cstdlib>
-#include <memory>
 #include <string>
 
 #include "bench/IsolatedBenchmarks.h"

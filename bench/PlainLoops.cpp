@@ -1,6 +1,7 @@
 #include "bench/PlainLoops.h"
 
 #include <array>
+#include <cstdint>
 
 namespace zlibvideo::bench {
 

@@ -1,6 +1,7 @@
 #include "bench/RatioReporter.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdio>
 
 #include "bench/Contest.h"

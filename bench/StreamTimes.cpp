@@ -1,6 +1,8 @@
 #include "bench/StreamTimes.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <limits>
 #include <memory>

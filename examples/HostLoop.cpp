@@ -4,6 +4,8 @@
 //
 // In such a file each message follows its length: 3 bytes, most significant first.
 
+#include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <vector>
 

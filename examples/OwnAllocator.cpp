@@ -2,6 +2,7 @@
 // a budget. A program that defines these three functions itself takes nothing from the stand-in
 // host's own allocator; they come as one, so define all three.
 
+#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 #include <new>

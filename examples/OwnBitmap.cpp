@@ -1,20 +1,29 @@
 // A host of one's own: the decoder draws straight into this program's surface, whose rows start
-// at multiples of 256 bytes. Only the allocator is left to the stand-in host.
+// at addresses that are multiples of 256. Only the allocator is left to the stand-in host.
 
+#include <cstddef>
 #include <cstdio>
-#include <vector>
+#include <memory>
+#include <new>
 
 #include "decoder/ZLibVideoDecompressor.h"
 #include "host/SBitmapCore.h"
 
+constexpr int kRowAlignment = 256;
+constexpr std::align_val_t kAlignment{kRowAlignment};
+
 struct Surface : SBitmapCore {
   void Resize(int width, int height) {
-    const int stride = (width * 4 + 255) / 256 * 256;
-    fPixels.resize(static_cast<std::size_t>(stride) * static_cast<std::size_t>(height));
-    SetSurface(kBitmapVideoFrame, fPixels.data(), stride, width, height);
+    const int stride = (width * 4 + kRowAlignment - 1) / kRowAlignment * kRowAlignment;
+    const auto size = static_cast<std::size_t>(stride) * static_cast<std::size_t>(height);
+    fPixels.reset(new (kAlignment) unsigned char[size]());
+    SetSurface(kBitmapVideoFrame, fPixels.get(), stride, width, height);
   }
 
-  std::vector<unsigned char> fPixels;
+  struct Delete {
+    void operator()(unsigned char* pixels) const { ::operator delete[](pixels, kAlignment); }
+  };
+  std::unique_ptr<unsigned char[], Delete> fPixels;
 };
 
 struct Video : SObject {
