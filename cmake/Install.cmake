@@ -8,7 +8,7 @@ set(zlibvideo_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/zlibvideo)
 # component declare what the shared library does not export.
 foreach(header IN ITEMS
     colour/PaletteSize.h
-    decoder/ZLibVideoDecompressor.h
+    decoder/Version.h decoder/ZLibVideoDecompressor.h
     grid/BitmapDataBlock.h grid/BlockedCodec.h)
   cmake_path(GET header PARENT_PATH folder)
   install(FILES ${header} DESTINATION ${zlibvideo_include_dir}/${folder} COMPONENT development)

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 
+#include "decoder/Version.h"
 #include "grid/BlockedCodec.h"
 #include "host/Export.h"
 #include "host/VideoDecompressor.h"
@@ -22,8 +23,8 @@ class ZLIBVIDEO_EXPORT ZLibVideoDecompressor : public VideoDecompressor, public 
 
   /// 3 for index 0, 6 for index 1, else -1.
   int VideoMessageCodecType(int index) const override;
-  /// Decodes the payload of `message` as `DecompressVideo` does; 1 on success, else 0. The first
-  /// flag is not read.
+  /// Decodes the payload of `message` as `DecompressVideo` does; 1 on success, else 0. `message` is
+  /// not null. The first flag is not read.
   int DecompressVideoMessage(Vorn::GCAPI::GCRef<SObject> video, TCMessage* message, bool unused,
                              bool skipPush) override;
   /// `DecompressVideo` of `length` bytes with drawing; a negative length fails.
@@ -49,6 +50,10 @@ class ZLIBVIDEO_EXPORT ZLibVideoDecompressor : public VideoDecompressor, public 
   /// it; a video object without a bitmap is passed over. False when the message was not decoded:
   /// the bitmap and the count of decoded messages are then untouched, and blocks decoded before the
   /// fault keep their new contents.
+  ///
+  /// The bytes may be anything; they are only read, and are not needed afterwards. Fewer than 7
+  /// fail; of a greater length the low 32 bits count. The host allocator's `std::bad_alloc` passes
+  /// through: the message then counts as not decoded, and the object can take the next one.
   [[nodiscard]] bool DecompressVideo(Vorn::GCAPI::GCRef<SObject> video, unsigned char* message,
                                      unsigned long length, bool skipPush);
 };

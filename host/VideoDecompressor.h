@@ -45,9 +45,12 @@ class ZLIBVIDEO_EXPORT VideoDecompressor {
                                        int length) = 0;
   /// Whether a message may be left out without harm to later ones.
   virtual bool CanDropDecode(TCMessage* /*message*/) { return false; }
+  /// What stands behind the decoder, null for nothing.
   virtual void* GetInstance() = 0;
+  /// Ends what is under way, after a seek or anywhere; true when that was done.
   virtual bool FlushAfterSeek() = 0;
   virtual bool Flush() = 0;
+  /// Host services around the buffers of `video`. No decoder calls them.
   virtual void DeleteBuffers(Vorn::GCAPI::GCRef<SObject> video);
   virtual void ReallocBuffers(Vorn::GCAPI::GCRef<SObject> video);
   /// Raises the reference count by one.
@@ -56,10 +59,13 @@ class ZLIBVIDEO_EXPORT VideoDecompressor {
   virtual void DecRef() {
     if (--fRefCount == 0) delete this;
   }
+  /// How much the host should hold ready, and pictures or time that the decoder holds back: 0, it
+  /// asks for nothing and holds nothing. The units are the host's.
   virtual int GetLowWater() { return 0; }
   virtual int GetHighWater() { return 0; }
   virtual int GetDPBSize() { return 0; }
   virtual int GetDPBTime() { return 0; }
+  /// Whether buffering must begin anew at `time`, in the host's unit.
   virtual bool NeedBufferingRestart(unsigned int /*time*/) const { return false; }
   /// The texture, still owned by the decoder; null while reloading is disabled. Clears a pending
   /// reload.
@@ -76,12 +82,16 @@ class ZLIBVIDEO_EXPORT VideoDecompressor {
   virtual void DeleteVideoTexture() { DeleteResource(&fVideoTexture, fVideoBuffer); }
   /// Destroys the buffer; notes when neither texture nor buffer is left.
   virtual void DeleteVideoBuffer() { DeleteResource(&fVideoBuffer, fVideoTexture); }
+  /// Brings back pictures that later ones refer to; there are none outside the decoder.
   virtual void ReloadReferenceFrames() {}
+  /// Host service. No decoder calls it.
   virtual void DeleteHWCodec(Vorn::GCAPI::GCRef<SObject> video);
   /// Whether the decoder has a name to tell; `name` is left alone when it has not.
   virtual bool GetCodecName(QuarnString& /*name*/) const { return false; }
+  /// Size in pixels after a transformation by the decoder; 0 without one.
   virtual int GetTransformedPixelWidth() { return 0; }
   virtual int GetTransformedPixelHeight() { return 0; }
+  /// Destroys what decodes on a graphics processor, if there is any.
   virtual void DeleteGPUCodec() {
     delete fGPUCodec;
     fGPUCodec = nullptr;
@@ -99,8 +109,11 @@ class ZLIBVIDEO_EXPORT VideoDecompressor {
   std::int32_t fRefCount = 1;
   /// Messages decoded so far, drawn or not.
   std::uint32_t fDecodedFrameCount = 0;
+  /// A reload was asked for and has not happened.
   bool fReloadPending = false;
+  /// Reloads give null.
   bool fReloadDisabled = false;
+  /// The texture and the buffer have both been destroyed.
   bool fVideoResourcesReleased = false;
   HostObject* fGPUCodec = nullptr;
 

@@ -1,0 +1,10 @@
+#ifndef ZLIBVIDEO_DECODER_VERSION_H
+#define ZLIBVIDEO_DECODER_VERSION_H
+
+// The version of the interface, for `#if`; the build takes its own from here. A new major version
+// breaks the interface towards the host or the embedder, a minor one adds to it.
+#define ZLIBVIDEO_VERSION_MAJOR 1
+#define ZLIBVIDEO_VERSION_MINOR 0
+#define ZLIBVIDEO_VERSION_PATCH 0
+
+#endif  // ZLIBVIDEO_DECODER_VERSION_H
