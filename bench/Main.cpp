@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <cstdio>
 #include <exception>
+#include <stdexcept>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -54,7 +56,10 @@ std::vector<Bytes> RecordedCodes(const std::vector<PreparedStream>& streams) {
 
 void Run(const std::vector<char*>& paths) {
   std::vector<PreparedStream> streams;
-  for (const char* path : paths) streams.emplace_back(path);
+  for (const char* path : paths) {
+    if (path[0] == '-') throw std::invalid_argument(std::string(path) + " is no option");
+    streams.emplace_back(path);
+  }
 
   zlibvideo::bench::RegisterComposition();
   zlibvideo::bench::RegisterConversion(RecordedCodes(streams));
