@@ -96,6 +96,11 @@ TEST_F(DecodeTest, HashLinesAreListedAndVerified) {
     EXPECT_EQ(3, outcome.status) << change;
     EXPECT_EQ(1, Lines(outcome.text)) << outcome.text;
   }
+  const Outcome cut = Run("head -c -1 bad.zvm | zlibvideo decode - --verify bad.hashes");
+  EXPECT_EQ(3, cut.status);
+  EXPECT_EQ(0u, cut.text.find("zlibvideo: standard input: ends early at byte ")) << cut.text;
+  EXPECT_NE(std::string::npos, cut.text.find("\nzlibvideo: bad.hashes: line 4 has no message"));
+  EXPECT_EQ(1, Run("zlibvideo decode /proc/self/mem --verify bad.hashes").status) << "read error";
 }
 
 TEST_F(DecodeTest, WholeMessagesOfACutFileAreRead) {

@@ -32,6 +32,9 @@ class DecodeRun {
 
  private:
   Result DecodeAll();
+  /// Completes the output although not all of the stream came. A comparison is dropped: nothing can
+  /// be said about the rest of its list.
+  void KeepOutput();
   void DecodeOne(const FileMessage& message);
   void TellFailure(const FileMessage& message) const;
   bool IsWanted(const FileMessage& message) const;
@@ -53,13 +56,23 @@ int DecodeRun::Run() {
   try {
     end = DecodeAll();
   } catch (const std::bad_alloc&) {
-    fSink->Finish();
+    KeepOutput();
     throw ToolError(fReader.Name() + ": not enough memory for message " +
                     std::to_string(fMessagesDone));
   }
   if (fReader.MessageCount() == 0 && end == Result::kEnd) throw ToolError(fReader.Problem());
+  // Before the output is completed, which may end with an error of its own.
+  if (end != Result::kEnd) PrintLine(fReader.Problem());
+  if (end == Result::kReadError) {
+    KeepOutput();
+    return kExitCouldNotRun;
+  }
   fSink->Finish();
   return Conclude(end);
+}
+
+void DecodeRun::KeepOutput() {
+  if (fOptions.verify.empty()) fSink->Finish();
 }
 
 Result DecodeRun::DecodeAll() {
@@ -106,13 +119,10 @@ bool DecodeRun::WantsProgressBar() const {
 ExitStatus DecodeRun::Conclude(Result end) const {
   const bool writesPictures =
       fOptions.format != OutputFormat::kNull && fOptions.format != OutputFormat::kHash;
-  if (end != Result::kEnd) {
-    PrintLine(fReader.Problem());
-  } else if (writesPictures && fPicturesWritten == 0) {
+  if (end == Result::kEnd && writesPictures && fPicturesWritten == 0) {
     PrintLine(fReader.Name() +
               ": no picture was written; messages read: " + std::to_string(fReader.MessageCount()));
   }
-  if (end == Result::kReadError) return kExitCouldNotRun;
   const bool failuresCount = fOptions.verify.empty() && fFailures > 0;
   return failuresCount || end == Result::kCutOff ? kExitDamagedInput : kExitSuccess;
 }
