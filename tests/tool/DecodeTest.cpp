@@ -122,6 +122,17 @@ TEST_F(DecodeTest, WholeMessagesOfACutFileAreRead) {
   EXPECT_TRUE(Bitmaps(0, fAll - 1) == ReadFile("all.bgra"));
 }
 
+TEST_F(DecodeTest, RangeBehindTheStreamIsAnError) {
+  const std::string line = "zlibvideo: --from: 100, but good.zvm has " + std::to_string(fAll);
+  for (const std::string format : {"png", "bgra", "hash", "null", "webp", "y4m"}) {
+    const std::string output = format == "null" ? "" : " -o x";
+    const Outcome outcome = Run("zlibvideo decode good.zvm --from 100 --format " + format + output);
+    EXPECT_EQ(1, outcome.status) << format;
+    EXPECT_EQ(line + " messages\n", outcome.text);
+    EXPECT_EQ((std::set<std::string>{"bad.zvm", "good.zvm"}), Files()) << format;
+  }
+}
+
 TEST_F(DecodeTest, WhatCannotRunSaysSoInOneLineAndLeavesNoFile) {
   Run(": > empty.zvm; for i in 1 2 3 4 5 6 7 8 9; do cat good.zvm >> long.zvm; done");
   const std::set<std::string> before = Files();

@@ -44,7 +44,8 @@ another file begins: movie-2.webp after movie.webp.
 
 A message that fails is told on standard error, with its index from 0 and its
 place in the file, and decoding goes on with the next. A file without any
-message cannot be decoded (exit status 1).
+message cannot be decoded, nor a range that begins after the last message (exit
+status 1).
 Exit status: 0 all decoded; 1 could not run; 2 some messages failed or the file
 is cut off; 3 a difference to the --verify file. With --verify, a message that
 fails as listed is no fault.)";

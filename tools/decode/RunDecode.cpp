@@ -14,6 +14,7 @@
 #include "tools/common/ProgressBar.h"
 #include "tools/common/StreamDecoder.h"
 #include "tools/common/ToolError.h"
+#include "tools/common/Wording.h"
 #include "tools/decode/FrameSink.h"
 #include "tools/decode/MakeSink.h"
 
@@ -40,6 +41,8 @@ class DecodeRun {
   bool IsWanted(const FileMessage& message) const;
   /// A bar would break up output that goes to the same terminal.
   bool WantsProgressBar() const;
+  /// Throws when the whole stream was read and the range begins after it: no output is made.
+  void RequireRange() const;
   ExitStatus Conclude(Result end) const;
 
   const DecodeOptions& fOptions;
@@ -67,6 +70,7 @@ int DecodeRun::Run() {
     KeepOutput();
     return kExitCouldNotRun;
   }
+  RequireRange();
   fSink->Finish();
   return Conclude(end);
 }
@@ -114,6 +118,12 @@ bool DecodeRun::IsWanted(const FileMessage& message) const {
 bool DecodeRun::WantsProgressBar() const {
   if (fOptions.quiet) return false;
   return fOptions.output != kStandardStreamName || isatty(STDOUT_FILENO) == 0;
+}
+
+void DecodeRun::RequireRange() const {
+  if (fOptions.from <= fReader.MessageCount()) return;
+  throw ToolError("--from: " + std::to_string(fOptions.from) + ", but " + fReader.Name() + " has " +
+                  Counted(fReader.MessageCount(), "message"));
 }
 
 ExitStatus DecodeRun::Conclude(Result end) const {
