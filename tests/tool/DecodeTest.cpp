@@ -138,7 +138,8 @@ TEST_F(DecodeTest, WhatCannotRunSaysSoInOneLineAndLeavesNoFile) {
   const std::set<std::string> before = Files();
   for (const char* script :
        {"zlibvideo decode empty.zvm -o x.hash", "zlibvideo decode . -o x.png",
-        "zlibvideo decode no.zvm -o x.png", "zlibvideo decode good.zvm -o /dev/full --format webp",
+        "head -c 9 good.zvm | zlibvideo decode - -o x.png", "zlibvideo decode no.zvm -o x.png",
+        "zlibvideo decode good.zvm -o /dev/full --format webp",
         "zlibvideo decode good.zvm -o good.zvm/x.y4m",
         "zlibvideo decode good.zvm -o /proc/x/%d.png",
         "zlibvideo decode good.zvm --format hash > /dev/full",

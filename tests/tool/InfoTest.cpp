@@ -133,6 +133,9 @@ TEST_F(InfoTest, ReportsInEveryForm) {
   for (const char* form : {"-", "- --json", "- --html -", "- --html empty.html"}) {
     EXPECT_EQ(Run("zlibvideo info < /dev/null " + std::string(form) + "; echo $?; ls").text,
               "zlibvideo: standard input: is empty, there is no message in it\n1\n<b>.zvm\n");
+    EXPECT_EQ(Run("printf '\\0\\0' | zlibvideo info " + std::string(form) + "; echo $?; ls").text,
+              "zlibvideo: standard input: ends early at byte 2: 1 more byte belongs to the length "
+              "of message 0; it may be no message file\n1\n<b>.zvm\n");
   }
 
   std::istringstream lines(Run("zlibvideo info --json '<b>.zvm'").text);

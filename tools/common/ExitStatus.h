@@ -6,7 +6,7 @@ namespace zlibvideo {
 /// Exit statuses of all commands.
 enum ExitStatus : int {
   kExitSuccess = 0,
-  /// Wrong arguments, or a file that cannot be read or written.
+  /// Wrong arguments, or a file that cannot be read or written or has no whole message.
   kExitCouldNotRun = 1,
   /// Some messages failed, or the message file is cut off; all others were decoded.
   kExitDamagedInput = 2,

@@ -7,6 +7,7 @@
 #include "bitstream/ByteCursor.h"
 #include "host/TCMessage.h"
 #include "tools/common/ToolError.h"
+#include "tools/common/Wording.h"
 
 namespace zlibvideo {
 
@@ -70,8 +71,9 @@ MessageFileReader::Result MessageFileReader::Stop(std::uint64_t messageOffset,
   }
   const bool inLengthField = fBytesRead - messageOffset < TCMessage::kLengthBytes;
   fProblem = fName + ": ends early at byte " + std::to_string(fBytesRead) + ": " +
-             std::to_string(missing) + " more bytes belong to " +
+             Counted(missing, "more byte") + (missing == 1 ? " belongs to " : " belong to ") +
              (inLengthField ? "the length of " : "") + "message " + std::to_string(fMessageCount);
+  if (fMessageCount == 0) fProblem += "; it may be no message file";
   return Result::kCutOff;
 }
 

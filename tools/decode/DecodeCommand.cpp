@@ -43,7 +43,7 @@ A webp or y4m file has pictures of one size. Where the stream changes its size,
 another file begins: movie-2.webp after movie.webp.
 
 A message that fails is told on standard error, with its index from 0 and its
-place in the file, and decoding goes on with the next. A file without any
+place in the file, and decoding goes on with the next. A file without any whole
 message cannot be decoded, nor a range that begins after the last message (exit
 status 1).
 Exit status: 0 all decoded; 1 could not run; 2 some messages failed or the file

@@ -63,7 +63,7 @@ int DecodeRun::Run() {
     throw ToolError(fReader.Name() + ": not enough memory for message " +
                     std::to_string(fMessagesDone));
   }
-  if (fReader.MessageCount() == 0 && end == Result::kEnd) throw ToolError(fReader.Problem());
+  if (fReader.MessageCount() == 0) throw ToolError(fReader.Problem());
   // Before the output is completed, which may end with an error of its own.
   if (end != Result::kEnd) PrintLine(fReader.Problem());
   if (end == Result::kReadError) {

@@ -57,7 +57,7 @@ Keys of a JSON object; null where a message has nothing to say:
   failure                 what is wrong; offset in the message, in bytes; pass
                           (from 1), row and column if it is about a block
 
-A file without any message cannot be reported on (exit status 1).
+A file without any whole message cannot be reported on (exit status 1).
 Exit status: 0 all decoded; 1 could not run; 2 some messages failed or the file
 is cut off.)";
 
@@ -89,7 +89,7 @@ int RunInfo(const InfoOptions& options) {
   FileMessage message;
   Result result = reader.Next(&message);
   // Before any output is begun: nothing is left of a report about nothing.
-  if (result == Result::kEnd) throw ToolError(reader.Problem());
+  if (result != Result::kMessage) throw ToolError(reader.Problem());
   const std::unique_ptr<ReportWriter> writer = MakeWriter(options);
   ProgressBar progress(!options.html.empty(), "message", reader.FileSize());
   StreamDecoder stream;
