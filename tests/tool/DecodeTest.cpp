@@ -164,11 +164,19 @@ TEST_F(DecodeTest, UsageErrorsNameTheValue) {
   for (const std::string arguments :
        {"-o %d%d.png", "-o %s.png", "-o x%n.png", "-o %123d.png", "-o x.gif", "--format jpg",
         "-o x.png --from 0", "-o x.png --to 1x", "-o x.webp --fps 1/0", "-o x.y4m --fps 1001",
-        "-o x.hash --fps 5"}) {
+        "-o x.hash --fps 5", "-o %04d.bgra", "-o a%d.webp", "--format null -o x", "-o x.null"}) {
     const Outcome outcome = Run("zlibvideo decode good.zvm " + arguments);
     EXPECT_EQ(1, outcome.status) << arguments;
     EXPECT_NE(std::string::npos, outcome.text.find(arguments.substr(arguments.rfind(' ') + 1)));
   }
+  for (const std::string arguments :
+       {"decode good.zvm -o ''", "decode good.zvm --verify ''", "decode '' -o x.png", "info ''",
+        "info good.zvm --html ''", "record '' -o x.zvm", "record x.png -o ''"}) {
+    const Outcome outcome = Run("zlibvideo " + arguments);
+    EXPECT_EQ(1, outcome.status) << arguments;
+    EXPECT_NE(std::string::npos, outcome.text.find(": the name is empty\n")) << outcome.text;
+  }
+  EXPECT_EQ((std::set<std::string>{"bad.zvm", "good.zvm"}), Files());
 }
 
 TEST(Bt709Test, EveryColourSurvivesInTenBits) {

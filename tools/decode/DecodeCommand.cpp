@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "tools/common/FileNameValidator.h"
 #include "tools/common/InputFile.h"
 #include "tools/decode/DecodeOptions.h"
 #include "tools/decode/NamePattern.h"
@@ -50,6 +51,11 @@ Exit status: 0 all decoded; 1 could not run; 2 some messages failed or the file
 is cut off; 3 a difference to the --verify file. With --verify, a message that
 fails as listed is no fault.)";
 
+constexpr const char* kOutputHelp =
+    R"(Where to, "-" for stdout. For png a name with a number in
+it (%04d.png), an existing folder, or a plain name for a
+single picture; for null nothing; else the name of one file)";
+
 /// What is typed, before it is checked.
 struct Arguments {
   DecodeOptions options;
@@ -88,23 +94,34 @@ void ChooseFormat(Arguments* arguments) {
   options.format = *format;
 }
 
+/// In formats other than png a percent sign is like any other character, unless a number was meant.
+void CheckName(const std::string& output, OutputFormat format) {
+  NamePattern pattern;
+  std::string problem;
+  const bool valid = NamePattern::Parse(output, &pattern, &problem);
+  if (format == OutputFormat::kPng) {
+    if (!valid) throw Unfit("-o", output, problem);
+  } else if (valid && pattern.HasNumber()) {
+    throw Unfit("-o", output,
+                "names a file for each picture, which png alone writes; give the name of one file");
+  }
+}
+
 void CheckOutput(DecodeOptions* options) {
-  if (options->format == OutputFormat::kNull) return;
+  if (options->format == OutputFormat::kNull) {
+    if (options->output.empty()) return;
+    throw Unfit("-o", options->output, "is of no use, the format null writes nothing");
+  }
   if (options->output.empty()) {
     if (options->format != OutputFormat::kHash) {
       throw CLI::RequiredError("-o FILE, or \"-o -\" for standard output,");
     }
     options->output = kStandardStreamName;
   }
-  if (options->format != OutputFormat::kPng) return;
-  if (IsFolder(options->output)) {
+  if (options->format == OutputFormat::kPng && IsFolder(options->output)) {
     options->output = (std::filesystem::path(options->output) / "%04d.png").string();
   }
-  NamePattern ignored;
-  std::string problem;
-  if (!NamePattern::Parse(options->output, &ignored, &problem)) {
-    throw Unfit("-o", options->output, problem);
-  }
+  CheckName(options->output, options->format);
 }
 
 void CheckMovieOptions(const Arguments& arguments) {
@@ -159,9 +176,9 @@ CLI::Validator NumberValidator() {
 
 void AddOutputOptions(CLI::App* command, Arguments* arguments) {
   DecodeOptions& options = arguments->options;
-  CLI::Option* output =
-      command->add_option("-o,--output", options.output, "Where to; %04d stands for the number")
-          ->type_name("FILE");
+  CLI::Option* output = command->add_option("-o,--output", options.output, kOutputHelp)
+                            ->type_name("FILE")
+                            ->check(FileNameValidator());
   CLI::Option* format = command->add_option("--format", arguments->format, "Format of the output")
                             ->type_name(FormatNames())
                             ->check(FormatValidator());
@@ -177,6 +194,7 @@ void AddOutputOptions(CLI::App* command, Arguments* arguments) {
                         ->check(NumberValidator());
   command->add_option("--verify", options.verify, "Compare with the lines of --format hash")
       ->type_name("FILE")
+      ->check(FileNameValidator())
       ->excludes(output, format, from, to);
 }
 
@@ -188,6 +206,7 @@ void AddDecodeCommand(CLI::App& app, int* exitStatus) {
   const auto arguments = std::make_shared<Arguments>();
   command->add_option("input", arguments->options.input, "Message file (.zvm), \"-\" for stdin")
       ->type_name("IN.zvm")
+      ->check(FileNameValidator())
       ->required();
   AddOutputOptions(command, arguments.get());
   command->add_flag("-q,--quiet", arguments->options.quiet, "No progress bar");

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "tools/common/ExitStatus.h"
+#include "tools/common/FileNameValidator.h"
 #include "tools/common/OutputFile.h"
 #include "tools/common/PrintLine.h"
 #include "tools/common/ProgressBar.h"
@@ -119,13 +120,16 @@ void AddInfoCommand(CLI::App& app, int* exitStatus) {
   CLI::App* command = app.add_subcommand("info", "Show what is inside a message file");
   command->footer(kFooter);
   auto options = std::make_shared<InfoOptions>();
-  command->add_option("IN.zvm", options->input, "Message file; - reads standard input")->required();
+  command->add_option("IN.zvm", options->input, "Message file; - reads standard input")
+      ->check(FileNameValidator())
+      ->required();
   CLI::Option* json =
       command->add_flag("--json", options->json, "Print one JSON object for each message");
   CLI::Option* html = command
                           ->add_option("--html", options->html,
                                        "Write one web page; - writes it to standard output")
                           ->type_name("OUT.html")
+                          ->check(FileNameValidator())
                           ->excludes(json);
   command->add_flag("--map", options->map, "Print a map of the blocks under each message")
       ->excludes(json)

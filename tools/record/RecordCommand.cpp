@@ -12,6 +12,7 @@
 #include "bitstream/FrameHeader.h"
 #include "host/standin/StandInMessage.h"
 #include "tools/common/ExitStatus.h"
+#include "tools/common/FileNameValidator.h"
 #include "tools/common/InputFile.h"
 #include "tools/common/MessageFileWriter.h"
 #include "tools/common/OutputFile.h"
@@ -124,9 +125,11 @@ int Record(RecordArguments arguments) {
 void AddOptions(CLI::App* command, RecordArguments* arguments) {
   RecordOptions& options = arguments->options;
   command->add_option("FRAME.png", arguments->pictures, "Pictures of one size, in order")
+      ->check(FileNameValidator())
       ->required()
       ->type_name("");
   command->add_option("-o,--output", arguments->output, "Message file to write, \"-\" for stdout")
+      ->check(FileNameValidator())
       ->required()
       ->type_name("FILE");
   command->add_option("--codec", arguments->version, "Version of the stream, 1 or 2")
