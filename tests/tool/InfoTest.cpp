@@ -130,6 +130,9 @@ TEST_F(InfoTest, ReportsInEveryForm) {
     EXPECT_NE(text.text.find(part), std::string::npos) << part << "\n" << text.text;
   }
   EXPECT_EQ(Run("zlibvideo info '<b>.zvm' | LC_ALL=C grep -c '[^ -~]'").text, "0\n");
+  const Outcome cut = Run("head -c -1 '<b>.zvm' >'\x1B[7m\n'; zlibvideo info '\x1B[7m\n'; rm *7*");
+  EXPECT_NE(cut.text.find("! ?[7m?: ends early at byte"), std::string::npos) << cut.text;
+  EXPECT_EQ(cut.text.find('\x1B'), std::string::npos);
   for (const char* form : {"-", "- --json", "- --html -", "- --html empty.html"}) {
     EXPECT_EQ(Run("zlibvideo info < /dev/null " + std::string(form) + "; echo $?; ls").text,
               "zlibvideo: standard input: is empty, there is no message in it\n1\n<b>.zvm\n");

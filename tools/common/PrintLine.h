@@ -8,9 +8,8 @@ namespace zlibvideo {
 /// What a terminal is sent to begin its current line anew.
 inline constexpr const char* kEraseTerminalLine = "\r\x1b[K";
 
-/// Prints "zlibvideo: TEXT" to stderr as one line: control characters, which may come from a file
-/// name, are replaced. On a terminal it takes the place of a progress bar, which comes back with
-/// its next update.
+/// Prints "zlibvideo: TEXT" to stderr, made `Printable`. On a terminal it takes the place of a
+/// progress bar, which comes back with its next update.
 void PrintLine(const std::string& text);
 
 }  // namespace zlibvideo

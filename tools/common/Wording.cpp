@@ -10,4 +10,13 @@ std::string SizeText(std::int64_t width, std::int64_t height) {
   return std::to_string(width) + "x" + std::to_string(height);
 }
 
+std::string Printable(std::string text) {
+  constexpr unsigned char kDelete = 0x7F;
+  for (char& c : text) {
+    const auto code = static_cast<unsigned char>(c);
+    if (code < ' ' || code == kDelete) c = '?';
+  }
+  return text;
+}
+
 }  // namespace zlibvideo

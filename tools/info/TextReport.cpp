@@ -109,7 +109,7 @@ void TextReport::Finish(const StreamSummary& summary, const std::string& problem
   if (summary.failed != 0) {
     fOutput.Write(Mark(false) + " " + Counted(summary.failed, "message") + " failed\n");
   }
-  if (!problem.empty()) fOutput.Write(Mark(false) + " " + problem + "\n");
+  if (!problem.empty()) fOutput.Write(Mark(false) + " " + Printable(problem) + "\n");
   if (summary.messages != 0) {
     fOutput.Write("  " + HumanBytes(summary.bytes) + ", " +
                   HumanBytes(summary.bytes / summary.messages) + " a message, at most " +
