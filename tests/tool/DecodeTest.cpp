@@ -151,6 +151,13 @@ TEST_F(DecodeTest, WhatCannotRunSaysSoInOneLineAndLeavesNoFile) {
     EXPECT_EQ(1, Lines(outcome.text)) << script << outcome.text;
     EXPECT_EQ(before, Files()) << script;
   }
+  for (const char* arguments : {"decode good.zvm --format bgra -o -", "record one.png -o -"}) {
+    const Outcome outcome = Run("script -qec \"'" ZLIBVIDEO_PROGRAM "' " + std::string(arguments) +
+                                "\" /dev/null < /dev/null");
+    EXPECT_EQ(1, outcome.status) << arguments;
+    EXPECT_NE(std::string::npos, outcome.text.find("standard output: is a terminal")) << arguments;
+    EXPECT_EQ(1, Lines(outcome.text)) << arguments;
+  }
   const Outcome stopped =
       Run("mkfifo in; '" ZLIBVIDEO_PROGRAM
           "' decode in -o x.bgra & exec 3>in; cat long.zvm >&3; while ! ls .*.part; "

@@ -107,6 +107,12 @@ void RefuseToReplace(const std::string& input, const std::string& output) {
   }
 }
 
+void RefuseTerminal(const std::string& output) {
+  if (output != kStandardStreamName || isatty(STDOUT_FILENO) == 0) return;
+  throw ToolError(OutputName(output) +
+                  ": is a terminal, which cannot show this format; redirect it or name a file");
+}
+
 std::string OutputName(const std::string& path) {
   return path == kStandardStreamName ? "standard output" : path;
 }

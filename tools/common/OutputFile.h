@@ -43,6 +43,10 @@ class OutputFile {
 /// replaced by what is made of it.
 void RefuseToReplace(const std::string& input, const std::string& output);
 
+/// Throws a `ToolError` when `output` is standard output and that is a terminal: for what is not
+/// text.
+void RefuseTerminal(const std::string& output);
+
 /// `path` as messages show it: "standard output" for "-".
 std::string OutputName(const std::string& path);
 

@@ -26,6 +26,10 @@ enum class OutputFormat {
 std::optional<OutputFormat> FormatByName(const std::string& name);
 /// The format that the extension of a file name stands for.
 std::optional<OutputFormat> FormatByExtension(const std::string& fileName);
+/// False for formats of text and for none.
+constexpr bool WritesPictures(OutputFormat format) {
+  return format != OutputFormat::kNull && format != OutputFormat::kHash;
+}
 /// All names of formats, as the command line takes them, with "|" between them.
 std::string FormatNames();
 

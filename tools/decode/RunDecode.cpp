@@ -127,9 +127,7 @@ void DecodeRun::RequireRange() const {
 }
 
 ExitStatus DecodeRun::Conclude(Result end) const {
-  const bool writesPictures =
-      fOptions.format != OutputFormat::kNull && fOptions.format != OutputFormat::kHash;
-  if (end == Result::kEnd && writesPictures && fPicturesWritten == 0) {
+  if (end == Result::kEnd && WritesPictures(fOptions.format) && fPicturesWritten == 0) {
     PrintLine(fReader.Name() +
               ": no picture was written; messages read: " + std::to_string(fReader.MessageCount()));
   }
@@ -141,6 +139,7 @@ ExitStatus DecodeRun::Conclude(Result end) const {
 
 int RunDecode(const DecodeOptions& options) {
   RefuseToReplace(options.input, options.output);
+  if (WritesPictures(options.format)) RefuseTerminal(options.output);
   return DecodeRun(options).Run();
 }
 

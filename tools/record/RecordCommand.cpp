@@ -116,6 +116,7 @@ int Record(RecordArguments arguments) {
   for (const std::string& picture : arguments.pictures) {
     RefuseToReplace(picture, arguments.output);
   }
+  RefuseTerminal(arguments.output);
   MessageFileWriter writer(arguments.output);
   EncodeAll(arguments, &writer);
   writer.Commit();
