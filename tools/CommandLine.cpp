@@ -2,9 +2,12 @@
 
 #include <CLI/CLI.hpp>
 #include <iostream>
+#include <sstream>
 #include <string>
 
 #include "tools/common/ExitStatus.h"
+#include "tools/common/InputFile.h"
+#include "tools/common/OutputFile.h"
 #include "tools/common/PrintLine.h"
 #include "tools/decode/DecodeCommand.h"
 #include "tools/info/InfoCommand.h"
@@ -33,8 +36,19 @@ std::string CalledName(const CLI::App& app) {
   return name;
 }
 
+/// Help or version, whichever was asked for. Throws when standard output cannot be written.
+int PrintHelp(const CLI::App& app, const CLI::ParseError& request) {
+  std::ostringstream text;
+  const int status = app.exit(request, text);
+  OutputFile output(kStandardStreamName);
+  output.Write(text.str());
+  output.Commit();
+  return status;
+}
+
 int ReportUsage(const CLI::App& app, const CLI::ParseError& error) {
-  if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) return app.exit(error);
+  if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success))
+    return PrintHelp(app, error);
   PrintLine(error.what());
   std::cerr << "Run \"" << CalledName(app) << " --help\" for what is possible.\n";
   return kExitCouldNotRun;

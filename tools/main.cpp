@@ -12,7 +12,7 @@ int main(int argc, char** argv) {
   try {
     return zlibvideo::RunCommandLine(argc, argv);
   } catch (const zlibvideo::ToolError& error) {
-    zlibvideo::PrintLine(error.what());
+    if (*error.what() != '\0') zlibvideo::PrintLine(error.what());
     return error.Status();
   } catch (const std::bad_alloc&) {
     zlibvideo::PrintLine("not enough memory");

@@ -97,6 +97,8 @@ void OutputFile::OpenTemporary(const std::string& folder) {
 }
 
 void OutputFile::Fail(const char* what) const {
+  const bool toStandardOutput = fTarget.empty();
+  if (toStandardOutput && errno == EPIPE) throw ToolError::ReaderLeft();
   throw ToolError::FromSystem(fName, what, errno);
 }
 

@@ -10,7 +10,8 @@ namespace zlibvideo {
 /// A file being written. It lies beside its final name under a temporary one until `Commit` renames
 /// it; if that does not happen, by an error or a signal, it is removed and what had the final name
 /// before is still there. Standard output ("-"), devices and pipes are written to directly.
-/// Every error is thrown as a `ToolError` that names the file.
+/// Every error is thrown as a `ToolError` that names the file, but for standard output that nobody
+/// reads any more: that ends the command without a line.
 class OutputFile {
  public:
   /// Opens the output; missing folders are created.
@@ -32,7 +33,7 @@ class OutputFile {
   [[noreturn]] void Fail(const char* what) const;
 
   std::string fName;
-  /// Final path; symbolic links are followed.
+  /// Final path; symbolic links are followed. Empty for standard output.
   std::string fTarget;
   /// Empty when the output is written to directly, and after `Commit`.
   std::string fTemporary;
