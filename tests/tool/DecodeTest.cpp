@@ -153,7 +153,8 @@ TEST_F(DecodeTest, WhatCannotRunSaysSoInOneLineAndLeavesNoFile) {
   for (const char* arguments : {"decode long.zvm --format bgra -o -", "info --json long.zvm",
                                 "info --html - long.zvm", "record --help"}) {
     const Outcome outcome =
-        Run("{ { sleep 0.1; zlibvideo " + std::string(arguments) + "; echo $? >&3; } | :; } 3>&1");
+        Run("mkfifo gone; { { read x <gone; zlibvideo " + std::string(arguments) +
+            "; echo $? >&3; } | { exec <&-; echo >gone; }; } 3>&1; rm gone");
     EXPECT_EQ("1\n", outcome.text) << arguments;
   }
   for (const char* arguments : {"decode good.zvm --format bgra -o -", "record one.png -o -"}) {
