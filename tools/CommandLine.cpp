@@ -46,10 +46,19 @@ int PrintHelp(const CLI::App& app, const CLI::ParseError& request) {
   return status;
 }
 
+/// What is wrong. Arguments that are not expected are listed in their order, which the library
+/// turns round.
+std::string Explain(const CLI::App& app, const CLI::ParseError& error) {
+  if (dynamic_cast<const CLI::ExtrasError*>(&error) == nullptr) return error.what();
+  std::string text = "not expected:";
+  for (const std::string& argument : app.remaining(true)) text += " " + argument;
+  return text;
+}
+
 int ReportUsage(const CLI::App& app, const CLI::ParseError& error) {
   if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success))
     return PrintHelp(app, error);
-  PrintLine(error.what());
+  PrintLine(Explain(app, error));
   std::cerr << "Run \"" << CalledName(app) << " --help\" for what is possible.\n";
   return kExitCouldNotRun;
 }
@@ -69,7 +78,7 @@ int RunCommandLine(int argc, const char* const* argv) {
   try {
     app.parse(argc, argv);
     if (app.get_subcommands().empty())
-      throw CLI::RequiredError("A command: decode, record or info");
+      throw CLI::ValidationError("a command is required: decode, record or info");
   } catch (const CLI::ParseError& error) {
     return ReportUsage(app, error);
   }

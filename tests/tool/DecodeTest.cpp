@@ -142,7 +142,8 @@ TEST_F(DecodeTest, WhatCannotRunSaysSoInOneLineAndLeavesNoFile) {
         "zlibvideo decode good.zvm -o /dev/full --format webp",
         "zlibvideo decode good.zvm -o good.zvm/x.y4m",
         "zlibvideo decode good.zvm -o /proc/x/%d.png",
-        "zlibvideo decode good.zvm --format hash > /dev/full", "zlibvideo info --help > /dev/full",
+        "zlibvideo decode good.zvm --format hash > /dev/full",
+        "zlibvideo decode good.zvm --verify good.zvm", "zlibvideo info --help > /dev/full",
         "zlibvideo --version > /dev/full",
         "ln good.zvm x.y4m; zlibvideo decode good.zvm -o x.y4m; s=$?; rm x.y4m; exit $s"}) {
     const Outcome outcome = Run(script);
@@ -190,6 +191,8 @@ TEST_F(DecodeTest, UsageErrorsNameTheValue) {
     EXPECT_NE(std::string::npos, outcome.text.find(": the name is empty\n")) << outcome.text;
   }
   EXPECT_EQ((std::set<std::string>{"bad.zvm", "good.zvm"}), Files());
+  const std::string surplus = Run("zlibvideo decode good.zvm -o x.png 1.png --form").text;
+  EXPECT_NE(std::string::npos, surplus.find("not expected: 1.png --form\n")) << surplus;
 }
 
 TEST(Bt709Test, EveryColourSurvivesInTenBits) {

@@ -177,7 +177,8 @@ TEST_F(RecordCommandTest, RecordsPngFilesOrLeavesTheOutputAlone) {
       {"0.png none.png", "none.png: "},
       {"0.png text.png", "text.png: is not a PNG file"},
       {"0.png --block 60x64", "--block: \"60x64\" is no block size"},
-      {"0.png --reduced", "--reduced and --passes need --codec 2\n"}};
+      {"0.png --codec 6", "--codec: \"6\" is no version"},
+      {"0.png --reduced", "--reduced and --passes need --codec 2\nRun "}};
   for (const auto& [arguments, complaint] : mistakes) {
     const Outcome outcome = Run(std::string("zlibvideo record -o old.zvm ") + arguments);
     EXPECT_EQ(1, outcome.status);

@@ -38,12 +38,12 @@ Formats, by default as the extension of the output says:
          of the picture's bytes in format bgra (.hash, .hashes)
   webp   one lossless animated WebP file, put together in memory
   y4m    one YUV4MPEG2 file, 4:4:4, limited-range BT.709, 10-bit samples, from
-         which every colour can be had back exactly
+         which every colour can be restored exactly
   null   nothing, for timing
 A webp or y4m file has pictures of one size. Where the stream changes its size,
 another file begins: movie-2.webp after movie.webp.
 
-A message that fails is told on standard error, with its index from 0 and its
+A message that fails is reported on standard error, with its index from 0 and its
 place in the file, and decoding goes on with the next. A file without any whole
 message cannot be decoded, nor a range that begins after the last message (exit
 status 1).
@@ -81,7 +81,8 @@ void ChooseFormat(Arguments* arguments) {
     return;
   }
   if (options.output.empty()) {
-    throw CLI::RequiredError("an output: -o FILE, --format hash, --format null or --verify FILE");
+    throw CLI::ValidationError(
+        "an output is required: -o FILE, --format hash, --format null or --verify FILE");
   }
   if (IsFolder(options.output)) {
     options.format = OutputFormat::kPng;
@@ -114,7 +115,7 @@ void CheckOutput(DecodeOptions* options) {
   }
   if (options->output.empty()) {
     if (options->format != OutputFormat::kHash) {
-      throw CLI::RequiredError("-o FILE, or \"-o -\" for standard output,");
+      throw CLI::ValidationError("-o FILE is required, or \"-o -\" for standard output");
     }
     options->output = kStandardStreamName;
   }
@@ -139,7 +140,7 @@ void Check(Arguments* arguments) {
   DecodeOptions& options = arguments->options;
   if (options.from > options.to) {
     throw CLI::ValidationError(
-        "--from", std::to_string(options.from) + " is behind --to " + std::to_string(options.to));
+        "--from", std::to_string(options.from) + " is after --to " + std::to_string(options.to));
   }
   if (!arguments->frameRate.empty() &&
       !FrameRate::Parse(arguments->frameRate, &options.frameRate)) {

@@ -3,6 +3,7 @@
 #include <zlib.h>
 
 #include <cstdio>
+#include <regex>
 
 namespace zlibvideo {
 
@@ -13,6 +14,11 @@ std::string HashLine(std::uint64_t index, bool decoded, const FrameView& frame) 
   std::snprintf(digits, sizeof(digits), "%08lx", crc & 0xFFFFFFFFUL);
   return std::to_string(index) + (decoded ? " 1 " : " 0 ") + std::to_string(frame.width) + "x" +
          std::to_string(frame.height) + " " + digits;
+}
+
+bool IsHashLine(const std::string& text) {
+  static const std::regex kForm("[0-9]+ [01] [0-9]+x[0-9]+ [0-9a-f]{8}");
+  return std::regex_match(text, kForm);
 }
 
 }  // namespace zlibvideo

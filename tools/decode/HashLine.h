@@ -14,6 +14,9 @@ namespace zlibvideo {
 /// CRC-32 of all its bytes in 8 hexadecimal digits.
 std::string HashLine(std::uint64_t index, bool decoded, const FrameView& frame);
 
+/// Whether `text` could be one.
+bool IsHashLine(const std::string& text);
+
 }  // namespace zlibvideo
 
 #endif  // ZLIBVIDEO_TOOLS_DECODE_HASHLINE_H

@@ -33,6 +33,9 @@ void VerifySink::Finish() {
 void VerifySink::Compare(std::uint64_t index, const std::string& line) {
   const std::optional<std::string> expected = ReadLine();
   if (expected == line) return;
+  if (expected.has_value() && fLineCount == 1 && !IsHashLine(*expected)) {
+    throw ToolError(fName + ": is no list of hashes as --format hash writes it");
+  }
   throw ToolError("message " + std::to_string(index) + " came out as \"" + line + "\", but " +
                       fName +
                       (expected.has_value()

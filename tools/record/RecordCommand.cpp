@@ -80,6 +80,11 @@ std::string CheckBlockSize(const std::string& text) {
   return "\"" + text + "\" is no block size; it is WIDTHxHEIGHT, each 16 to 256 in steps of 16";
 }
 
+std::string CheckVersion(const std::string& text) {
+  if (text == "1" || text == "2") return {};
+  return "\"" + text + "\" is no version; it is 1 (codec type 3) or 2 (codec type 6)";
+}
+
 /// Refuses what the writer would refuse, in words that lead to the picture.
 void CheckLength(std::size_t length) {
   if (length <= StandInMessage::kMaxLength) return;
@@ -110,7 +115,7 @@ int Record(RecordArguments arguments) {
   RecordOptions& options = arguments.options;
   options.codecType = arguments.version == 1 ? kCodecTypeVersion1 : kCodecTypeVersion2;
   if (arguments.version == 1 && options.UsesReducedColors()) {
-    throw ToolError("--reduced and --passes need --codec 2");
+    throw CLI::ValidationError("--reduced and --passes need --codec 2");
   }
   static_cast<void>(ParseBlockSize(arguments.block, &options.blockWidth, &options.blockHeight));
   for (const std::string& picture : arguments.pictures) {
@@ -134,7 +139,7 @@ void AddOptions(CLI::App* command, RecordArguments* arguments) {
       ->required()
       ->type_name("FILE");
   command->add_option("--codec", arguments->version, "Version of the stream, 1 or 2")
-      ->check(CLI::IsMember({1, 2}))
+      ->check(CheckVersion)
       ->capture_default_str();
   command->add_option("--block", arguments->block, "Block size in pixels")
       ->check(CheckBlockSize)
