@@ -1,9 +1,14 @@
 #include "tools/CommandLine.h"
 
 #include <CLI/CLI.hpp>
+#include <cstddef>
 #include <iostream>
+#include <iterator>
+#include <memory>
+#include <set>
 #include <sstream>
 #include <string>
+#include <string_view>
 
 #include "tools/common/ExitStatus.h"
 #include "tools/common/InputFile.h"
@@ -28,6 +33,22 @@ Exit status: 0 all went well; 1 could not run (arguments, input, output);
 3 decode --verify found a difference; 130 interrupted, 143 terminated.
 
 "zlibvideo COMMAND --help" explains a command by example.)";
+
+/// The library lists options that exclude one another in the order of their addresses.
+class HelpFormatter : public CLI::Formatter {
+ public:
+  std::string make_option_opts(const CLI::Option* option) const override {
+    const std::string text = CLI::Formatter::make_option_opts(option);
+    const std::size_t place = text.find(kExcludes);
+    if (place == std::string::npos) return text;
+    std::istringstream list(text.substr(place + kExcludes.size()));
+    std::set<std::string> names{std::istream_iterator<std::string>(list), {}};
+    return text.substr(0, place) + std::string(kExcludes) + " " + CLI::detail::join(names, " ");
+  }
+
+ private:
+  static constexpr std::string_view kExcludes = "Excludes:";
+};
 
 /// "zlibvideo", with the command that was named.
 std::string CalledName(const CLI::App& app) {
@@ -68,6 +89,7 @@ int ReportUsage(const CLI::App& app, const CLI::ParseError& error) {
 int RunCommandLine(int argc, const char* const* argv) {
   CLI::App app(kDescription, "zlibvideo");
   app.footer(kFooter);
+  app.formatter(std::make_shared<HelpFormatter>());
   app.set_version_flag("--version", "zlibvideo " ZLIBVIDEO_VERSION);
   app.require_subcommand(0, 1);
 

@@ -9,7 +9,7 @@ _zlibvideo_options() {
       echo "--help --output --codec --block --key-every --reduced --passes --renew --level --quiet"
       ;;
     info)
-      echo "--help --json --map --html --picture-limit"
+      echo "--help --json --map --html --picture-limit --quiet"
       ;;
     *)
       echo "--help --version"

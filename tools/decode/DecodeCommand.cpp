@@ -43,13 +43,13 @@ Formats, by default as the extension of the output says:
 A webp or y4m file has pictures of one size. Where the stream changes its size,
 another file begins: movie-2.webp after movie.webp.
 
-A message that fails is reported on standard error, with its index from 0 and its
-place in the file, and decoding goes on with the next. A file without any whole
-message cannot be decoded, nor a range that begins after the last message (exit
-status 1).
-Exit status: 0 all decoded; 1 could not run; 2 some messages failed or the file
-is cut off; 3 a difference to the --verify file. With --verify, a message that
-fails as listed is no fault.)";
+A message that fails is reported on standard error, with its index from 0 and
+its place in the file, and decoding goes on with the next. With --verify, one
+that fails as listed is no fault.
+
+Exit status: 0 all decoded; 1 could not run, or there is no whole message, or
+the range begins after the last one; 2 some messages failed or the file is cut
+off; 3 a difference to the --verify file.)";
 
 constexpr const char* kOutputHelp =
     R"(Where to, "-" for stdout. For png a name with a number in
@@ -150,10 +150,10 @@ void Check(Arguments* arguments) {
   if (options.verify.empty()) {
     ChooseFormat(arguments);
     CheckOutput(&options);
-    CheckMovieOptions(*arguments);
   } else if (options.verify == kStandardStreamName && options.input == kStandardStreamName) {
     throw Unfit("--verify", options.verify, "is the message file already");
   }
+  CheckMovieOptions(*arguments);
 }
 
 CLI::Validator FormatValidator() {
@@ -183,8 +183,9 @@ void AddOutputOptions(CLI::App* command, Arguments* arguments) {
   CLI::Option* format = command->add_option("--format", arguments->format, "Format of the output")
                             ->type_name(FormatNames())
                             ->check(FormatValidator());
-  command->add_option("--fps", arguments->frameRate, "Pictures a second in webp and y4m [10]")
-      ->type_name("RATE");
+  command->add_option("--fps", arguments->frameRate, "Pictures a second in webp and y4m")
+      ->type_name("RATE")
+      ->default_str("10");
   command->add_flag("--y4m-8bit", options.y4m8Bit,
                     "8-bit samples in y4m: for more players, but colours are not exact");
   CLI::Option* from = command->add_option("--from", options.from, "First message to write, from 1")
@@ -205,8 +206,8 @@ void AddDecodeCommand(CLI::App& app, int* exitStatus) {
   CLI::App* command = app.add_subcommand("decode", "Decode a message file into pictures");
   command->footer(kFooter);
   const auto arguments = std::make_shared<Arguments>();
-  command->add_option("input", arguments->options.input, "Message file (.zvm), \"-\" for stdin")
-      ->type_name("IN.zvm")
+  command->add_option("IN.zvm", arguments->options.input, "Message file, \"-\" for stdin")
+      ->type_name("")
       ->check(FileNameValidator())
       ->required();
   AddOutputOptions(command, arguments.get());

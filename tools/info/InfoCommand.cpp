@@ -58,9 +58,8 @@ Keys of a JSON object; null where a message has nothing to say:
   failure                 what is wrong; offset in the message, in bytes; pass
                           (from 1), row and column if it is about a block
 
-A file without any whole message cannot be reported on (exit status 1).
-Exit status: 0 all decoded; 1 could not run; 2 some messages failed or the file
-is cut off.)";
+Exit status: 0 all decoded; 1 could not run, or there is no whole message;
+2 some messages failed or the file is cut off.)";
 
 constexpr std::uint64_t kBytesPerMebibyte = 1024 * 1024;
 
@@ -71,6 +70,7 @@ struct InfoOptions {
   std::uint64_t pictureLimit = 32;
   bool json = false;
   bool map = false;
+  bool quiet = false;
 };
 
 std::unique_ptr<ReportWriter> MakeWriter(const InfoOptions& options) {
@@ -92,7 +92,7 @@ int RunInfo(const InfoOptions& options) {
   // Before any output is begun: nothing is left of a report about nothing.
   if (result != Result::kMessage) throw ToolError(reader.Problem());
   const std::unique_ptr<ReportWriter> writer = MakeWriter(options);
-  ProgressBar progress(!options.html.empty(), "message", reader.FileSize());
+  ProgressBar progress(!options.html.empty() && !options.quiet, "message", reader.FileSize());
   StreamDecoder stream;
   StreamSummary summary;
   for (; result == Result::kMessage; result = reader.Next(&message)) {
@@ -120,27 +120,28 @@ void AddInfoCommand(CLI::App& app, int* exitStatus) {
   CLI::App* command = app.add_subcommand("info", "Show what is inside a message file");
   command->footer(kFooter);
   auto options = std::make_shared<InfoOptions>();
-  command->add_option("IN.zvm", options->input, "Message file; - reads standard input")
+  command->add_option("IN.zvm", options->input, "Message file, \"-\" for stdin")
+      ->type_name("")
       ->check(FileNameValidator())
       ->required();
   CLI::Option* json =
       command->add_flag("--json", options->json, "Print one JSON object for each message");
-  CLI::Option* html = command
-                          ->add_option("--html", options->html,
-                                       "Write one web page; - writes it to standard output")
-                          ->type_name("OUT.html")
-                          ->check(FileNameValidator())
-                          ->excludes(json);
+  CLI::Option* html =
+      command->add_option("--html", options->html, "Write one web page, \"-\" for stdout")
+          ->type_name("FILE")
+          ->check(FileNameValidator())
+          ->excludes(json);
   command->add_flag("--map", options->map, "Print a map of the blocks under each message")
       ->excludes(json)
       ->excludes(html);
   command
       ->add_option("--picture-limit", options->pictureLimit,
-                   "Put pictures of at most this many MiB into the page")
+                   "Put pictures of at most this many MiB into the page, 0 to 1024")
       ->type_name("MIB")
-      ->check(CLI::Range(0, 1024))
+      ->check(CLI::Range(0, 1024).description(""))
       ->capture_default_str()
       ->needs(html);
+  command->add_flag("-q,--quiet", options->quiet, "No progress bar");
   command->callback([options, exitStatus] { *exitStatus = RunInfo(*options); });
 }
 

@@ -27,6 +27,11 @@ namespace zlibvideo {
 namespace {
 
 constexpr const char* kFooter = R"(
+Examples:
+  zlibvideo record frames/*.png -o out.zvm
+  zlibvideo record frames/*.png -o out.zvm --codec 2 --block 32x32 --key-every 50
+  zlibvideo record frames/*.png -o - --codec 2 --reduced | zlibvideo info -
+
 Version 1 and version 2 are lossless unless --reduced is given: "decode" gives
 back the same pictures. A block that does not change takes two bytes. In version 2
 a block that changes is sent in the smallest of these forms:
@@ -43,12 +48,7 @@ all others lose the low three bits of red, green and blue.
 exact colours in a second pass of the same message: the result is lossless, with
 --reduced as well.
 
-Exit status: 0 recorded; 1 could not run, and nothing was written.
-
-Examples:
-  zlibvideo record frames/*.png -o out.zvm
-  zlibvideo record frames/*.png -o out.zvm --codec 2 --block 32x32 --key-every 50
-  zlibvideo record frames/*.png -o - --codec 2 --reduced | zlibvideo info -)";
+Exit status: 0 recorded; 1 could not run, and nothing was written.)";
 
 struct RecordArguments {
   std::vector<std::string> pictures;
@@ -140,28 +140,33 @@ void AddOptions(CLI::App* command, RecordArguments* arguments) {
       ->type_name("FILE");
   command->add_option("--codec", arguments->version, "Version of the stream, 1 or 2")
       ->check(CheckVersion)
+      ->type_name("VERSION")
       ->capture_default_str();
-  command->add_option("--block", arguments->block, "Block size in pixels")
+  command
+      ->add_option("--block", arguments->block,
+                   "Block size in pixels, each side 16 to 256 in steps of 16")
       ->check(CheckBlockSize)
       ->type_name("WxH")
       ->capture_default_str();
   command
       ->add_option("--key-every", options.keyEvery,
-                   "Make every N-th picture a key frame (by default the first alone)")
-      ->check(CLI::Range(1, std::numeric_limits<int>::max()))
+                   "Make every N-th picture a key frame; without it the first alone")
+      ->check(CLI::Range(1, std::numeric_limits<int>::max()).description(""))
       ->type_name("N");
   command->add_flag("--reduced", options.reduced, "Reduce colours (version 2)");
   command->add_option("--passes", options.passes, "Passes in a message, 1 or 2 (version 2)")
-      ->check(CLI::IsMember({1, 2}))
+      ->check(CLI::Range(1, 2).description(""))
+      ->type_name("N")
       ->capture_default_str();
   command
       ->add_option("--renew", options.renewPercent,
-                   "Prefer direct forms up to N percent larger (version 2)")
-      ->check(CLI::Range(0, 1000))
-      ->type_name("N")
+                   "Prefer direct forms up to so many percent larger, 0 to 1000 (version 2)")
+      ->check(CLI::Range(0, 1000).description(""))
+      ->type_name("PERCENT")
       ->capture_default_str();
   command->add_option("--level", options.level, "zlib's compression level, 0 to 9")
-      ->check(CLI::Range(0, 9))
+      ->check(CLI::Range(0, 9).description(""))
+      ->type_name("LEVEL")
       ->capture_default_str();
   command->add_flag("-q,--quiet", arguments->quiet, "No progress bar");
 }
