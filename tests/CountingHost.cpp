@@ -21,18 +21,22 @@ void Note(std::string call, std::initializer_list<int> arguments = {}) {
 
 }  // namespace
 
-HostBytes MakeGuarded(std::size_t size, unsigned char fill) {
+HostBytes MakeGuarded(std::size_t size, unsigned char fill, bool atStart) {
   const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
   const std::size_t used = (size + page - 1) / page * page;
   constexpr int kAccess = PROT_READ | PROT_WRITE, kKind = MAP_PRIVATE | MAP_ANONYMOUS;
-  auto* base = static_cast<unsigned char*>(mmap(nullptr, used + page, kAccess, kKind, -1, 0));
-  if (base == MAP_FAILED || mprotect(base + used, page, PROT_NONE) != 0) Stop("cannot map");
-  std::memset(base + used - size, fill, size);
-  return {base + used - size, [=](unsigned char*) { munmap(base, used + page); }};
+  auto* base = static_cast<unsigned char*>(mmap(nullptr, used + 2 * page, kAccess, kKind, -1, 0));
+  if (base == MAP_FAILED || mprotect(base, page, PROT_NONE) != 0 ||
+      mprotect(base + page + used, page, PROT_NONE) != 0) {
+    Stop("cannot map");
+  }
+  unsigned char* bytes = base + page + (atStart ? 0 : used - size);
+  std::memset(bytes, fill, size);
+  return {bytes, [=](unsigned char*) { munmap(base, used + 2 * page); }};
 }
 
-HostBytes MakeGuarded(const Bytes& bytes) {
-  HostBytes copy = MakeGuarded(bytes.size(), 0);
+HostBytes MakeGuarded(const Bytes& bytes, bool atStart) {
+  HostBytes copy = MakeGuarded(bytes.size(), 0, atStart);
   std::copy(bytes.begin(), bytes.end(), copy.get());
   return copy;
 }

@@ -148,6 +148,19 @@ struct Rows : SBitmapCore {
   Rows(unsigned char* base, int length) { SetSurface(kBitmapVideoFrame, base, length, 130, 6); }
 };
 
+TEST(BitmapTest, RestoresPixelsOnlyWhereTheyCanBeReached) {
+  for (const EBitmapType type : {kBitmapVideoFrame, kBitmapNotAddressable}) {
+    CountingBitmap bitmap;
+    bitmap.Realloc(1, 1, type);
+    const unsigned char* const pixels = bitmap.GetBMBaseAddr();
+    EXPECT_NE(pixels, nullptr);
+    bitmap.PutAway();
+    Host().calls.clear();
+    EXPECT_EQ(bitmap.GetBMBaseAddr(), type == kBitmapNotAddressable ? nullptr : pixels);
+    EXPECT_EQ(Host().calls.size(), type == kBitmapNotAddressable ? 0u : 1u);
+  }
+}
+
 TEST(WidenRowTest, EveryVariantWritesItsRowsAndNothingElse) {
   for (const NamedRowWidener& variant : AvailableRowWideners()) {
     for (unsigned int i = 0; i < 131 * 16; ++i) {
@@ -160,7 +173,8 @@ TEST(WidenRowTest, EveryVariantWritesItsRowsAndNothingElse) {
       }
       Rows bitmap(target.data() + shift, 600);
       const auto width = static_cast<int>(pixels), count = static_cast<int>(rows);
-      variant.widen(MakeGuarded(colors).get(), {&bitmap, count - 1, 0}, count, width);
+      const HostBytes source = MakeGuarded(colors, i / 16 % 2 == 0);
+      variant.widen(source.get(), {&bitmap, count - 1, 0}, count, width);
       ASSERT_EQ(target, expected) << variant.name << ' ' << pixels << ' ' << shift;
     }
   }
