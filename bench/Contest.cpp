@@ -5,23 +5,29 @@
 #include <algorithm>
 #include <cstddef>
 #include <limits>
+#include <numeric>
+#include <random>
 #include <utility>
 
 namespace zlibvideo::bench {
 
 namespace {
 
-/// Calls before the one that is timed, so that no contender profits or suffers from what the one
-/// before it left in the cache.
+/// Calls before the one that is timed, so that a contender finds its own data in the cache. What
+/// the one before it left there still tells in large pictures, so the order is another each time.
 constexpr int kUntimedCalls = 2;
 constexpr int kRepetitions = 7;
 constexpr double kMinSeconds = 0.05;
 
 void RunContest(benchmark::State& state, double bytes, const std::vector<Contender>& contenders) {
   std::vector<double> best(contenders.size(), std::numeric_limits<double>::max());
+  std::vector<std::size_t> order(contenders.size());
+  std::iota(order.begin(), order.end(), std::size_t{0});
+  std::mt19937 random(1);
   for (auto _ : state) {
     double total = 0;
-    for (std::size_t i = 0; i < contenders.size(); ++i) {
+    std::shuffle(order.begin(), order.end(), random);
+    for (const std::size_t i : order) {
       for (int call = 0; call < kUntimedCalls; ++call) contenders[i].run();
       const double seconds = SecondsOf(contenders[i].run);
       benchmark::ClobberMemory();
