@@ -113,12 +113,13 @@ std::vector<Times> TimeStream(const PreparedStream& stream) {
   worst.fill(std::numeric_limits<double>::max());
   std::vector<Times> best(messages.size(), worst);
   const int ways = stream.hasReduced ? kWays : kFloorAndConversion;
+  // Each way goes through the whole stream before the next does, as a decoder in use would. In
+  // turns by message, all of them together would evict each other's pictures from the cache.
   // Round 0 only makes grids and buffers.
   for (int round = 0; round <= rounds; ++round) {
-    for (std::size_t i = 0; i < messages.size(); ++i) {
-      const int first = (round + static_cast<int>(i)) % ways;
-      for (int turn = 0; turn < ways; ++turn) {
-        const int way = (first + turn) % ways;
+    for (int turn = 0; turn < ways; ++turn) {
+      const int way = (round + turn) % ways;
+      for (std::size_t i = 0; i < messages.size(); ++i) {
         const double seconds = SecondsOf([&] { players->Run(way, messages[i], stream.floors[i]); });
         double& least = best[i][static_cast<std::size_t>(way)];
         if (round > 0) least = std::min(least, seconds);

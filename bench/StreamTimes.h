@@ -24,9 +24,9 @@ struct PreparedStream {
   bool hasReduced = false;
 };
 
-/// Decodes every message with drawing, without drawing, and runs its floor, in turns and many
-/// times over; returns for each message the best time of each, since whatever else the machine does
-/// only ever adds to it. Throws `std::runtime_error` when a message fails.
+/// Plays the stream with drawing, without drawing, and as its floor, in turns and many times over;
+/// returns for each message the best time of each, since whatever else the machine does only ever
+/// adds to it. Throws `std::runtime_error` when a message fails.
 std::vector<Times> TimeStream(const PreparedStream& stream);
 
 /// Prints a table of the stream's key, busy and calm messages and of all of them.
