@@ -27,9 +27,6 @@ class BitmapRows {
     return base + std::int64_t{fBitmap->GetRowLength()} * (fBottomRow - row) + fColumnOffset;
   }
 
-  /// From one row of the block to the next, in bytes.
-  std::ptrdiff_t Step() const { return -std::ptrdiff_t{fBitmap->GetRowLength()}; }
-
  private:
   SBitmapCore* fBitmap;
   std::int32_t fBottomRow;
