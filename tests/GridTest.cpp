@@ -173,7 +173,7 @@ TEST(WidenRowTest, EveryVariantWritesItsRowsAndNothingElse) {
       }
       Rows bitmap(target.data() + shift, 600);
       const auto width = static_cast<int>(pixels), count = static_cast<int>(rows);
-      const HostBytes source = MakeGuarded(colors, i / 16 % 2 == 0);
+      const HostBytes source = MakeGuarded(colors, i % 2 == 0);
       variant.widen(source.get(), {&bitmap, count - 1, 0}, count, width);
       ASSERT_EQ(target, expected) << variant.name << ' ' << pixels << ' ' << shift;
     }
