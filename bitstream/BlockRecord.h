@@ -26,9 +26,10 @@ struct BlockRecord {
 
   bool IsEmpty() const { return size == 0; }
 
-  /// Reads the next record. False when the record does not lie within what remains, or is too
-  /// short for the header bytes that it announces; neither cursor nor record must be
-  /// used further then.
+  /// Reads the next record into `record`, which must hold what its constructor gave it: fields that
+  /// the record does not have stay as they are. False when it does not lie within what remains, or
+  /// is too short for the header bytes that it announces; neither cursor nor `record` must be used
+  /// further then.
   [[nodiscard]] static bool Read(ByteCursor* cursor, int codecType, BlockRecord* record);
 };
 
