@@ -143,8 +143,8 @@ constexpr int kAlphaBits = static_cast<int>(0xFF000000);
 /// NEON, where nobody has measured it.
 constexpr std::intptr_t kPrefetchDistance = 1024;
 
-/// The address is a mere number here: past a block's end lies another block, mostly the one that
-/// comes next, or anything else, and a prefetch of it is harmless.
+/// The address is a mere number here: what lies past a block's end is the allocator's choice, and a
+/// prefetch of it is harmless.
 void PrefetchAhead(const unsigned char* source) {
   const std::intptr_t address = reinterpret_cast<std::intptr_t>(source) + kPrefetchDistance;
   _mm_prefetch(reinterpret_cast<const char*>(address), _MM_HINT_T0);
