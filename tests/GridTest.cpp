@@ -162,16 +162,18 @@ TEST(BitmapTest, RestoresPixelsOnlyWhereTheyCanBeReached) {
 }
 
 TEST(WidenRowTest, EveryVariantWritesItsRowsAndNothingElse) {
+  constexpr unsigned int kGuard = 32;
   for (const NamedRowWidener& variant : AvailableRowWideners()) {
     for (unsigned int i = 0; i < 131 * 16; ++i) {
       const unsigned int pixels = i / 16, shift = i % 16, rows = i % 7;
       const Bytes colors = Noise(rows * pixels * 3, i);
-      Bytes target(6 * 600, 0xEE), expected = target;
+      Bytes target(kGuard + 6 * 600, 0xEE), expected = target;
       for (unsigned int byte = 0; byte < rows * pixels * 4; ++byte) {
         const unsigned int row = rows - 1 - byte / (pixels * 4), at = byte % (pixels * 4);
-        expected[row * 600 + shift + at] = at % 4 == 3 ? 255 : colors[byte / 4 * 3 + at % 4];
+        expected[kGuard + row * 600 + shift + at] =
+            at % 4 == 3 ? 255 : colors[byte / 4 * 3 + at % 4];
       }
-      Rows bitmap(target.data() + shift, 600);
+      Rows bitmap(target.data() + kGuard + shift, 600);
       const auto width = static_cast<int>(pixels), count = static_cast<int>(rows);
       const HostBytes source = MakeGuarded(colors, i % 2 == 0);
       variant.widen(source.get(), {&bitmap, count - 1, 0}, count, width);
