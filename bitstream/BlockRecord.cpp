@@ -15,6 +15,7 @@ bool ReadVersion2Header(ByteCursor* body, BlockRecord* record) {
 }  // namespace
 
 bool BlockRecord::Read(ByteCursor* cursor, int codecType, BlockRecord* record) {
+  *record = {};
   std::uint16_t size = 0;
   ByteSpan bytes;
   if (!cursor->ReadU16(&size) || !cursor->ReadSpan(size, &bytes)) return false;

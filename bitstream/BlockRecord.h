@@ -26,10 +26,9 @@ struct BlockRecord {
 
   bool IsEmpty() const { return size == 0; }
 
-  /// Reads the next record into `record`, which must hold what its constructor gave it: fields that
-  /// the record does not have stay as they are. False when it does not lie within what remains, or
-  /// is too short for the header bytes that it announces; neither cursor nor `record` must be used
-  /// further then.
+  /// Reads the next record. False when it does not lie within what remains, or is too short for
+  /// the header bytes that it announces; the cursor must not be used further then, and of `record`
+  /// only the size, which is 0 in the first case.
   [[nodiscard]] static bool Read(ByteCursor* cursor, int codecType, BlockRecord* record);
 };
 

@@ -9,6 +9,12 @@ struct ByteSpan {
   unsigned int size = 0;
 };
 
+/// For operations that take bytes as writable but only read them: the decoding operations, whose
+/// form the host's interface gives, and those of zlib.
+inline unsigned char* Writable(const unsigned char* bytes) {
+  return const_cast<unsigned char*>(bytes);
+}
+
 }  // namespace zlibvideo
 
 #endif  // ZLIBVIDEO_BITSTREAM_BYTESPAN_H

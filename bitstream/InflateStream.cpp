@@ -21,15 +21,15 @@ InflateStream::~InflateStream() {
   static_cast<void>(Close());
 }
 
-bool InflateStream::Open(Form form) {
+bool InflateStream::Open(StreamForm form) {
   assert(!fOpen);
-  const int windowBits = form == Form::kRawDeflate ? -kWindowBits : kWindowBits;
+  const int windowBits = form == StreamForm::kRawDeflate ? -kWindowBits : kWindowBits;
   fOpen = inflateInit2_(&fStream, windowBits, kZlibVersion, kStreamRecordSize) == Z_OK;
   return fOpen;
 }
 
 int InflateStream::Inflate(ByteSpan input, unsigned char* output, unsigned int room, int flush) {
-  fStream.next_in = const_cast<unsigned char*>(input.data);  // zlib only reads it
+  fStream.next_in = Writable(input.data);
   fStream.avail_in = input.size;
   fStream.next_out = output;
   fStream.avail_out = room;

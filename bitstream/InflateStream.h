@@ -12,14 +12,14 @@ namespace zlibvideo {
 /// from zlib's own allocator, not from the host's.
 class InflateStream {
  public:
-  using Form = StreamForm;
-
   InflateStream() = default;
   InflateStream(const InflateStream&) = delete;
   InflateStream& operator=(const InflateStream&) = delete;
   ~InflateStream();
 
-  [[nodiscard]] bool Open(Form form);
+  /// Prepares for a stream of `form`. False when zlib has no memory or is another interface than
+  /// the one compiled for; only `Close` may follow then.
+  [[nodiscard]] bool Open(StreamForm form);
 
   /// Feeds `input` and writes at most `room` bytes to `output`. Input that does not get through is
   /// not kept. `flush` and the result are zlib's.
@@ -28,7 +28,7 @@ class InflateStream {
   /// Bytes written since the stream was opened, over all calls; counted in 32 bits.
   unsigned int TotalOutput() const { return static_cast<unsigned int>(fStream.total_out); }
 
-  /// Releases the stream; true when zlib is content with it. A stream never opened is released.
+  /// Releases the stream. False when zlib finds its state damaged; true for one never opened.
   [[nodiscard]] bool Close();
 
  private:

@@ -11,7 +11,7 @@ struct BitmapDataBlock;
 namespace zlibvideo {
 
 /// A primed payload continues a deflate stream whose beginning is not sent: the dictionary, which
-/// both sides hold. The decoder replays it as stored blocks (RFC 1951, 3.2.4), so that it enters
+/// both sides hold. The decoder replays it as stored blocks (RFC 1951), so that it enters
 /// the history of the stream, and with it the destination.
 
 /// Bytes that one stored block can carry.

@@ -15,15 +15,11 @@
 using zlibvideo::BlockRecord;
 using zlibvideo::ByteCursor;
 using zlibvideo::ByteSpan;
+using zlibvideo::Writable;
 
 namespace {
 
 constexpr int kUnpackFailed = -1;
-
-/// The decoding operations take payloads as writable bytes but only read them.
-unsigned char* Writable(const unsigned char* bytes) {
-  return const_cast<unsigned char*>(bytes);
-}
 
 /// A byte count as the unpacking operations return it. Only a message handed over in more than
 /// 2 GiB can consume more than that holds.
@@ -90,9 +86,9 @@ int BlockedCodec::UnpackPalette(unsigned char* record, unsigned int available) {
 int BlockedCodec::UnpackBlocks(unsigned char* records, unsigned int available, char codecType) {
   const std::int32_t capacity = zlibvideo::RawDataCapacity(fBlockWidth, fBlockHeight);
   ByteCursor cursor(records, available);
+  BlockRecord record;
   for (std::int32_t row = 0; row < fGridHeight; ++row) {
     for (std::int32_t column = 0; column < fGridWidth; ++column) {
-      BlockRecord record;
       if (!BlockRecord::Read(&cursor, codecType, &record)) return kUnpackFailed;
       if (record.IsEmpty()) continue;
       BitmapDataBlock* block = fBlocks == nullptr ? nullptr : GetBlock(row, column);

@@ -19,9 +19,9 @@ namespace {
 bool OpenForPayload(const BitmapDataBlock& block, InflateStream* stream, unsigned char* destination,
                     unsigned int room) {
   if ((block.fFormat & zlibvideo::kFormatPrimed) == 0) {
-    return stream->Open(InflateStream::Form::kZlib);
+    return stream->Open(zlibvideo::StreamForm::kZlib);
   }
-  return stream->Open(InflateStream::Form::kRawDeflate) &&
+  return stream->Open(zlibvideo::StreamForm::kRawDeflate) &&
          zlibvideo::Prime(stream, zlibvideo::PrimingDictionary(block), destination, room);
 }
 

@@ -1,5 +1,5 @@
 // zlib is not compiled with the sanitizers, so a range that it is told wrongly would go unnoticed.
-// The linker leads calls through here (--wrap), where both ranges are looked over.
+// The linker routes calls through here (--wrap), where both ranges are checked.
 
 #include <sanitizer/asan_interface.h>
 #include <zlib.h>

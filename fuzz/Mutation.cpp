@@ -14,13 +14,12 @@ void MutateBytes(Bytes* bytes) {
 }
 
 Bytes Inflate(const BitmapDataBlock& block, ByteSpan payload) {
-  using Form = InflateStream::Form;
   constexpr unsigned int kMaxContent = 1 << 16;
   const bool primed = (block.fFormat & kFormatPrimed) != 0;
   const ByteSpan dictionary = primed ? PrimingDictionary(block) : ByteSpan();
   Bytes content(dictionary.size + kMaxContent);
   InflateStream stream;
-  if (!stream.Open(primed ? Form::kRawDeflate : Form::kZlib)) return {};
+  if (!stream.Open(primed ? StreamForm::kRawDeflate : StreamForm::kZlib)) return {};
   if (primed && !Prime(&stream, dictionary, content.data(), SpanOf(content).size)) return {};
   static_cast<void>(
       stream.Inflate(payload, content.data() + dictionary.size, kMaxContent, Z_SYNC_FLUSH));

@@ -10,6 +10,7 @@
 #include "bitstream/FrameHeader.h"
 #include "grid/BitmapDataBlock.h"
 #include "tests/StreamBuilder.h"
+#include "tools/common/SpanOf.h"
 
 extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, std::size_t maxSize);
 
@@ -32,9 +33,6 @@ inline bool OneIn(unsigned int count, Random* random) {
 
 inline Bytes CopyOf(ByteSpan bytes) {
   return {bytes.data, bytes.data + bytes.size};
-}
-inline ByteSpan SpanOf(const Bytes& bytes) {
-  return {bytes.data(), static_cast<unsigned int>(bytes.size())};
 }
 
 /// The messages of a file, the last possibly cut off, each in memory that ends where it does.

@@ -55,7 +55,10 @@ void MutatePass(const InspectingDecoder& decoder, ByteCursor* in, Message* out, 
     for (int column = 0; decoder.FindBlock(row, column) != nullptr; ++column) {
       BlockRecord read;
       const bool present = BlockRecord::Read(in, out->header.codecType, &read);
-      if (!present) *in = ByteCursor(nullptr, 0);
+      if (!present) {
+        *in = ByteCursor(nullptr, 0);
+        read = {};
+      }
       out->records.push_back(MakeRecord(decoder.FindBlock(row, column), out->header.codecType, read,
                                         !present || OneIn(rarity, random), random));
     }

@@ -7,6 +7,7 @@
 #include "tests/tool/ToolFixture.h"
 #include "tools/common/MessageOutline.h"
 #include "tools/common/PngFile.h"
+#include "tools/common/SpanOf.h"
 #include "tools/common/StreamDecoder.h"
 #include "tools/info/RecordKind.h"
 #include "tools/record/FrameEncoder.h"
@@ -83,8 +84,7 @@ std::size_t WrongPixels(const RecordOptions& options, const Bytes& pixels, const
 
 /// Adds the letters of the kinds of records that there are.
 void CheckMessage(const Bytes& message, bool key, bool unchanged, std::set<char>* kinds) {
-  const auto outline =
-      MessageOutline::Read({message.data(), static_cast<unsigned int>(message.size())});
+  const auto outline = MessageOutline::Read(SpanOf(message));
   EXPECT_EQ(key, outline.header->IsKeyFrame());
   for (const auto& [record, place, offset] : outline.records) {
     const char kind = WordsOf(KindOf(record, outline.header->codecType)).letter;

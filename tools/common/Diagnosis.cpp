@@ -87,8 +87,7 @@ std::string DescribeBandFault(RowBand::Fault fault, const BitmapDataBlock& block
 bool CanPrime(ByteSpan dictionary, unsigned int room) {
   std::vector<unsigned char> output(room);
   InflateStream stream;
-  return stream.Open(InflateStream::Form::kRawDeflate) &&
-         Prime(&stream, dictionary, output.data(), room);
+  return stream.Open(StreamForm::kRawDeflate) && Prime(&stream, dictionary, output.data(), room);
 }
 
 /// Why an intermediate payload is refused; nothing when it is not.

@@ -21,7 +21,7 @@ class Inflater {
   ~Inflater() { static_cast<void>(inflateEnd(&fStream)); }
 
   int Run(ByteSpan source, std::vector<unsigned char>* output) {
-    fStream.next_in = const_cast<unsigned char*>(source.data);  // zlib only reads it
+    fStream.next_in = Writable(source.data);
     fStream.avail_in = source.size;
     fStream.next_out = output->data();
     fStream.avail_out = static_cast<unsigned int>(output->size());

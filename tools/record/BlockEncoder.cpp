@@ -9,14 +9,11 @@
 #include "bitstream/CodecType.h"
 #include "bitstream/FrameHeader.h"
 #include "grid/BufferSizes.h"
+#include "tools/common/SpanOf.h"
 #include "tools/record/DecoderModel.h"
 
 namespace zlibvideo {
 namespace {
-
-ByteSpan Span(const std::vector<unsigned char>& bytes) {
-  return {bytes.data(), static_cast<unsigned int>(bytes.size())};
-}
 
 unsigned int RowBytes(const BitmapDataBlock& block) {
   return static_cast<unsigned int>(block.fWidth * kBlockPixelBytes);
@@ -74,8 +71,8 @@ std::size_t BlockPayload::RecordSize(int codecType) const {
 BlockEncoder::BlockEncoder(const RecordOptions& options)
     : fCodecType(options.codecType),
       fRenewPercent(options.renewPercent),
-      fZlib(Deflater::Form::kZlib, options.level),
-      fRaw(Deflater::Form::kRawDeflate, options.level) {}
+      fZlib(StreamForm::kZlib, options.level),
+      fRaw(StreamForm::kRawDeflate, options.level) {}
 
 BlockPayload BlockEncoder::Encode(BitmapDataBlock* block, ByteSpan pixels, const Forms& forms) {
   const bool intermediate = forms.intermediate && HasReference(*block, pixels);
@@ -94,7 +91,7 @@ void BlockEncoder::TryForms(BitmapDataBlock* block, ByteSpan pixels, bool interm
   const unsigned int direct = ColorField(colors);
   const unsigned int primed = direct | kFormatPrimed;
   const std::vector<unsigned char> carried = Carried(pixels, colors);
-  KeepSmaller(Payload(direct, fZlib.Compress(Span(carried))), &smallest->direct);
+  KeepSmaller(Payload(direct, fZlib.Compress(SpanOf(carried))), &smallest->direct);
   if (!intermediate) return;
   KeepSmaller(Payload(primed, CompressPrimed(block, primed, carried)), &smallest->intermediate);
   TryBand(block, pixels, colors, smallest);
@@ -112,14 +109,14 @@ void BlockEncoder::TryBand(BitmapDataBlock* block, ByteSpan pixels, const Reduce
       {pixels.data + std::size_t{band.firstRow} * rowBytes, band.rowCount * rowBytes}, colors);
   const unsigned int banded = ColorField(colors) | kFormatDiffRows;
   const unsigned int primed = banded | kFormatPrimed;
-  KeepSmaller(Payload(banded, fZlib.Compress(Span(carried)), band), &smallest->intermediate);
+  KeepSmaller(Payload(banded, fZlib.Compress(SpanOf(carried)), band), &smallest->intermediate);
   KeepSmaller(Payload(primed, CompressPrimed(block, primed, carried), band),
               &smallest->intermediate);
 }
 
 std::vector<unsigned char> BlockEncoder::CompressPrimed(BitmapDataBlock* block, unsigned int format,
                                                         const std::vector<unsigned char>& data) {
-  return fRaw.Compress(Span(data), DecoderModel::Dictionary(block, format));
+  return fRaw.Compress(SpanOf(data), DecoderModel::Dictionary(block, format));
 }
 
 void BlockEncoder::KeepSmaller(BlockPayload candidate,

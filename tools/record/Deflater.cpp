@@ -13,18 +13,13 @@ constexpr int kMemoryLevel = 9;
 // level).
 constexpr uLong kBoundSlack = 8;
 
-int WindowBits(Deflater::Form form) {
-  return form == Deflater::Form::kRawDeflate ? -MAX_WBITS : MAX_WBITS;
-}
-
-/// zlib takes its input as writable bytes but only reads them.
-Bytef* Writable(const unsigned char* bytes) {
-  return const_cast<Bytef*>(bytes);
+int WindowBits(StreamForm form) {
+  return form == StreamForm::kRawDeflate ? -MAX_WBITS : MAX_WBITS;
 }
 
 }  // namespace
 
-Deflater::Deflater(Form form, int level) {
+Deflater::Deflater(StreamForm form, int level) {
   if (deflateInit2(&fStream, level, Z_DEFLATED, WindowBits(form), kMemoryLevel,
                    Z_DEFAULT_STRATEGY) != Z_OK) {
     throw std::bad_alloc();

@@ -14,10 +14,8 @@ namespace zlibvideo {
 /// again for every payload. A constructor without memory throws `std::bad_alloc`.
 class Deflater {
  public:
-  using Form = StreamForm;
-
   /// `level` is zlib's, 0 to 9.
-  Deflater(Form form, int level);
+  Deflater(StreamForm form, int level);
   Deflater(const Deflater&) = delete;
   Deflater& operator=(const Deflater&) = delete;
   ~Deflater();

@@ -6,6 +6,7 @@
 #include "bitstream/BlockFormat.h"
 #include "bitstream/BlockRecord.h"
 #include "bitstream/MessageBody.h"
+#include "tools/common/SpanOf.h"
 #include "tools/common/Wording.h"
 #include "tools/record/CutBlock.h"
 #include "tools/record/RecordError.h"
@@ -105,8 +106,7 @@ void FrameEncoder::WritePalette() {
   const std::size_t start = fMessage.size();
   const std::vector<unsigned char> colors = fColors->PaletteBytes();
   const std::vector<unsigned char> palette =
-      Deflater(Deflater::Form::kZlib, fOptions.level)
-          .Compress({colors.data(), static_cast<unsigned int>(colors.size())});
+      Deflater(StreamForm::kZlib, fOptions.level).Compress(SpanOf(colors));
   AppendSize(palette.size());
   fMessage.insert(fMessage.end(), palette.begin(), palette.end());
   if (!fDecoder.ApplyPalette(&fMessage, start)) throw RecordError("its palette does not decode");
@@ -130,8 +130,7 @@ bool FrameEncoder::WriteBlock(BitmapDataBlock* block, const Pass& pass) {
     return false;
   }
   const std::vector<unsigned char> pixels = CutBlock(pass.target, *block);
-  const BlockPayload payload = fBlockEncoder.Encode(
-      block, {pixels.data(), static_cast<unsigned int>(pixels.size())}, pass.forms);
+  const BlockPayload payload = fBlockEncoder.Encode(block, SpanOf(pixels), pass.forms);
   const std::size_t size = payload.RecordSize(fOptions.codecType);
   if (size > BlockRecord::kMaxSize) {
     throw RecordError("a block of " + SizeText(block->fWidth, block->fHeight) + " pixels takes " +
