@@ -13,13 +13,13 @@ namespace zlibvideo::bench {
 
 namespace {
 
-/// Calls before the one that is timed, so that a contender finds its own data in the cache. What
-/// the one before it left there still tells in large pictures, so the order is another each time.
+/// Calls before the one that is timed, so that a contender finds its own data in the cache.
+/// Pictures larger than the cache still feel what ran before, so the order is shuffled every time.
 constexpr int kUntimedCalls = 2;
 constexpr int kRepetitions = 7;
 constexpr double kMinSeconds = 0.05;
 
-void RunContest(benchmark::State& state, double bytes, const std::vector<Contender>& contenders) {
+void RunContest(benchmark::State& state, Yield yield, const std::vector<Contender>& contenders) {
   std::vector<double> best(contenders.size(), std::numeric_limits<double>::max());
   std::vector<std::size_t> order(contenders.size());
   std::iota(order.begin(), order.end(), std::size_t{0});
@@ -36,7 +36,8 @@ void RunContest(benchmark::State& state, double bytes, const std::vector<Contend
     }
     state.SetIterationTime(total);
   }
-  state.counters[kBytesCounter] = bytes;
+  state.counters[kBytesCounter] = yield.bytes;
+  state.counters[kFrameCounter] = yield.isFrame ? 1 : 0;
   for (std::size_t i = 0; i < contenders.size(); ++i) {
     state.counters[std::to_string(i) + contenders[i].name] = best[i];
   }
@@ -44,9 +45,9 @@ void RunContest(benchmark::State& state, double bytes, const std::vector<Contend
 
 }  // namespace
 
-void RegisterContest(const std::string& name, double bytes, std::vector<Contender> contenders) {
-  const auto run = [bytes, contenders = std::move(contenders)](benchmark::State& state) {
-    RunContest(state, bytes, contenders);
+void RegisterContest(const std::string& name, Yield yield, std::vector<Contender> contenders) {
+  const auto run = [yield, contenders = std::move(contenders)](benchmark::State& state) {
+    RunContest(state, yield, contenders);
   };
   benchmark::RegisterBenchmark(name.c_str(), run)
       ->UseManualTime()

@@ -22,13 +22,20 @@ struct Contender {
   std::function<void()> run;
 };
 
-/// Counter of a contest that holds the bytes that each contender yields. The other counters are the
-/// contenders' best times in seconds; a digit before the name keeps them in order.
+/// What each call of a contender yields; no frame where a call is only a part of one.
+struct Yield {
+  double bytes = 0;
+  bool isFrame = false;
+};
+
+/// Counters of a contest that hold its `Yield`. The other counters are the contenders' best times
+/// in seconds; a digit before the name keeps them in order.
 inline constexpr const char* kBytesCounter = "bytes";
+inline constexpr const char* kFrameCounter = "frame";
 
 /// Registers a benchmark in which at most ten contenders take turns, and the best time of each
-/// counts. For work that is long against the clock and yields `bytes`.
-void RegisterContest(const std::string& name, double bytes, std::vector<Contender> contenders);
+/// counts. For work that is long against the clock.
+void RegisterContest(const std::string& name, Yield yield, std::vector<Contender> contenders);
 
 }  // namespace zlibvideo::bench
 

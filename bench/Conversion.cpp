@@ -65,7 +65,7 @@ void RegisterCase(const std::string& name, std::vector<Bytes> codes) {
   streams->codes = std::move(codes);
   double bytes = 0;
   for (Bytes& stream : streams->codes) bytes += streams->Convert(stream);
-  RegisterContest("convert/" + name, bytes,
+  RegisterContest("convert/" + name, {bytes, false},
                   {{"plain loop",
                     [streams] {
                       for (Bytes& stream : streams->codes) streams->ConvertPlainly(stream);

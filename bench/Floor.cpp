@@ -13,18 +13,14 @@
 #include "bitstream/Priming.h"
 #include "bitstream/RowBand.h"
 #include "grid/BufferSizes.h"
-#include "output/WidenRow.h"
+#include "host/BitmapPixel.h"
+#include "tools/common/SpanOf.h"
 
 namespace zlibvideo::bench {
 namespace {
 
 void Require(bool condition, const char* what) {
   if (!condition) throw std::runtime_error(what);
-}
-
-/// The component takes message bytes as writable but only reads them.
-unsigned char* Writable(const unsigned char* bytes) {
-  return const_cast<unsigned char*>(bytes);
 }
 
 bool Holds(const std::shared_ptr<const Bytes>& bytes, ByteSpan span) {
@@ -42,6 +38,7 @@ MessageFloor FloorFinder::Find(const Bytes& message) {
   const auto [width, height, blockWidth, blockHeight] =
       std::tuple(floor.header.imageWidth, floor.header.imageHeight, floor.header.blockWidth,
                  floor.header.blockHeight);
+  floor.columns = outline.gridWidth;
   floor.blocks =
       static_cast<std::size_t>(outline.gridWidth) * static_cast<std::size_t>(outline.gridHeight);
   floor.blockCapacity = static_cast<unsigned int>(RawDataCapacity(blockWidth, blockHeight));
@@ -56,8 +53,13 @@ MessageFloor FloorFinder::Find(const Bytes& message) {
     Require(fDecoder.UnpackPalette(Writable(message.data()) + kPaletteOffset,
                                    static_cast<unsigned int>(message.size()) - kPaletteOffset) > 0,
             "has no palette");
+    ZlibCall call;
+    call.kind = ZlibCall::Kind::kPalette;
+    call.payload = outline.palette;
+    floor.calls.push_back(call);
   }
   for (int pass = 1; pass <= outline.passes; ++pass) {
+    const std::size_t first = floor.calls.size();
     FindPass(outline, pass, &floor);
     const unsigned int offset =
         outline.records[static_cast<std::size_t>(pass - 1) * floor.blocks].offset;
@@ -66,6 +68,7 @@ MessageFloor FloorFinder::Find(const Bytes& message) {
                                   static_cast<unsigned int>(message.size()) - offset,
                                   static_cast<char>(floor.header.codecType)) >= 0,
             "does not decode");
+    for (std::size_t i = first; i < floor.calls.size(); ++i) Check(floor.calls[i], floor);
   }
   return floor;
 }
@@ -102,10 +105,29 @@ ZlibCall FloorFinder::CallFor(const BlockRecord& record, std::size_t index, Bitm
   if ((record.format & kFormatDiffRows) != 0) {
     RowBand band;
     Require(RowBand::Find(*block, capacity, &band) == RowBand::Fault::kNone, "no such band");
+    if (band.IsEmpty()) call.payload = {};  // the decoder ignores it
     call.offset = band.offset;
     call.room = capacity - band.offset - band.after;
   }
   return call;
+}
+
+void FloorFinder::Check(const ZlibCall& call, const MessageFloor& floor) {
+  Bytes bytes = fRunner.Decompress(floor, call);
+  Require(bytes.empty() == (call.payload.size == 0), "decompresses to nothing in its floor");
+  if (call.reduced) {
+    Bytes pixels(call.room);
+    unsigned int size = call.room;
+    fDecoder.ConvertImageColorToQuarn24(pixels.data(), &size, bytes.data(),
+                                        static_cast<unsigned int>(bytes.size()),
+                                        static_cast<unsigned char>(kFormatColorReduced));
+    pixels.resize(size);
+    bytes.swap(pixels);
+  }
+  const auto index = static_cast<std::int32_t>(call.block);
+  const BitmapDataBlock* block = fDecoder.GetBlock(index / floor.columns, index % floor.columns);
+  Require(std::equal(bytes.begin(), bytes.end(), block->fRawData + call.offset),
+          "decompresses to other bytes in its floor");
 }
 
 std::shared_ptr<const Bytes> FloorFinder::Share(std::size_t index, ByteSpan dictionary) {
@@ -129,15 +151,12 @@ void FloorRunner::Run(const MessageFloor& floor, bool convert) {
   std::memcpy(fBitmap.data(), fPicture.data(), floor.bitmapBytes);
 }
 
-std::vector<Bytes> FloorRunner::CollectReduced(const MessageFloor& floor) {
+Bytes FloorRunner::Decompress(const MessageFloor& floor, const ZlibCall& call) {
   MakeRoom(floor);
-  std::vector<Bytes> streams;
-  for (const ZlibCall& call : floor.calls) {
-    unsigned char* block = fBlocks.data() + call.block * floor.blockCapacity;
-    const unsigned int size = Inflate(call, block, floor.blockCapacity);
-    if (call.reduced) streams.emplace_back(fScratch.data(), fScratch.data() + size);
-  }
-  return streams;
+  unsigned char* block = fBlocks.data() + call.block * floor.blockCapacity;
+  const unsigned int size = Inflate(call, block, floor.blockCapacity);
+  const unsigned char* output = call.GoesToScratch() ? fScratch.data() : block + call.offset;
+  return {output, output + size};
 }
 
 void FloorRunner::MakeRoom(const MessageFloor& floor) {
@@ -149,9 +168,11 @@ void FloorRunner::MakeRoom(const MessageFloor& floor) {
 
 unsigned int FloorRunner::Inflate(const ZlibCall& call, unsigned char* block,
                                   unsigned int capacity) {
-  unsigned char* output = call.reduced ? fScratch.data() : block + call.offset;
-  const auto room = call.reduced ? static_cast<unsigned int>(fScratch.size()) : call.room;
-  if (call.kind != ZlibCall::Kind::kWholeBuffer) {
+  using Kind = ZlibCall::Kind;
+  const bool toScratch = call.GoesToScratch();
+  unsigned char* output = toScratch ? fScratch.data() : block + call.offset;
+  const auto room = toScratch ? static_cast<unsigned int>(fScratch.size()) : call.room;
+  if (call.kind == Kind::kZlibStream || call.kind == Kind::kPrimedRawStream) {
     return InflateStream(call, block, capacity, output, room);
   }
   uLongf size = room;

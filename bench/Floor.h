@@ -16,7 +16,7 @@ namespace zlibvideo::bench {
 
 /// One payload and the way that zlib has to be called for it.
 struct ZlibCall {
-  enum class Kind { kWholeBuffer, kZlibStream, kPrimedRawStream };
+  enum class Kind { kPalette, kWholeBuffer, kZlibStream, kPrimedRawStream };
 
   Kind kind = Kind::kWholeBuffer;
   ByteSpan payload;
@@ -26,8 +26,10 @@ struct ZlibCall {
   std::size_t block = 0;
   unsigned int offset = 0;
   unsigned int room = 0;
-  /// The payload is a colour-reduced stream, which goes to the scratch buffer.
+  /// The payload is a colour-reduced stream.
   bool reduced = false;
+
+  bool GoesToScratch() const { return reduced || kind == Kind::kPalette; }
 };
 
 /// What no decoder can avoid for one message: its calls of zlib, and writing the bitmap once.
@@ -35,29 +37,13 @@ struct MessageFloor {
   FrameHeader header;
   std::vector<ZlibCall> calls;
 
+  /// Of the grid: blocks in all, and blocks a row.
   std::size_t blocks = 0;
+  int columns = 0;
   /// Bytes.
   unsigned int blockCapacity = 0;
   unsigned int scratchSize = 0;
   std::size_t bitmapBytes = 0;
-};
-
-/// Finds the floor of messages by decoding them in order.
-class FloorFinder {
- public:
-  /// Throws `std::runtime_error` when the message does not decode. The bytes must outlive the
-  /// result.
-  MessageFloor Find(const Bytes& message);
-
- private:
-  void FindPass(const MessageOutline& outline, int pass, MessageFloor* floor);
-  ZlibCall CallFor(const BlockRecord& record, std::size_t index, BitmapDataBlock* block,
-                   unsigned int capacity);
-  std::shared_ptr<const Bytes> Share(std::size_t index, ByteSpan dictionary);
-
-  ZLibVideoDecompressor fDecoder{nullptr, nullptr};
-  /// The last dictionary of each block: most payloads continue the same one as those before.
-  std::map<std::size_t, std::shared_ptr<const Bytes>> fDictionaries;
 };
 
 /// Does what `MessageFloor` lists, with a buffer for each block as any decoder must have.
@@ -66,8 +52,8 @@ class FloorRunner {
   /// Throws `std::runtime_error` when zlib refuses a call. With `convert`, colour-reduced streams
   /// are also converted, by the plain loop that serves as reference.
   void Run(const MessageFloor& floor, bool convert);
-  /// Runs the calls alone and returns the colour-reduced streams that came out of them.
-  std::vector<Bytes> CollectReduced(const MessageFloor& floor);
+  /// Makes one of the calls alone and returns what the payload decompressed to.
+  Bytes Decompress(const MessageFloor& floor, const ZlibCall& call);
 
  private:
   void MakeRoom(const MessageFloor& floor);
@@ -80,6 +66,28 @@ class FloorRunner {
   Bytes fScratch;
   Bytes fPicture;
   Bytes fBitmap;
+};
+
+/// Finds the floor of messages by decoding them in order, and checks that its calls of zlib give
+/// the bytes that the decoder got.
+class FloorFinder {
+ public:
+  /// Throws `std::runtime_error` when the message does not decode or its floor gives other bytes.
+  /// The message must outlive the result.
+  MessageFloor Find(const Bytes& message);
+
+ private:
+  void FindPass(const MessageOutline& outline, int pass, MessageFloor* floor);
+  ZlibCall CallFor(const BlockRecord& record, std::size_t index, BitmapDataBlock* block,
+                   unsigned int capacity);
+  /// Compares what `call` gives with what the decoder's block holds.
+  void Check(const ZlibCall& call, const MessageFloor& floor);
+  std::shared_ptr<const Bytes> Share(std::size_t index, ByteSpan dictionary);
+
+  ZLibVideoDecompressor fDecoder{nullptr, nullptr};
+  FloorRunner fRunner;
+  /// The last dictionary of each block: most payloads continue the same one as those before.
+  std::map<std::size_t, std::shared_ptr<const Bytes>> fDictionaries;
 };
 
 }  // namespace zlibvideo::bench

@@ -12,7 +12,9 @@
 #include "bitstream/CodecType.h"
 #include "bitstream/FrameHeader.h"
 #include "decoder/ZLibVideoDecompressor.h"
+#include "grid/BufferSizes.h"
 #include "host/standin/StandInVideoObject.h"
+#include "tools/common/SpanOf.h"
 
 namespace zlibvideo::bench {
 namespace {
@@ -20,8 +22,10 @@ namespace {
 constexpr int kBlockSize = 16;
 /// Blocks a side of square grids of 1 to 65,536.
 constexpr int kSides[] = {1, 4, 16, 64, 256};
-/// Large grids take long to fill before the clock starts.
+/// Few and short: large grids take long to fill before the clock starts, and some repetitions go
+/// undisturbed.
 constexpr int kRepetitions = 7;
+constexpr double kMinSeconds = 0.003;
 
 /// The largest picture has its last column and row cut by a pixel.
 int ImageSize(int side) {
@@ -52,7 +56,7 @@ Bytes MessageOf(int side, ByteSpan payload) {
 }
 
 Bytes CompressedBlock() {
-  Bytes pixels(std::size_t{kBlockSize} * kBlockSize * 3);
+  Bytes pixels(std::size_t{kBlockSize} * kBlockSize * kBlockPixelBytes);
   for (std::size_t i = 0; i < pixels.size(); ++i) {
     pixels[i] = static_cast<unsigned char>(i * i >> 6);
   }
@@ -94,12 +98,13 @@ void Decode(benchmark::State& state, int side, Bytes message, bool skipPush) {
 
 void RegisterGrid() {
   const Bytes block = CompressedBlock();
-  const ByteSpan payload = {block.data(), static_cast<unsigned int>(block.size())};
+  const ByteSpan payload = SpanOf(block);
   const auto add = [](const std::string& name, int side, auto function, auto... arguments) {
     const std::string path = "grid/" + name + "/" + std::to_string(side * side) + " blocks";
     benchmark::RegisterBenchmark(path.c_str(), function, side, arguments...)
         ->UseRealTime()
-        ->Repetitions(kRepetitions);
+        ->Repetitions(kRepetitions)
+        ->MinTime(kMinSeconds);
   };
   for (const int side : kSides) add("set up", side, SetUpGrid);
   for (const int side : kSides) add("nothing changed", side, Decode, MessageOf(side, {}), true);

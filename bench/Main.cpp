@@ -1,10 +1,12 @@
 // zlibvideo_bench [STREAM...] [--benchmark_...]: the isolated steps, then each stream, then tables.
+// --benchmark_filter picks steps by name, and streams as "stream/NAME".
 
 #include <benchmark/benchmark.h>
 
 #include <cstddef>
 #include <cstdio>
 #include <exception>
+#include <regex>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -21,15 +23,13 @@ using zlibvideo::bench::FloorRunner;
 using zlibvideo::bench::PreparedStream;
 
 /// Repetitions of all benchmarks come in a shuffled order, so that a slow minute of the machine
-/// falls on all of them. They are short, so that some go undisturbed.
-constexpr const char* kDefaults[] = {"--benchmark_enable_random_interleaving=true",
-                                     "--benchmark_repetitions=25", "--benchmark_min_time=0.003"};
+/// falls on all of them.
+constexpr const char* kShuffle = "--benchmark_enable_random_interleaving=true";
 
-/// Initialises the library with the defaults and then the caller's own flags; returns what is
-/// left of the arguments.
+/// Initialises the library with the default and then the caller's own flags; returns what is left
+/// of the arguments.
 std::vector<char*> Initialize(int argc, char** argv) {
-  std::vector<char*> arguments = {argv[0]};
-  for (const char* flag : kDefaults) arguments.push_back(const_cast<char*>(flag));
+  std::vector<char*> arguments = {argv[0], const_cast<char*>(kShuffle)};
   arguments.insert(arguments.end(), argv + 1, argv + argc);
   int count = static_cast<int>(arguments.size());
   benchmark::Initialize(&count, arguments.data());
@@ -45,13 +45,22 @@ std::vector<Bytes> RecordedCodes(const std::vector<PreparedStream>& streams) {
     FloorRunner runner;
     std::size_t count = 0;
     for (const auto& floor : stream.floors) {
-      for (Bytes& code : runner.CollectReduced(floor)) {
-        if (count++ % kOneIn == 0) codes.push_back(std::move(code));
+      for (const auto& call : floor.calls) {
+        if (call.reduced && count++ % kOneIn == 0) codes.push_back(runner.Decompress(floor, call));
       }
     }
     if (!codes.empty()) break;
   }
   return codes;
+}
+
+/// Applies the library's filter, a leading '-' of which inverts it, to a stream.
+bool IsWanted(const std::string& stream) {
+  std::string filter = benchmark::GetBenchmarkFilter();
+  const bool inverted = filter.starts_with('-');
+  if (inverted) filter.erase(0, 1);
+  return filter.empty() || filter == "all" ||
+         std::regex_search("stream/" + stream, std::regex(filter)) != inverted;
 }
 
 void Run(const std::vector<char*>& paths) {
@@ -67,8 +76,12 @@ void Run(const std::vector<char*>& paths) {
   zlibvideo::bench::RatioReporter reporter;
   benchmark::RunSpecifiedBenchmarks(&reporter);
   reporter.PrintTables();
+  if (!streams.empty()) {
+    std::puts(
+        "\nfloor: the calls of zlib and one memcpy of the bitmap; undrawn does without the latter");
+  }
   for (const PreparedStream& stream : streams) {
-    PrintStreamTimes(stream, TimeStream(stream));
+    if (IsWanted(stream.file.name)) PrintStreamTimes(stream, TimeStream(stream));
   }
 }
 

@@ -3,6 +3,8 @@
 #include <array>
 #include <cstdint>
 
+#include "colour/ReducedCode.h"
+
 namespace zlibvideo::bench {
 
 void PlainWidenRows(const unsigned char* source, const BitmapRows& targets, int rows, int pixels) {
@@ -43,7 +45,7 @@ const std::uint32_t* PlainColorTable() {
   static const auto table = [] {
     std::array<std::uint32_t, 1 << 15> colors;
     for (std::uint32_t c = 0; c < colors.size(); ++c) {
-      colors[c] = (c << 9 & 0xF80000) | (c << 6 & 0xF800) | (c << 3 & 0xF8);
+      colors[c] = WidenColor15(c);
     }
     return colors;
   }();

@@ -5,13 +5,11 @@
 #include <cstdio>
 
 #include "bench/Contest.h"
+#include "bench/Units.h"
 
 namespace zlibvideo::bench {
 namespace {
 
-constexpr double kMega = 1e6;
-constexpr double kMicro = 1e6;
-constexpr double kNano = 1e9;
 constexpr const char* kItemsCounter = "items_per_second";
 
 }  // namespace
@@ -41,6 +39,8 @@ void RatioReporter::Gather(const Run& run, Result* result) {
   for (const auto& [name, counter] : run.counters) {
     if (name == kBytesCounter) {
       result->bytes = counter.value;
+    } else if (name == kFrameCounter) {
+      result->isFrame = counter.value != 0;
     } else if (name == kItemsCounter) {
       result->itemsPerCall = counter.value * average;
     } else {
@@ -59,8 +59,8 @@ void RatioReporter::PrintTables() const {
       continue;
     }
     const double seconds = result.seconds.begin()->second;
-    std::printf("  %-14s %12.2f us %10.1f ns a block\n", result.name.c_str(), seconds * kMicro,
-                seconds * kNano / result.itemsPerCall);
+    std::printf("  %-14s %12.2f us %10.1f ns a block\n", result.name.c_str(),
+                seconds * kMicroseconds, seconds * kNanoseconds / result.itemsPerCall);
   }
 }
 
@@ -68,9 +68,10 @@ void RatioReporter::PrintContest(const Result& result) {
   std::printf("  %s\n", result.name.c_str());
   const auto& [firstCounter, first] = *result.seconds.begin();
   for (const auto& [counter, seconds] : result.seconds) {
-    std::printf("    %-12s %10.1f us %8.0f MB/s %8.0f frames/s %6.2f times the speed of %s\n",
-                counter.c_str() + 1, seconds * kMicro, result.bytes / seconds / kMega, 1 / seconds,
-                first / seconds, firstCounter.c_str() + 1);
+    std::printf("    %-12s %10.1f us %8.0f MB/s", counter.c_str() + 1, seconds * kMicroseconds,
+                result.bytes / seconds / kMegabyte);
+    if (result.isFrame) std::printf(" %8.0f frames/s", 1 / seconds);
+    std::printf(" %6.2f times the speed of %s\n", first / seconds, firstCounter.c_str() + 1);
   }
 }
 

@@ -10,8 +10,8 @@
 
 namespace zlibvideo::bench {
 
-/// Gathers the best repetition of each benchmark and prints them as tables. A name is TOPIC/CASE
-/// with any number of slashes in between; the contenders of a contest are set against the first.
+/// Gathers the best repetition of each benchmark and prints them as tables. A name is TOPIC/CASE,
+/// where TOPIC may contain slashes; the contenders of a contest are set against the first.
 class RatioReporter : public benchmark::BenchmarkReporter {
  public:
   bool ReportContext(const Context& context) override;
@@ -24,6 +24,8 @@ class RatioReporter : public benchmark::BenchmarkReporter {
     std::string name;
     /// Bytes that a call yields; 0 when this is no contest.
     double bytes = 0;
+    /// Whether a call of a contest yields a whole frame.
+    bool isFrame = false;
     /// Best seconds of each contender by its counter, or of the one that there is.
     std::map<std::string, double> seconds;
     double itemsPerCall = 0;

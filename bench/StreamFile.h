@@ -4,8 +4,6 @@
 #include <string>
 #include <vector>
 
-#include "bitstream/ByteSpan.h"
-
 namespace zlibvideo::bench {
 
 using Bytes = std::vector<unsigned char>;
@@ -19,10 +17,6 @@ struct StreamFile {
   /// Throws `ToolError` when the file cannot be read whole or holds no message.
   static StreamFile Read(const std::string& path);
 };
-
-inline ByteSpan SpanOf(const Bytes& bytes) {
-  return {bytes.data(), static_cast<unsigned int>(bytes.size())};
-}
 
 }  // namespace zlibvideo::bench
 

@@ -9,6 +9,7 @@
 #include <stdexcept>
 
 #include "bench/Contest.h"
+#include "bench/Units.h"
 #include "host/standin/StandInMessage.h"
 #include "host/standin/StandInVideoObject.h"
 
@@ -33,7 +34,7 @@ Group GroupOf(const MessageFloor& floor) {
 class Player {
  public:
   void Decode(const Bytes& message, bool skipPush) {
-    StandInMessage hostMessage(const_cast<unsigned char*>(message.data()),
+    StandInMessage hostMessage(Writable(message.data()),
                                static_cast<std::uint32_t>(message.size()));
     if (fDecoder.DecompressVideoMessage(fVideo.Ref(), &hostMessage, false, skipPush) != 1) {
       throw std::runtime_error("a message does not decode");
@@ -74,15 +75,17 @@ struct GroupTotal {
 
 void PrintGroup(const char* name, const GroupTotal& total, bool hasReduced) {
   const Times& s = total.seconds;
-  std::printf("  %-5s %5d %10.3f %10.3f %10.3f %8.2f %8.2f", name, total.messages,
-              s[kDrawn] * 1e3 / total.messages, s[kNotDrawn] * 1e3 / total.messages,
-              s[kFloor] * 1e3 / total.messages, s[kDrawn] / s[kFloor], s[kNotDrawn] / s[kFloor]);
+  std::printf(
+      "  %-5s %5d %10.3f %10.3f %10.3f %8.2f %8.2f", name, total.messages,
+      s[kDrawn] * kMilliseconds / total.messages, s[kNotDrawn] * kMilliseconds / total.messages,
+      s[kFloor] * kMilliseconds / total.messages, s[kDrawn] / s[kFloor], s[kNotDrawn] / s[kFloor]);
   if (hasReduced) {
     std::printf(" %8.2f", s[kDrawn] / s[kFloorAndConversion]);
   } else {
     std::printf(" %8s", "-");
   }
-  std::printf(" %9.0f %9.0f\n", total.messages / s[kDrawn], total.pixelBytes / s[kDrawn] / 1e6);
+  std::printf(" %9.0f %9.0f\n", total.messages / s[kDrawn],
+              total.pixelBytes / s[kDrawn] / kMegabyte);
 }
 
 }  // namespace
@@ -113,9 +116,9 @@ std::vector<Times> TimeStream(const PreparedStream& stream) {
   worst.fill(std::numeric_limits<double>::max());
   std::vector<Times> best(messages.size(), worst);
   const int ways = stream.hasReduced ? kWays : kFloorAndConversion;
-  // Each way goes through the whole stream before the next does, as a decoder in use would. In
-  // turns by message, all of them together would evict each other's pictures from the cache.
-  // Round 0 only makes grids and buffers.
+  // Each way goes through the whole stream before the next does, so that each finds the cache as
+  // its own messages left it; in turns by message, they would evict each other's pictures. A host
+  // that does other work between messages finds it colder. Round 0 only makes grids and buffers.
   for (int round = 0; round <= rounds; ++round) {
     for (int turn = 0; turn < ways; ++turn) {
       const int way = (round + turn) % ways;

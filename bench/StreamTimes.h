@@ -17,6 +17,8 @@ using Times = std::array<double, kWays>;
 
 /// A stream with the floor of each of its messages.
 struct PreparedStream {
+  /// Reads a message file. Throws `ToolError` when that fails and `std::runtime_error` when a
+  /// message does not decode.
   explicit PreparedStream(const std::string& path);
 
   StreamFile file;
