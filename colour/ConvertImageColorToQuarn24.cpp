@@ -14,7 +14,6 @@
 namespace {
 
 using zlibvideo::kBlockPixelBytes;
-
 using zlibvideo::kIndexBytes;
 using zlibvideo::kWideCodeBit;
 using zlibvideo::kWideCodeBytes;
@@ -25,16 +24,18 @@ void StorePixel(unsigned char* pixel, std::uint32_t color) {
   pixel[2] = static_cast<unsigned char>(color >> 16 & 0xFF);
 }
 
-/// Whether the room holds at least what a stream made only of 2-byte codes would yield.
+/// Whether the room holds at least what a stream made only of 2-byte codes would yield. The bound
+/// is formed in 32 bits, as those who make streams form it; that it wraps for a source of more than
+/// a gigabyte is harmless, since conversion stays within the room by itself.
 bool RoomSuffices(unsigned int sourceLength, unsigned int room) {
   constexpr std::uint64_t kLow32Bits = 0xFFFFFFFF;
-  const std::uint64_t product = std::uint64_t{sourceLength} * 3 & kLow32Bits;
-  return product >> 1 <= room;
+  const std::uint64_t product = std::uint64_t{sourceLength} * kBlockPixelBytes & kLow32Bits;
+  return product / kWideCodeBytes <= room;
 }
 
 /// `StorePixel` that may also write the byte behind the pixel: one store instead of three. Only for
-/// pixels that another one is sure to follow; at the end of a row of a band that byte belongs to
-/// the next row.
+/// pixels that another one is sure to follow: behind the last pixel of a band, that byte belongs to
+/// the row after it.
 void StorePixelLoosely(unsigned char* pixel, std::uint32_t color) {
   if constexpr (std::endian::native == std::endian::little) {
     std::memcpy(pixel, &color, sizeof(color));

@@ -51,8 +51,9 @@ class ZLIBVIDEO_EXPORT ZLibVideoDecompressor : public VideoDecompressor, public 
   /// the bitmap and the count of decoded messages are then untouched, and blocks decoded before the
   /// fault keep their new contents.
   ///
-  /// The bytes may be anything; they are only read, and are not needed afterwards. Fewer than 7
-  /// fail; of a greater length the low 32 bits count. The host allocator's `std::bad_alloc` passes
+  /// `video` may be null. `message` may be null only where `length` is below 7, which fails; its
+  /// bytes may be anything, are only read, and are not needed afterwards. Of `length`, the low 32
+  /// bits count. The host allocator's `std::bad_alloc` passes
   /// through: the message then counts as not decoded, and the object can take the next one.
   [[nodiscard]] bool DecompressVideo(Vorn::GCAPI::GCRef<SObject> video, unsigned char* message,
                                      unsigned long length, bool skipPush);

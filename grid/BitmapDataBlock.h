@@ -6,8 +6,8 @@
 #include "host/Export.h"
 
 /// One cell of the block grid: its geometry, and the bytes that it keeps from message to message.
-/// Each buffer belongs to the record, comes from the host allocator and only grows; a size never
-/// exceeds its capacity. All sizes and capacities are in bytes.
+/// Each buffer belongs to the record, comes from the host allocator and only grows; the size of a
+/// buffer that exists never exceeds its capacity. All sizes and capacities are in bytes.
 ///
 /// Pixels are 3 bytes, blue, green, red, in rows of `fWidth` × 3 bytes with nothing between them.
 /// Rows run upward: the first row of a buffer is the block's bottom row in the picture.
@@ -25,7 +25,7 @@ struct ZLIBVIDEO_EXPORT BitmapDataBlock {
   /// Makes `*buffer` hold at least `size` bytes and fills it from `source`, which must not lie in
   /// that buffer. A null source only makes room: the size field becomes 0. A size of 0 empties a
   /// buffer and keeps it. Returns whether the buffer exists afterwards; false when `size` is below
-  /// 1 and there is no buffer, or when the host had no memory.
+  /// 1 and there is no buffer, or when the host had no memory; the capacity means nothing then.
   [[nodiscard]] bool SetupData(const unsigned char* source, std::int32_t size,
                                unsigned char** buffer, std::int32_t* sizeField,
                                std::int32_t* capacityField);

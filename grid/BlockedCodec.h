@@ -105,8 +105,10 @@ class ZLIBVIDEO_EXPORT BlockedCodec {
                                       unsigned int* length);
   /// The path of primed, banded and otherwise intermediate payloads: decodes into `destination`,
   /// whose room is `*destinationLength` bytes, at least those of the block. On success
-  /// `*destinationLength` is the bytes of the block accounted for. The block is only read. Errors
-  /// in the payload's own compressed data do not make it fail.
+  /// `*destinationLength` becomes the bytes of the rows taken around the band plus those that the
+  /// payload gave; errors in the payload's own compressed data do not make it fail. False without
+  /// previous data, when the band does not fit, and when zlib refuses to start or to take the
+  /// dictionary; `destination` may then hold a part of it. The block is only read.
   [[nodiscard]] bool DecompressIntermediateBlock(unsigned char* destination,
                                                  unsigned int* destinationLength,
                                                  const unsigned char* payload,
@@ -117,8 +119,8 @@ class ZLIBVIDEO_EXPORT BlockedCodec {
 
   /// Creates the 15-bit colour table if it is absent, and fills it.
   void MakeTarvishDecodeTable();
-  /// Creates the palette if it is absent. Loads the default colours, or those of a record of 384
-  /// bytes: red, green, blue of each colour.
+  /// Creates the palette if it is absent. Loads the colours of a record of 384 bytes, red, green,
+  /// blue of each, or the default colours when `record` is null.
   void MakeTarvishPalette(unsigned char* record);
   /// Converts a colour-reduced stream to block pixels. `*destinationLength` is the room of
   /// `destination` in bytes on entry and, when the call is accepted, the bytes written on return.
@@ -131,7 +133,7 @@ class ZLIBVIDEO_EXPORT BlockedCodec {
 
   // Output (output/)
 
-  /// Writes the picture into `bitmap`, which must be at least as large as the picture: rows in
+  /// Writes the picture into `bitmap`, not null and at least as large as the picture: rows in
   /// reverse order, opaque, black where nothing was ever decoded for a block. Does nothing to a
   /// bitmap that is not addressable. The grid is only read.
   void PushFrame(SBitmapCore* bitmap);

@@ -20,8 +20,8 @@ class BitmapRows {
         fColumnOffset(std::ptrdiff_t{column} * kBitmapPixelBytes) {}
 
   /// Where the block's row `row` begins. The host is asked for base address and row length on every
-  /// call, as its bitmap's interface wants it. Always inline: Clang finds the guards just too long
-  /// for that, and a call for every row costs a quarter of the speed, in small blocks more.
+  /// call, as the bitmap's interface requires. Always inline: its guards put it just over Clang's
+  /// limit, and a call for every row costs a quarter of the speed, in small blocks more.
   [[gnu::always_inline]] unsigned char* Address(std::int32_t row) const {
     unsigned char* base = fBitmap->GetBMBaseAddr();
     return base + std::int64_t{fBitmap->GetRowLength()} * (fBottomRow - row) + fColumnOffset;

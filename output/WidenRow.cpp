@@ -20,11 +20,12 @@ namespace {
 
 constexpr unsigned char kOpaque = 0xFF;
 
-/// Bytes that `pixels` pixels take.
+/// Bytes that `pixels` pixels of a block take.
 std::ptrdiff_t SourceOffset(int pixels) {
   return std::ptrdiff_t{pixels} * kBlockPixelBytes;
 }
 
+/// Bytes that `pixels` pixels of a bitmap take.
 std::ptrdiff_t TargetOffset(int pixels) {
   return std::ptrdiff_t{pixels} * kBitmapPixelBytes;
 }
@@ -72,11 +73,10 @@ void WidenPixel(const unsigned char* source, unsigned char* target) {
   target[3] = kOpaque;
 }
 
-// `targets` comes by reference. A copy for the call is stored in parts and loaded in one piece,
-// which a processor cannot put together from its queue of writes: every block would wait until the
-// pixels of the one before it are written. Each version holds a copy of its own, in registers; the
-// original would have to be read again for every row, since a pixel might have been written over
-// it.
+// `targets` comes by reference. Passed by value it would be stored piecewise and loaded whole,
+// which defeats store forwarding: every block would stall on the stores of the one before. Each
+// version copies it into registers; read through the reference it would be reloaded for every row,
+// because the stores of pixels may alias it.
 
 void WidenRowsPortably(const unsigned char* source, const BitmapRows& targets, int rows,
                        int pixels) {
@@ -106,7 +106,8 @@ constexpr int kGroup = 16;
 
 using GroupWidener = void (*)(const unsigned char* source, unsigned char* target);
 
-/// Becomes part of its caller and `widenGroup` part of it, both for the processor of the caller.
+/// Inlined into its caller, as `widenGroup` is into it, so that all is compiled for the processor
+/// that the caller is for.
 template <GroupWidener widenGroup>
 [[gnu::always_inline]] inline void WidenRowsInGroups(const unsigned char* source,
                                                      const BitmapRows& targets, int rows,
@@ -138,9 +139,9 @@ template <GroupWidener widenGroup>
 constexpr int kOtherFourPixels = 8;
 constexpr int kAlphaBits = static_cast<int>(0xFF000000);
 
-/// How far ahead, in bytes, source is fetched into the cache: a processor has to learn where each
-/// block's run of addresses goes. Fetching the target, too, was slower. Not done in the version for
-/// NEON, where nobody has measured it.
+/// How far ahead, in bytes, source is prefetched: the processor's own prefetcher has to learn the
+/// addresses of each block anew. Prefetching the target as well was slower. The version for NEON
+/// has none, for lack of a measurement.
 constexpr std::intptr_t kPrefetchDistance = 1024;
 
 /// The address is a mere number here: what lies past a block's end is the allocator's choice, and a
@@ -195,8 +196,8 @@ __m128i Load16(const unsigned char* bytes) {
 [[gnu::target("avx2")]] void WidenRowsAvx2(const unsigned char* source, const BitmapRows& targets,
                                            int rows, int pixels) {
   WidenRowsInGroups<WidenGroupAvx2>(source, targets, rows, pixels);
-  // Code for SSE that runs later would wait for the upper halves of the registers. Compilers see to
-  // that by themselves only where they optimise.
+  // SSE code that runs later would pay for upper halves in use. Compilers insert this by themselves
+  // only when they optimise.
   _mm256_zeroupper();
 }
 

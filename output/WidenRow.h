@@ -14,8 +14,8 @@ namespace zlibvideo {
 using RowWidener = void (*)(const unsigned char* source, const BitmapRows& targets, int rows,
                             int pixels);
 
-/// The fastest one that this processor can run. Looks at what the processor said when the program
-/// started, which costs next to nothing a frame.
+/// The fastest one that this processor can run. Processor features are detected when the program
+/// starts, so that a call for each frame costs next to nothing.
 RowWidener FastestRowWidener();
 
 struct NamedRowWidener {

@@ -1,5 +1,5 @@
-// The stand-in host's allocator: zero-filled memory, so that no byte ever reaches a picture that
-// no message wrote.
+// The stand-in host's allocator: zero-filled memory, so that a picture never shows a byte that no
+// message wrote.
 
 #include <cstdlib>
 #include <new>

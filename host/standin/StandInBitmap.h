@@ -14,8 +14,8 @@
 /// with it, a decoder must not be given any other.
 class StandInBitmap : public SBitmapCore {
  public:
-  /// The pixels begin with a cache line, so that two blocks side by side share none where their
-  /// widths allow; a line that they share goes through the cache twice.
+  /// The pixels start on a cache line boundary, so that two blocks side by side share no line where
+  /// their widths allow; a shared line is written twice.
   static constexpr std::align_val_t kAlignment{64};
 
   StandInBitmap() = default;
