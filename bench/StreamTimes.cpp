@@ -93,10 +93,13 @@ void PrintGroup(const char* name, const GroupTotal& total, bool hasReduced) {
 PreparedStream::PreparedStream(const std::string& path) : file(StreamFile::Read(path)) {
   // Decoders go through the stream over and over. The second round is the first in which blocks
   // hold what a whole round left; from then on all rounds are alike.
+  constexpr int kRoundsUntilAlike = 2;
   FloorFinder finder;
   try {
-    for (const Bytes& message : file.messages) finder.Find(message);
-    for (const Bytes& message : file.messages) floors.push_back(finder.Find(message));
+    for (int round = 0; round < kRoundsUntilAlike; ++round) {
+      floors.clear();
+      for (const Bytes& message : file.messages) floors.push_back(finder.Find(message));
+    }
   } catch (const std::runtime_error& error) {
     throw std::runtime_error(path + ": message " + std::to_string(floors.size()) + " " +
                              error.what());
