@@ -13,7 +13,7 @@ Bytes Damaged(Bytes bytes) {
   return bytes;
 }
 
-Bytes Part(const Bytes& bytes, std::ptrdiff_t from, std::ptrdiff_t to) {
+Bytes Slice(const Bytes& bytes, std::ptrdiff_t from, std::ptrdiff_t to) {
   return Bytes(bytes.begin() + from, bytes.begin() + to);
 }
 
@@ -70,7 +70,7 @@ void BlockTest::CheckPayload(const PayloadCase& c) {
   const bool direct = (c.format & 0x07) == 0;
   EXPECT_TRUE(Bytes(b.fRawData, b.fRawData + 848) == raw || (direct && !c.decodes));
   EXPECT_EQ(Bytes(b.fPreviousData, b.fPreviousData + b.fPreviousDataSize),
-            direct && c.length != 0 ? Part(raw, 0, c.length) : c.previous.value_or(Bytes{}));
+            direct && c.length != 0 ? Slice(raw, 0, c.length) : c.previous.value_or(Bytes{}));
   EXPECT_EQ(Bytes(b.fConvertedData, b.fConvertedData + b.fConvertedDataSize),
             c.stream.empty() ? c.converted.value_or(Bytes{}) : c.stream);
 }
@@ -80,7 +80,7 @@ TEST_F(BlockTest, CountsWhatABodyConsumes) {
   const Bytes zeros = Zlib(Bytes(768)), colors = Zlib(PaletteColors()), damaged = Damaged(colors);
   Bytes many = PaletteColors();
   many.push_back(0);
-  const Bytes few = Zlib(Part(many, 0, 383));
+  const Bytes few = Zlib(Slice(many, 0, 383));
   many = Zlib(many);
   const Record plain{.payload = zeros}, direct{.format = 0, .payload = zeros}, none,
       cut{.claimedSize = 1};
@@ -154,7 +154,7 @@ TEST_F(BlockTest, FailsWhenCutAnywhere) {
     for (std::size_t length = 0; length <= bytes.size(); ++length) {
       Restart();
       const bool isWhole = length == bytes.size() || (bytes != version1 && length == onePass);
-      ASSERT_EQ(Decode(Part(bytes, 0, static_cast<std::ptrdiff_t>(length))), isWhole) << length;
+      ASSERT_EQ(Decode(Slice(bytes, 0, static_cast<std::ptrdiff_t>(length))), isWhole) << length;
       ASSERT_EQ(Host().calls.size() > 1, isWhole) << length;
     }
   }
@@ -170,9 +170,9 @@ TEST_F(BlockTest, DecodesEveryKindOfVersion2Payload) {
   std::copy(codes.begin(), codes.end(), C.begin() + 9);
   Bytes turned = P;
   std::rotate(turned.begin(), turned.begin() + 100, turned.end());
-  const Bytes pixels = Noise(768, 2), tooLong = Noise(900, 4), room = Part(tooLong, 0, 848);
-  const Bytes rows = Part(P, 400, 496), row = Part(rows, 0, 48), black(848);
-  const Bytes most(565, 5), oneMore(566, 5), head = Part(P, 0, 144), tail = Part(P, 240, 768);
+  const Bytes pixels = Noise(768, 2), tooLong = Noise(900, 4), room = Slice(tooLong, 0, 848);
+  const Bytes rows = Slice(P, 400, 496), row = Slice(rows, 0, 48), black(848);
+  const Bytes most(565, 5), oneMore(566, 5), head = Slice(P, 0, 144), tail = Slice(P, 240, 768);
   // clang-format off
   const PayloadCase cases[] = {
       {"direct", 0xE0, {}, Zlib(pixels), true, 768, {{0, pixels}}, P, C},
@@ -195,7 +195,7 @@ TEST_F(BlockTest, DecodesEveryKindOfVersion2Payload) {
       {"fills the room", 0x02, {}, Zlib(tooLong), true, 848, {{0, room}}, P},
       {"bad check value", 0x02, {}, Damaged(Zlib(pixels)), true, 768, {{0, black}}, P},
       {"preset dictionary", 0x02, {}, Zlib(pixels, P), true, 0, {{0, black}}, P},
-      {"cut off", 0x02, {}, Part(Zlib(rows), 0, 103), true, 96, {{0, rows}}, P},
+      {"cut off", 0x02, {}, Slice(Zlib(rows), 0, 103), true, 96, {{0, rows}}, P},
       {"primed", 0x01, {}, RawDeflate(turned, P), true, 768, {{0, turned}}, P, C},
       {"primed, short", 0x01, {}, RawDeflate(rows, P), true, 96, {{0, P}, {0, rows}}, P},
       {"primed, damaged", 0x01, {}, {7}, true, 0, {{0, black}}, P},
@@ -212,14 +212,14 @@ TEST_F(BlockTest, DecodesEveryKindOfVersion2Payload) {
       {"band", 0x04, kBand, Zlib(rows), true, 768, {{0, P}, {144, rows}}, P, C},
       {"primed band", 0x05, kBand, RawDeflate(rows, P), true, 768, {{0, P}, {144, rows}}, P, C},
       {"half", 0x04, kBand, Zlib(row), true, 720, {{0, head}, {144, row}, {240, tail}}, P},
-      {"more", 0x04, kBand, Zlib(pixels), true, 848, {{0, P}, {144, Part(pixels, 0, 176)}}, P},
+      {"more", 0x04, kBand, Zlib(pixels), true, 848, {{0, P}, {144, Slice(pixels, 0, 176)}}, P},
       {"bad", 0x04, kBand, Damaged(Zlib(rows)), true, 768, {{0, P}, {144, Bytes(176)}}, P},
       {"none", 0x04, kBand, {}, true, 848, {{0, head}, {240, tail}}, P},
       {"first rows", 0x04, {0, 2}, Zlib(rows), true, 768, {{0, P}, {0, rows}}, P},
       {"last rows", 0x04, {14, 2}, Zlib(rows), true, 768, {{0, P}, {672, rows}}, P},
       {"beyond the block", 0x04, {15, 2}, Zlib(rows), false, 0, {}, Noise(848, 5)},
-      {"beyond the reference", 0x04, {14, 2}, Zlib(rows), false, 0, {}, Part(P, 0, 767)},
-      {"no reference after it", 0x04, kBand, Zlib(rows), false, 0, {}, Part(P, 0, 767)},
+      {"beyond the reference", 0x04, {14, 2}, Zlib(rows), false, 0, {}, Slice(P, 0, 767)},
+      {"no reference after it", 0x04, kBand, Zlib(rows), false, 0, {}, Slice(P, 0, 767)},
       {"reference too long", 0x04, {5, 0}, {}, false, 0, {}, Noise(849, 5)},
       {"codes", 0x14, kBand, Zlib(codes), true, 681, {{0, head}, {144, bgr}, {240, tail}}, P},
       {"band, field 1", 0x0C, kBand, Zlib(codes), true, 848, {{0, head}, {240, tail}}, P},
@@ -260,7 +260,7 @@ TEST_F(BlockTest, PrimesWithLargeBlocks) {
     pixels.resize(static_cast<std::size_t>(size * size * 3));
     Bytes turned = pixels, banded = pixels;
     std::rotate(turned.begin(), turned.begin() + 700, turned.end());
-    const Bytes rows = Part(turned, 0, size * 3 * 5);
+    const Bytes rows = Slice(turned, 0, size * 3 * 5);
     std::copy(rows.begin(), rows.end(), banded.begin() + size * 3 * start);
     const FrameHeader header = Header(6, size, size, size, size);
     EXPECT_GT(Unpack({.header = header, .records = {{.format = 0, .payload = Zlib(pixels)}}}), 0);

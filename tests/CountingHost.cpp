@@ -93,18 +93,30 @@ void Vorn::SystemDelete(void* memory) {
   if (Host().live.erase(memory) != 1) Stop("released what was not allocated");
 }
 
-// clang-format off
-void Vorn::GCHeap::SignalObjectTooLarge() { Stop("object too large"); }
-void SBitmapCore::LockBits(bool forWriting) { Note("LockBits", {forWriting}); }
-void SBitmapCore::UnlockBits() { Note("UnlockBits"); }
-void SBitmapCore::UpdateMipMap(SRECT r) { Note("UpdateMipMap", {r.xMin, r.xMax, r.yMin, r.yMax}); }
-VideoDecompressor::VideoDecompressor(CorePlayer* a, NetStream* b) { Note("Made", {a != nullptr, b != nullptr}); }
-VideoDecompressor::~VideoDecompressor() { Note("Gone, allocations left:", {static_cast<int>(Host().live.size())}); }
-void VideoDecompressor::AddRef() { ++fRefCount; }
+void Vorn::GCHeap::SignalObjectTooLarge() {
+  Stop("object too large");
+}
+void SBitmapCore::LockBits(bool forWriting) {
+  Note("LockBits", {forWriting});
+}
+void SBitmapCore::UnlockBits() {
+  Note("UnlockBits");
+}
+void SBitmapCore::UpdateMipMap(SRECT r) {
+  Note("UpdateMipMap", {r.xMin, r.xMax, r.yMin, r.yMax});
+}
+VideoDecompressor::VideoDecompressor(CorePlayer* a, NetStream* b) {
+  Note("Made", {a != nullptr, b != nullptr});
+}
+VideoDecompressor::~VideoDecompressor() {
+  Note("Gone, allocations left:", {static_cast<int>(Host().live.size())});
+}
+void VideoDecompressor::AddRef() {
+  ++fRefCount;
+}
 void VideoDecompressor::DeleteBuffers(Vorn::GCAPI::GCRef<SObject>) {}
 void VideoDecompressor::ReallocBuffers(Vorn::GCAPI::GCRef<SObject>) {}
 void VideoDecompressor::DeleteHWCodec(Vorn::GCAPI::GCRef<SObject>) {}
-// clang-format on
 
 void SBitmapCore::Restore() {
   Note("Restore");
