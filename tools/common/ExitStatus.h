@@ -10,7 +10,7 @@ enum ExitStatus : int {
   kExitCouldNotRun = 1,
   /// Some messages failed, or the message file is cut off; all others were decoded.
   kExitDamagedInput = 2,
-  /// `decode --verify` met a message that came out otherwise than listed.
+  /// `decode --verify` found a message that differs from the list.
   kExitMismatch = 3,
 };
 

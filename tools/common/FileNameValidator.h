@@ -7,8 +7,8 @@ class Validator;
 
 namespace zlibvideo {
 
-/// Refuses an empty file name, which a script gives for a variable that was never set. Without the
-/// check it would count as no name at all.
+/// Refuses an empty file name, as a script passes for an unset variable. Without the check it would
+/// count as no name at all.
 CLI::Validator FileNameValidator();
 
 }  // namespace zlibvideo

@@ -15,7 +15,7 @@ class MessageFileWriter {
   explicit MessageFileWriter(const std::string& path) : fFile(path) {}
 
   /// Appends one message. Throws `ToolError` when it cannot be written, or is longer than 24 bits
-  /// can say.
+  /// can express.
   void Write(const unsigned char* bytes, std::size_t length);
   /// Puts the file under its name; without it nothing is left.
   void Commit() { fFile.Commit(); }

@@ -104,7 +104,7 @@ class OutlineReader {
            std::to_string(start.Remaining()) + " more";
   }
 
-  /// A palette that does not fit is skipped without a word by the decoder, and what goes wrong
+  /// A palette that does not fit is silently skipped by the decoder, and what goes wrong
   /// then shows up in the records.
   std::string PaletteRemark() const {
     if (fOutline->paletteSize.value_or(0) == fOutline->palette.size) return {};

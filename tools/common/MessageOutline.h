@@ -39,9 +39,9 @@ struct MessageOutline {
   int passes = 0;
   /// Up to the first that cannot be read.
   std::vector<Record> records;
-  /// Bytes behind the last record that nothing reads.
+  /// Bytes after the last record that nothing reads.
   unsigned int unread = 0;
-  /// What ended the outline early; bytes that are in place but hold nonsense are no fault here.
+  /// What ended the outline early; bytes that are in place but hold nonsense are not a fault here.
   std::optional<Failure> fault;
 
   static MessageOutline Read(ByteSpan message);

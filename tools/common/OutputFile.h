@@ -10,8 +10,8 @@ namespace zlibvideo {
 /// A file being written. It lies beside its final name under a temporary one until `Commit` renames
 /// it; if that does not happen, by an error or a signal, it is removed and what had the final name
 /// before is still there. Standard output ("-"), devices and pipes are written to directly.
-/// Every error is thrown as a `ToolError` that names the file, but for standard output that nobody
-/// reads any more: that ends the command without a line.
+/// Every error is thrown as a `ToolError` that names the file, except that a closed standard output
+/// ends the command silently.
 class OutputFile {
  public:
   /// Opens the output; missing folders are created.
@@ -40,12 +40,12 @@ class OutputFile {
   std::FILE* fStream = nullptr;
 };
 
-/// Throws a `ToolError` when `output` is the regular file that `input` is: what is read must not be
-/// replaced by what is made of it.
+/// Throws a `ToolError` when `output` is the regular file that `input` is: the output must not
+/// overwrite its own input.
 void RefuseToReplace(const std::string& input, const std::string& output);
 
-/// Throws a `ToolError` when `output` is standard output and that is a terminal: for what is not
-/// text.
+/// Throws a `ToolError` when `output` is standard output and that is a terminal: for
+/// binary output.
 void RefuseTerminal(const std::string& output);
 
 /// `path` as messages show it: "standard output" for "-".

@@ -17,7 +17,7 @@ namespace {
 constexpr std::size_t kRgbaBytes = 4;
 constexpr unsigned char kOpaque = 0xFF;
 
-/// What libpng last complained about; its error handler jumps out and cannot hand it over.
+/// What libpng last complained about; its error handler leaves by longjmp and cannot return it.
 struct PngProblem {
   char text[128] = "";
 };
@@ -30,7 +30,7 @@ void KeepProblem(png_structp png, png_const_charp text) {
 
 void IgnoreWarning(png_structp /*png*/, png_const_charp /*text*/) {}
 
-/// libpng's reader with an end.
+/// Owns libpng's reader.
 class PngReader {
  public:
   explicit PngReader(std::FILE* stream)

@@ -15,7 +15,7 @@ namespace zlibvideo {
 /// when it cannot be read, is larger than a stream's pictures can be (4095 pixels a side), or has
 /// pixels that are not opaque, which a stream cannot show.
 Picture ReadPng(const std::string& path);
-/// The same from an open stream, which is left behind the picture; `name` is for messages.
+/// The same from an open stream, which is left at the end of the picture; `name` is for messages.
 Picture ReadPng(std::FILE* stream, const std::string& name);
 
 /// Replaces the contents of `png` by a PNG file with the colours of `frame` in 8-bit RGB. Throws

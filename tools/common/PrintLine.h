@@ -5,7 +5,7 @@
 
 namespace zlibvideo {
 
-/// What a terminal is sent to begin its current line anew.
+/// Makes a terminal start its current line over.
 inline constexpr const char* kEraseTerminalLine = "\r\x1b[K";
 
 /// Prints "zlibvideo: TEXT" to stderr, made `Printable`. On a terminal it takes the place of a

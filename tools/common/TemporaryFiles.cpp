@@ -16,12 +16,12 @@ std::vector<std::string> gTemporaries;
 
 extern "C" void RemoveTemporariesAndDie(int signal) {
   for (const std::string& path : gTemporaries) unlink(path.c_str());
-  // Of what prints a line, only `write` may be called here; the line begins anew, in case a
-  // progress bar stands on it.
+  // Of what prints a line, only `write` is async-signal-safe. It starts a new line, in case a
+  // progress bar stands on this one.
   constexpr char kLine[] = "\nzlibvideo: stopped by a signal, unfinished output is removed\n";
   const ssize_t written = write(STDERR_FILENO, kLine, sizeof(kLine) - 1);
   static_cast<void>(written);
-  // The handler was installed for one time: the second delivery takes the default action.
+  // The handler is reset after one delivery: the second takes the default action.
   raise(signal);
 }
 

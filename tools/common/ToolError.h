@@ -8,8 +8,8 @@
 
 namespace zlibvideo {
 
-/// What keeps the tool from going on: a file that cannot be opened, a full disk. `what()` is one
-/// line that names the file; `main` prints it, unless it is empty, and ends with the status.
+/// An error that stops the tool: a file that cannot be opened, a full disk. `what()` is one line
+/// that names the file; `main` prints it, unless it is empty, and ends with the status.
 class ToolError : public std::runtime_error {
  public:
   explicit ToolError(const std::string& what, ExitStatus status = kExitCouldNotRun)
@@ -17,7 +17,7 @@ class ToolError : public std::runtime_error {
 
   ExitStatus Status() const { return fStatus; }
 
-  /// Nothing to complain of: who read standard output has enough of it, as `head` does.
+  /// Not an error: the reader of standard output has closed it, as `head` does.
   static ToolError ReaderLeft() { return ToolError(""); }
   /// "NAME: WHAT: text of the system's error number".
   static ToolError FromSystem(const std::string& name, const std::string& what, int error);

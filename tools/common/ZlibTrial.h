@@ -11,7 +11,7 @@ namespace zlibvideo {
 struct ZlibTrial {
   /// What is wrong, as the end of a sentence that begins with the stream; empty when nothing is.
   std::string fault;
-  /// Bytes that came out of it, at most the room and one.
+  /// Bytes that it decompressed to, at most one more than the room.
   unsigned int produced = 0;
 
   /// Tries `source` in a room of that many bytes. Throws `std::bad_alloc` without memory.

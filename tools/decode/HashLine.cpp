@@ -8,7 +8,7 @@
 namespace zlibvideo {
 
 std::string HashLine(std::uint64_t index, bool decoded, const FrameView& frame) {
-  // zlib takes a null pointer for a request; an empty picture has none but the initial value.
+  // An empty picture has no bytes, and a null pointer asks zlib for its initial value.
   const uLong crc = frame.pixels == nullptr ? 0 : crc32_z(0, frame.pixels, frame.ByteCount());
   char digits[sizeof("01234567")];
   std::snprintf(digits, sizeof(digits), "%08lx", crc & 0xFFFFFFFFUL);

@@ -26,7 +26,7 @@ enum class OutputFormat {
 std::optional<OutputFormat> FormatByName(const std::string& name);
 /// The format that the extension of a file name stands for.
 std::optional<OutputFormat> FormatByExtension(const std::string& fileName);
-/// False for formats of text and for none.
+/// False for text formats and `kNull`.
 constexpr bool WritesPictures(OutputFormat format) {
   return format != OutputFormat::kNull && format != OutputFormat::kHash;
 }

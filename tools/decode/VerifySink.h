@@ -10,7 +10,7 @@
 namespace zlibvideo {
 
 /// Compares every message's `HashLine` with the next line of a file. At the first difference it
-/// throws a `ToolError`, with `kExitMismatch` unless the file is no list of such lines at all.
+/// throws a `ToolError`, with `kExitMismatch` unless the file is not a list of such lines at all.
 class VerifySink : public FrameSink {
  public:
   /// Opens the file, or standard input for "-".

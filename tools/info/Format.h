@@ -12,7 +12,7 @@ std::string HumanBytes(std::uint64_t bytes);
 /// `part` of `whole` in percent, rounded to one decimal: "12.5 %". "0.0 %" of nothing.
 std::string Percent(std::uint64_t part, std::uint64_t whole);
 
-/// `text` with spaces in front of it, or behind it, to make it at least `width` bytes. ASCII only.
+/// `text` with spaces before or after it to make it at least `width` bytes. ASCII only.
 std::string AlignRight(const std::string& text, std::size_t width);
 std::string AlignLeft(const std::string& text, std::size_t width);
 

@@ -25,7 +25,7 @@ std::string ForScript(const Json& value) {
   return text;
 }
 
-/// The page up to a mark of its own, and from behind it on.
+/// The parts of the page before and after a mark in it.
 struct CutPage {
   std::string_view before;
   std::string_view after;

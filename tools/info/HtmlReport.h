@@ -11,9 +11,8 @@
 
 namespace zlibvideo {
 
-/// The report as one web page that needs nothing beside it: the page of `report.html` with the
-/// stream's data in three places of it. Each message is the object of `MessageJson` and two keys
-/// more:
+/// The report as one self-contained web page: the page of `report.html` with the stream's data in
+/// three places of it. Each message is the object of `MessageJson` and two keys more:
 ///
 ///   cells    for each record that was decoded and is not empty: index of its cell in the grid, of
 ///            its kind, its bytes, its pass; first row and rows of its band, if it has one

@@ -8,7 +8,7 @@
 namespace zlibvideo {
 
 /// A message's report as one object. All messages have the same keys, those that `zlibvideo info
-/// --help` explains; a value that the message has nothing for is null.
+/// --help` explains; a value that does not apply is null.
 nlohmann::ordered_json MessageJson(const MessageReport& report);
 
 }  // namespace zlibvideo

@@ -32,7 +32,7 @@ class FrameEncoder {
   struct Pass {
     /// What blocks that are sent will show.
     const Picture& target;
-    /// What blocks show behind the last pass; those that do already are not sent.
+    /// What blocks show after the last pass; those that do already are not sent.
     const Picture& result;
     BlockEncoder::Forms forms;
     bool sendAll = false;
