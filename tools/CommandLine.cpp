@@ -9,6 +9,7 @@
 #include <sstream>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "tools/common/ExitStatus.h"
 #include "tools/common/InputFile.h"
@@ -25,7 +26,7 @@ constexpr const char* kDescription =
     "Decodes, makes and examines block-based lossless video compressed with zlib.";
 constexpr const char* kFooter = R"(
 A message file (.zvm) holds the messages of one stream in order: for each its
-length as 24-bit unsigned number, most significant byte first, then the message.
+length as a 24-bit unsigned number, most significant byte first, then its bytes.
 "-" stands for standard input or standard output.
 
 Exit status: 0 all went well; 1 could not run (arguments, input, output);
@@ -67,12 +68,12 @@ int PrintHelp(const CLI::App& app, const CLI::ParseError& request) {
   return status;
 }
 
-/// What is wrong. Arguments that are not expected are listed in their order, which the library
-/// turns round.
+/// What is wrong. Unexpected arguments are listed in their order, which the library reverses.
 std::string Explain(const CLI::App& app, const CLI::ParseError& error) {
   if (dynamic_cast<const CLI::ExtrasError*>(&error) == nullptr) return error.what();
-  std::string text = "not expected:";
-  for (const std::string& argument : app.remaining(true)) text += " " + argument;
+  const std::vector<std::string> arguments = app.remaining(true);
+  std::string text = arguments.size() == 1 ? "unexpected argument:" : "unexpected arguments:";
+  for (const std::string& argument : arguments) text += " " + argument;
   return text;
 }
 
@@ -80,7 +81,7 @@ int ReportUsage(const CLI::App& app, const CLI::ParseError& error) {
   if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success))
     return PrintHelp(app, error);
   PrintLine(Explain(app, error));
-  std::cerr << "Run \"" << CalledName(app) << " --help\" for what is possible.\n";
+  std::cerr << "Run \"" << CalledName(app) << " --help\" for usage.\n";
   return kExitCouldNotRun;
 }
 

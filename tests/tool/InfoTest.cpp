@@ -66,7 +66,7 @@ std::vector<Fault> Faults() {
       {V1({.payload = {1, 2}}), v1 + "'s payload is not a zlib stream (incorrect header check)"},
       {V1({.payload = {0x78, 0x9C, 0x07}}),
        v1 + "'s payload is damaged after 0 bytes of output (invalid block type)"},
-      {V1(Damaged(0, 1)), v1 + "'s payload decompresses, but not to what its check value says"},
+      {V1(Damaged(0, 1)), v1 + "'s payload decompresses, but its check value does not match"},
       {V1(Damaged(4, 0)),
        v1 + "'s payload is cut off: its " + cut + " bytes give 768 bytes of output and no end"},
       {V1({.payload = Zlib(kNoise, kNoise)}), v1 + "'s payload asks for a preset dictionary"},
@@ -135,10 +135,10 @@ TEST_F(InfoTest, ReportsInEveryForm) {
   EXPECT_EQ(cut.text.find('\x1B'), std::string::npos);
   for (const char* form : {"-", "- --json", "- --html -", "- --html empty.html"}) {
     EXPECT_EQ(Run("zlibvideo info < /dev/null " + std::string(form) + "; echo $?; ls").text,
-              "zlibvideo: standard input: is empty, there is no message in it\n1\n<b>.zvm\n");
+              "zlibvideo: standard input: is empty\n1\n<b>.zvm\n");
     EXPECT_EQ(Run("printf '\\0\\0' | zlibvideo info " + std::string(form) + "; echo $?; ls").text,
               "zlibvideo: standard input: ends early at byte 2: 1 more byte belongs to the length "
-              "of message 0; it may be no message file\n1\n<b>.zvm\n");
+              "of message 0; it may not be a message file\n1\n<b>.zvm\n");
   }
 
   std::istringstream lines(Run("zlibvideo info --json '<b>.zvm'").text);

@@ -173,11 +173,11 @@ TEST_F(RecordCommandTest, RecordsPngFilesOrLeavesTheOutputAlone) {
   Run("echo no picture > text.png; echo old > old.zvm");
   const std::set<std::string> files = Files();
   const std::pair<const char*, const char*> mistakes[] = {
-      {"0.png small.png 1.png", "small.png: it is 9x8, not 40x30 like the pictures before\n"},
+      {"0.png small.png 1.png", "small.png: is 9x8, but the pictures before it are 40x30\n"},
       {"0.png none.png", "none.png: "},
       {"0.png text.png", "text.png: is not a PNG file"},
-      {"0.png --block 60x64", "--block: \"60x64\" is no block size"},
-      {"0.png --codec 6", "--codec: \"6\" is no version"},
+      {"0.png --block 60x64", "--block: \"60x64\" is not a block size"},
+      {"0.png --codec 6", "--codec: \"6\" is not a version"},
       {"0.png --reduced", "--reduced and --passes need --codec 2\nRun "}};
   for (const auto& [arguments, complaint] : mistakes) {
     const Outcome outcome = Run(std::string("zlibvideo record -o old.zvm ") + arguments);

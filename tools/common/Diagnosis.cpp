@@ -1,6 +1,6 @@
 // The decoder says only that it failed. Where is found by exclusion: every whole zlib stream goes
 // through `DecompressBlock`, so the last one that was tried either is the culprit or marks how far
-// decoding came. Behind that mark there are only intermediate payloads; they change nothing that
+// decoding came. After that mark there are only intermediate payloads; they change nothing that
 // their own checks look at, so those checks give the same answers now as they did then.
 
 #include "tools/common/Diagnosis.h"
@@ -120,7 +120,7 @@ Failure DiagnoseStream(const Record& culprit, const FrameHeader& header) {
           culprit.offset, culprit.place};
 }
 
-/// The first record behind `begin` that a check refuses.
+/// The first record from `begin` on that a check refuses.
 std::optional<Failure> FindRefused(const InspectingDecoder& decoder, const MessageOutline& outline,
                                    std::vector<Record>::const_iterator begin) {
   if (outline.header->codecType != kCodecTypeVersion2) return std::nullopt;
@@ -159,7 +159,8 @@ Failure Diagnose(const InspectingDecoder& decoder, const MessageOutline& outline
     return *std::move(refused);
   }
   if (outline.fault) return *outline.fault;
-  return {"the message is well formed, but it was not decoded: is memory short?", 0, std::nullopt};
+  return {"the message is well formed, but it was not decoded: possibly out of memory", 0,
+          std::nullopt};
 }
 
 std::string ExplainFailure(const Failure& failure) {

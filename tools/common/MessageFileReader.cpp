@@ -34,8 +34,8 @@ MessageFileReader::Result MessageFileReader::Next(FileMessage* message) {
 }
 
 std::uint32_t MessageFileReader::ReadMessage(std::uint32_t length) {
-  // Each step is as long as all before it together, so a length that the file does not live up to
-  // costs memory for what is there and no more.
+  // Each step is as long as all before it together, so a length beyond the end of the file costs
+  // memory only for the bytes present.
   constexpr std::uint32_t kFirstStep = 0x10000;
   std::uint32_t bytes = 0;
   while (bytes < length) {
@@ -65,15 +65,14 @@ MessageFileReader::Result MessageFileReader::Stop(std::uint64_t messageOffset,
     return Result::kReadError;
   }
   if (fBytesRead == messageOffset) {
-    fProblem = fName + (fMessageCount == 0 ? ": is empty, there is no message in it"
-                                           : ": ends after a whole message");
+    fProblem = fName + (fMessageCount == 0 ? ": is empty" : ": ends after a whole message");
     return Result::kEnd;
   }
   const bool inLengthField = fBytesRead - messageOffset < TCMessage::kLengthBytes;
   fProblem = fName + ": ends early at byte " + std::to_string(fBytesRead) + ": " +
              Counted(missing, "more byte") + (missing == 1 ? " belongs to " : " belong to ") +
              (inLengthField ? "the length of " : "") + "message " + std::to_string(fMessageCount);
-  if (fMessageCount == 0) fProblem += "; it may be no message file";
+  if (fMessageCount == 0) fProblem += "; it may not be a message file";
   return Result::kCutOff;
 }
 

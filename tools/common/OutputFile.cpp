@@ -105,14 +105,13 @@ void OutputFile::Fail(const char* what) const {
 void RefuseToReplace(const std::string& input, const std::string& output) {
   std::error_code ignored;
   if (fs::equivalent(input, output, ignored) && fs::is_regular_file(output, ignored)) {
-    throw ToolError(OutputName(output) + ": is the input, which the output would replace");
+    throw ToolError(OutputName(output) + ": is also the input; choose another output");
   }
 }
 
 void RefuseTerminal(const std::string& output) {
   if (output != kStandardStreamName || isatty(STDOUT_FILENO) == 0) return;
-  throw ToolError(OutputName(output) +
-                  ": is a terminal, which cannot show this format; redirect it or name a file");
+  throw ToolError(OutputName(output) + ": is a terminal; redirect it or give -o FILE");
 }
 
 std::string OutputName(const std::string& path) {

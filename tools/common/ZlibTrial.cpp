@@ -9,8 +9,8 @@
 namespace zlibvideo {
 namespace {
 
-/// zlib's stream for as long as it is in scope. The component's own wrapper keeps zlib's words to
-/// itself; here they are what is wanted.
+/// zlib's stream for as long as it is in scope. The component's own wrapper hides zlib's error
+/// messages; here they are what is wanted.
 class Inflater {
  public:
   Inflater() {
@@ -39,7 +39,7 @@ std::string DescribeDataError(const z_stream& stream) {
   const std::string_view words = stream.msg == nullptr ? "invalid data" : stream.msg;
   const std::string remark = " (" + std::string(words) + ")";
   if (stream.total_in <= kZlibHeaderSize) return "is not a zlib stream" + remark;
-  if (words == "incorrect data check") return "decompresses, but not to what its check value says";
+  if (words == "incorrect data check") return "decompresses, but its check value does not match";
   return "is damaged after " + std::to_string(stream.total_out) + " bytes of output" + remark;
 }
 

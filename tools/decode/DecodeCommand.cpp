@@ -36,7 +36,7 @@ Formats, by default as the extension of the output says:
   hash   a line for each message: INDEX STATUS WIDTHxHEIGHT CRC32. The index is
          from 0; the status is 1, or 0 for a failed message; the CRC-32 is that
          of the picture's bytes in format bgra (.hash, .hashes)
-  webp   one lossless animated WebP file, put together in memory
+  webp   one lossless animated WebP file, assembled in memory
   y4m    one YUV4MPEG2 file, 4:4:4, limited-range BT.709, 10-bit samples, from
          which every colour can be restored exactly
   null   nothing, for timing
@@ -45,16 +45,16 @@ another file begins: movie-2.webp after movie.webp.
 
 A message that fails is reported on standard error, with its index from 0 and
 its place in the file, and decoding goes on with the next. With --verify, one
-that fails as listed is no fault.
+that fails as listed is not a fault.
 
 Exit status: 0 all decoded; 1 could not run, or there is no whole message, or
 the range begins after the last one; 2 some messages failed or the file is cut
-off; 3 a difference to the --verify file.)";
+off; 3 a difference from the --verify file.)";
 
 constexpr const char* kOutputHelp =
-    R"(Where to, "-" for stdout. For png a name with a number in
-it (%04d.png), an existing folder, or a plain name for a
-single picture; for null nothing; else the name of one file)";
+    R"(Output file, "-" for stdout. For png a name with a
+number in it (%04d.png), an existing folder, or a
+plain name for a single picture; not used with null)";
 
 /// What is typed, before it is checked.
 struct Arguments {
@@ -90,7 +90,8 @@ void ChooseFormat(Arguments* arguments) {
   }
   const auto format = FormatByExtension(options.output);
   if (!format.has_value()) {
-    throw Unfit("-o", options.output, "does not say the format; add --format " + FormatNames());
+    throw Unfit("-o", options.output,
+                "has no extension that names a format; add --format " + FormatNames());
   }
   options.format = *format;
 }
@@ -104,14 +105,14 @@ void CheckName(const std::string& output, OutputFormat format) {
     if (!valid) throw Unfit("-o", output, problem);
   } else if (valid && pattern.HasNumber()) {
     throw Unfit("-o", output,
-                "names a file for each picture, which png alone writes; give the name of one file");
+                "has a picture number, which only png supports; give the name of one file");
   }
 }
 
 void CheckOutput(DecodeOptions* options) {
   if (options->format == OutputFormat::kNull) {
     if (options->output.empty()) return;
-    throw Unfit("-o", options->output, "is of no use, the format null writes nothing");
+    throw Unfit("-o", options->output, "cannot be used: format null writes no file");
   }
   if (options->output.empty()) {
     if (options->format != OutputFormat::kHash) {
@@ -129,10 +130,10 @@ void CheckMovieOptions(const Arguments& arguments) {
   const OutputFormat format = arguments.options.format;
   const bool isY4m = format == OutputFormat::kY4m;
   if (!arguments.frameRate.empty() && !isY4m && format != OutputFormat::kWebp) {
-    throw Unfit("--fps", arguments.frameRate, "is for the formats webp and y4m alone");
+    throw Unfit("--fps", arguments.frameRate, "applies only to webp and y4m");
   }
   if (arguments.options.y4m8Bit && !isY4m) {
-    throw CLI::ValidationError("--y4m-8bit", "is for the format y4m alone");
+    throw CLI::ValidationError("--y4m-8bit", "applies only to y4m");
   }
 }
 
@@ -145,13 +146,13 @@ void Check(Arguments* arguments) {
   if (!arguments->frameRate.empty() &&
       !FrameRate::Parse(arguments->frameRate, &options.frameRate)) {
     throw Unfit("--fps", arguments->frameRate,
-                "is no frame rate from 0.1 to 1000, such as 10, 29.97 or 30000/1001");
+                "is not a frame rate from 0.1 to 1000, such as 10, 29.97 or 30000/1001");
   }
   if (options.verify.empty()) {
     ChooseFormat(arguments);
     CheckOutput(&options);
   } else if (options.verify == kStandardStreamName && options.input == kStandardStreamName) {
-    throw Unfit("--verify", options.verify, "is the message file already");
+    throw Unfit("--verify", options.verify, "is already used for the message file");
   }
   CheckMovieOptions(*arguments);
 }
@@ -170,7 +171,7 @@ CLI::Validator NumberValidator() {
       [](std::string& value) {
         const bool fits = !value.empty() && value.size() <= 18 && value[0] != '0' &&
                           value.find_first_not_of("0123456789") == std::string::npos;
-        return fits ? std::string() : "\"" + value + "\" is not the number of a message, from 1";
+        return fits ? std::string() : "\"" + value + "\" is not a message number (1 or more)";
       },
       "", "number");
 }

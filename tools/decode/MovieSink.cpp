@@ -34,7 +34,7 @@ void MovieSink::BeginNextFile(std::uint64_t index, const FrameView& frame) {
                                " to " + SizeText(frame.width, frame.height) +
                                " and a movie has one size; ";
     if (fPath == kStandardStreamName) {
-      throw ToolError(change + "it ends there; a file name gets one file a size");
+      throw ToolError(change + "it ends here; with -o FILE each size gets its own file");
     }
     PrintLine(change + "it continues in " + FileName());
   }

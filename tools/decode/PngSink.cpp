@@ -15,9 +15,9 @@ PngSink::PngSink(const std::string& output) : fOutput(output) {
 void PngSink::WritePicture(std::uint64_t index, const FrameView& frame) {
   const std::uint64_t number = index + 1;
   if (fWritten && !fPattern.HasNumber() && fOutput != kStandardStreamName) {
-    throw ToolError(fOutput + ": holds one picture and has it; for picture " +
+    throw ToolError(fOutput + ": takes one picture, which is written; for picture " +
                     std::to_string(number) +
-                    " and on give a name with a number, such as %04d.png, or choose one picture "
+                    " onwards give a numbered name, such as %04d.png, or choose one picture "
                     "with --from and --to");
   }
   EncodePng(frame, &fPng);

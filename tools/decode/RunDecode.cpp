@@ -33,8 +33,8 @@ class DecodeRun {
 
  private:
   Result DecodeAll();
-  /// Completes the output although not all of the stream came. A comparison is dropped: nothing can
-  /// be said about the rest of its list.
+  /// Completes the output although the stream was not read to its end. A comparison is dropped:
+  /// nothing can be said about the rest of its list.
   void KeepOutput();
   void DecodeOne(const FileMessage& message);
   void TellFailure(const FileMessage& message) const;
@@ -42,7 +42,7 @@ class DecodeRun {
   /// A bar would break up output that goes to the same terminal.
   bool WantsProgressBar() const;
   /// Throws when the whole stream was read and the range begins after it: no output is made.
-  void RequireRange() const;
+  void RequireRange(Result end) const;
   ExitStatus Conclude(Result end) const;
 
   const DecodeOptions& fOptions;
@@ -70,7 +70,7 @@ int DecodeRun::Run() {
     KeepOutput();
     return kExitCouldNotRun;
   }
-  RequireRange();
+  RequireRange(end);
   fSink->Finish();
   return Conclude(end);
 }
@@ -95,7 +95,7 @@ void DecodeRun::DecodeOne(const FileMessage& message) {
   const bool decoded = fDecoder.Decode(message);
   if (!decoded) {
     ++fFailures;
-    // A comparison knows which messages are to fail and tells about all others.
+    // A comparison expects listed failures and reports all others itself.
     if (fOptions.verify.empty()) TellFailure(message);
   }
   if (!IsWanted(message)) return;
@@ -120,16 +120,17 @@ bool DecodeRun::WantsProgressBar() const {
   return fOptions.output != kStandardStreamName || isatty(STDOUT_FILENO) == 0;
 }
 
-void DecodeRun::RequireRange() const {
+void DecodeRun::RequireRange(Result end) const {
   if (fOptions.from <= fReader.MessageCount()) return;
-  throw ToolError("--from: " + std::to_string(fOptions.from) + ", but " + fReader.Name() + " has " +
-                  Counted(fReader.MessageCount(), "message"));
+  throw ToolError(
+      "--from " + std::to_string(fOptions.from) + ": " + fReader.Name() + " has only " +
+      Counted(fReader.MessageCount(), end == Result::kCutOff ? "whole message" : "message"));
 }
 
 ExitStatus DecodeRun::Conclude(Result end) const {
   if (end == Result::kEnd && WritesPictures(fOptions.format) && fPicturesWritten == 0) {
-    PrintLine(fReader.Name() +
-              ": no picture was written; messages read: " + std::to_string(fReader.MessageCount()));
+    PrintLine(fReader.Name() + ": no picture was written (" +
+              Counted(fReader.MessageCount(), "message") + " read)");
   }
   const bool failuresCount = fOptions.verify.empty() && fFailures > 0;
   return failuresCount || end == Result::kCutOff ? kExitDamagedInput : kExitSuccess;

@@ -8,7 +8,7 @@
 namespace zlibvideo {
 namespace {
 
-/// Longer than any hash line; keeps a file that is none from filling the memory.
+/// Longer than any hash line; bounds memory when the file is not a list.
 constexpr int kMaxLine = 256;
 
 }  // namespace
@@ -26,7 +26,7 @@ void VerifySink::NoteFailure(std::uint64_t index, const FrameView& frame) {
 void VerifySink::Finish() {
   if (!ReadLine().has_value()) return;
   throw ToolError(
-      fName + ": line " + std::to_string(fLineCount) + " has no message: the stream ends before it",
+      fName + ": line " + std::to_string(fLineCount) + ": the stream has no such message",
       kExitMismatch);
 }
 
@@ -34,7 +34,7 @@ void VerifySink::Compare(std::uint64_t index, const std::string& line) {
   const std::optional<std::string> expected = ReadLine();
   if (expected == line) return;
   if (expected.has_value() && fLineCount == 1 && !IsHashLine(*expected)) {
-    throw ToolError(fName + ": is no list of hashes as --format hash writes it");
+    throw ToolError(fName + ": is not a list written by --format hash");
   }
   throw ToolError("message " + std::to_string(index) + " came out as \"" + line + "\", but " +
                       fName +

@@ -13,7 +13,10 @@ namespace {
 /// libwebp's lossless presets go from 0, fast, to 9, small.
 constexpr int kLosslessLevel = 3;
 
-/// A picture of libwebp's with an end.
+constexpr const char* kVersionProblem =
+    "libwebp does not match the version this program was built with";
+
+/// Owns a WebPPicture.
 struct ScopedPicture {
   WebPPicture picture = {};
 
@@ -32,7 +35,7 @@ bool IsOutOfMemory(WebPEncodingError error) {
 WebPConfig LosslessConfig() {
   WebPConfig config;
   if (WebPConfigInit(&config) == 0 || WebPConfigLosslessPreset(&config, kLosslessLevel) == 0) {
-    throw ToolError("libwebp is another version than this program was made for");
+    throw ToolError(kVersionProblem);
   }
   config.exact = 1;
   return config;
@@ -47,7 +50,7 @@ void WebpWriter::DeleteEncoder::operator()(WebPAnimEncoder* encoder) const {
 WebpWriter::WebpWriter(const std::string& path, const FrameView& first, FrameRate rate)
     : fFile(path), fRate(rate) {
   WebPAnimEncoderOptions options;
-  if (WebPAnimEncoderOptionsInit(&options) == 0) Fail("libwebp is another version");
+  if (WebPAnimEncoderOptionsInit(&options) == 0) Fail(kVersionProblem);
   fEncoder.reset(WebPAnimEncoderNew(first.width, first.height, &options));
   if (fEncoder == nullptr) throw std::bad_alloc();
 }
@@ -87,7 +90,7 @@ void WebpWriter::Finish() {
 }
 
 void WebpWriter::Fail(const std::string& problem) const {
-  throw ToolError(fFile.Name() + ": cannot be made a WebP file: " + problem);
+  throw ToolError(fFile.Name() + ": cannot be written as WebP: " + problem);
 }
 
 }  // namespace zlibvideo

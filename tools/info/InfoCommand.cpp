@@ -41,10 +41,10 @@ Columns of the table; rare ones appear when they are needed:
   reduced (red)           how many of all these records are colour-reduced
   changed, left to right  blocks with a record that is not empty, and where
 
-Keys of a JSON object; null where a message has nothing to say:
+Keys of a JSON object; a value is null where it does not apply:
   index, offset, bytes    which message, where it begins in the file, its length
   decoded                 true or false
-  frame_type, key_frame   0 to 15; whether that is a key frame's
+  frame_type, key_frame   0 to 15; whether it is a key frame
   codec_type              3 is version 1, 6 is version 2
   picture, block          width and height, in pixels
   grid                    columns and rows, in blocks
@@ -54,7 +54,7 @@ Keys of a JSON object; null where a message has nothing to say:
   passes                  passes over the grid that were begun
   changed_blocks          blocks with a record that is not empty
   records                 for each kind: count and bytes of those decoded
-  unread_bytes            bytes behind the last record
+  unread_bytes            bytes after the last record
   failure                 what is wrong; offset in the message, in bytes; pass
                           (from 1), row and column if it is about a block
 

@@ -76,11 +76,11 @@ void TextReport::WriteNotes(const MessageReport& report) {
   if (report.palette != PaletteOutcome::kNone && report.palette != PaletteOutcome::kInstalled) {
     fOutput.Write(std::string(kNoteIndent) + "the palette record of " +
                   Counted(*report.outline.paletteSize, "byte") +
-                  " brings no palette: " + NameOf(report.palette) + "\n");
+                  " installs no palette: " + NameOf(report.palette) + "\n");
   }
   if (report.outline.unread != 0) {
-    fOutput.Write(kNoteIndent + Counted(report.outline.unread, "byte") +
-                  " behind the last record: not read\n");
+    fOutput.Write(kNoteIndent + Counted(report.outline.unread, "byte") + " after the last record " +
+                  (report.outline.unread == 1 ? "was" : "were") + " not read\n");
   }
 }
 

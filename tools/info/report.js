@@ -17,7 +17,7 @@ function humanBytes(bytes) {
 }
 const percent = (part, whole) => `${whole ? (100 * part / whole).toFixed(1) : "0.0"} %`;
 const counted = (count, noun) => `${count} ${noun}${count === 1 ? "" : "s"}`;
-const codec = (type) => type === 3 ? "version 1" : type === 6 ? "version 2" : "no known version";
+const codec = (type) => type === 3 ? "version 1" : type === 6 ? "version 2" : "unknown version";
 function element(tag, text, attributes = {}) {
   const made = document.createElement(tag);
   if (text !== undefined) made.textContent = text;

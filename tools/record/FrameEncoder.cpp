@@ -48,9 +48,9 @@ FrameEncoder::FrameEncoder(int width, int height, const RecordOptions& options)
 
 const std::vector<unsigned char>& FrameEncoder::Encode(const Picture& picture) {
   if (picture.width != fHeader.imageWidth || picture.height != fHeader.imageHeight) {
-    throw RecordError("it is " + SizeText(picture.width, picture.height) + ", not " +
-                      SizeText(fHeader.imageWidth, fHeader.imageHeight) +
-                      " like the pictures before");
+    throw RecordError("is " + SizeText(picture.width, picture.height) +
+                      ", but the pictures before it are " +
+                      SizeText(fHeader.imageWidth, fHeader.imageHeight));
   }
   const bool keyFrame = StartsKeyFrame();
   fMessage.clear();
@@ -134,7 +134,7 @@ bool FrameEncoder::WriteBlock(BitmapDataBlock* block, const Pass& pass) {
   const std::size_t size = payload.RecordSize(fOptions.codecType);
   if (size > BlockRecord::kMaxSize) {
     throw RecordError("a block of " + SizeText(block->fWidth, block->fHeight) + " pixels takes " +
-                      std::to_string(size) + " bytes and a record can have " +
+                      std::to_string(size) + " bytes, but a record can have at most " +
                       std::to_string(BlockRecord::kMaxSize) + ": the block size " +
                       SizeText(fOptions.blockWidth, fOptions.blockHeight) +
                       " is too large for this picture");

@@ -48,7 +48,7 @@ all others lose the low three bits of red, green and blue.
 exact colours in a second pass of the same message: the result is lossless, with
 --reduced as well.
 
-Exit status: 0 recorded; 1 could not run, and nothing was written.)";
+Exit status: 0 recorded; 1 could not run, FILE is left as it was.)";
 
 struct RecordArguments {
   std::vector<std::string> pictures;
@@ -66,7 +66,7 @@ bool ParseBlockSide(const std::string& text, int* side) {
          *side <= FrameHeader::kMaxBlockSize && *side % FrameHeader::kBlockSizeStep == 0;
 }
 
-/// Reads a block size "WIDTHxHEIGHT". False when it is none that a frame header can say.
+/// Reads a block size "WIDTHxHEIGHT". False when it is not one that a frame header can hold.
 bool ParseBlockSize(const std::string& text, int* width, int* height) {
   const std::size_t cross = text.find('x');
   return cross != std::string::npos && ParseBlockSide(text.substr(0, cross), width) &&
@@ -77,19 +77,19 @@ std::string CheckBlockSize(const std::string& text) {
   int width = 0;
   int height = 0;
   if (ParseBlockSize(text, &width, &height)) return {};
-  return "\"" + text + "\" is no block size; it is WIDTHxHEIGHT, each 16 to 256 in steps of 16";
+  return "\"" + text + "\" is not a block size; use WIDTHxHEIGHT, each 16 to 256 in steps of 16";
 }
 
 std::string CheckVersion(const std::string& text) {
   if (text == "1" || text == "2") return {};
-  return "\"" + text + "\" is no version; it is 1 (codec type 3) or 2 (codec type 6)";
+  return "\"" + text + "\" is not a version; use 1 (codec type 3) or 2 (codec type 6)";
 }
 
-/// Refuses what the writer would refuse, in words that lead to the picture.
+/// Refuses what the writer would refuse, but by an error that will name the picture.
 void CheckLength(std::size_t length) {
   if (length <= StandInMessage::kMaxLength) return;
-  throw RecordError("its message takes " + std::to_string(length) +
-                    " bytes and a message can have " + std::to_string(StandInMessage::kMaxLength));
+  throw RecordError("its message takes " + std::to_string(length) + " bytes; the limit is " +
+                    std::to_string(StandInMessage::kMaxLength));
 }
 
 void EncodeAll(const RecordArguments& arguments, MessageFileWriter* writer) {
@@ -160,7 +160,7 @@ void AddOptions(CLI::App* command, RecordArguments* arguments) {
       ->capture_default_str();
   command
       ->add_option("--renew", options.renewPercent,
-                   "Prefer direct forms up to so many percent larger, 0 to 1000 (version 2)")
+                   "Prefer direct forms up to PERCENT % larger, 0 to 1000 (version 2)")
       ->check(CLI::Range(0, 1000).description(""))
       ->type_name("PERCENT")
       ->capture_default_str();
@@ -174,7 +174,7 @@ void AddOptions(CLI::App* command, RecordArguments* arguments) {
 }  // namespace
 
 void AddRecordCommand(CLI::App& app, int* exitStatus) {
-  CLI::App* command = app.add_subcommand("record", "Make a stream of PNG pictures");
+  CLI::App* command = app.add_subcommand("record", "Make a stream from PNG pictures");
   command->footer(kFooter);
   // The command outlives this call, and what it stores its arguments in must live as long.
   auto arguments = std::make_shared<RecordArguments>();
