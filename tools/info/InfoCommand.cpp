@@ -9,6 +9,7 @@
 #include "tools/common/OutputFile.h"
 #include "tools/common/PrintLine.h"
 #include "tools/common/ProgressBar.h"
+#include "tools/common/RangeValidator.h"
 #include "tools/common/StreamDecoder.h"
 #include "tools/common/ToolError.h"
 #include "tools/common/Wording.h"
@@ -138,7 +139,7 @@ void AddInfoCommand(CLI::App& app, int* exitStatus) {
       ->add_option("--picture-limit", options->pictureLimit,
                    "Put pictures of at most this many MiB into the page, 0 to 1024")
       ->type_name("MIB")
-      ->check(CLI::Range(0, 1024).description(""))
+      ->check(RangeValidator(0, 1024))
       ->capture_default_str()
       ->needs(html);
   command->add_flag("-q,--quiet", options->quiet, "No progress bar");

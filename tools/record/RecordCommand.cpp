@@ -18,6 +18,7 @@
 #include "tools/common/OutputFile.h"
 #include "tools/common/PngFile.h"
 #include "tools/common/ProgressBar.h"
+#include "tools/common/RangeValidator.h"
 #include "tools/common/ToolError.h"
 #include "tools/record/FrameEncoder.h"
 #include "tools/record/RecordError.h"
@@ -151,21 +152,21 @@ void AddOptions(CLI::App* command, RecordArguments* arguments) {
   command
       ->add_option("--key-every", options.keyEvery,
                    "Make every N-th picture a key frame; without it the first alone")
-      ->check(CLI::Range(1, std::numeric_limits<int>::max()).description(""))
+      ->check(RangeValidator(1, std::numeric_limits<int>::max()))
       ->type_name("N");
   command->add_flag("--reduced", options.reduced, "Reduce colours (version 2)");
   command->add_option("--passes", options.passes, "Passes in a message, 1 or 2 (version 2)")
-      ->check(CLI::Range(1, 2).description(""))
+      ->check(RangeValidator(1, 2))
       ->type_name("N")
       ->capture_default_str();
   command
       ->add_option("--renew", options.renewPercent,
                    "Prefer direct forms up to PERCENT % larger, 0 to 1000 (version 2)")
-      ->check(CLI::Range(0, 1000).description(""))
+      ->check(RangeValidator(0, 1000))
       ->type_name("PERCENT")
       ->capture_default_str();
   command->add_option("--level", options.level, "zlib's compression level, 0 to 9")
-      ->check(CLI::Range(0, 9).description(""))
+      ->check(RangeValidator(0, 9))
       ->type_name("LEVEL")
       ->capture_default_str();
   command->add_flag("-q,--quiet", arguments->quiet, "No progress bar");

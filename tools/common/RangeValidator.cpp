@@ -1,0 +1,31 @@
+#include "tools/common/RangeValidator.h"
+
+#include <CLI/CLI.hpp>
+#include <charconv>
+#include <string>
+#include <system_error>
+
+namespace zlibvideo {
+namespace {
+
+bool IsInRange(const std::string& text, unsigned int min, unsigned int max) {
+  const char* const end = text.data() + text.size();
+  unsigned int number = 0;
+  const auto [rest, error] = std::from_chars(text.data(), end, number);
+  const bool leadingZero = text.size() > 1 && text.front() == '0';
+  return error == std::errc() && rest == end && !leadingZero && min <= number && number <= max;
+}
+
+}  // namespace
+
+CLI::Validator RangeValidator(unsigned int min, unsigned int max) {
+  return CLI::Validator(
+      [min, max](const std::string& text) {
+        if (IsInRange(text, min, max)) return std::string();
+        return "\"" + text + "\" is not a whole number from " + std::to_string(min) + " to " +
+               std::to_string(max);
+      },
+      "", "range");
+}
+
+}  // namespace zlibvideo
