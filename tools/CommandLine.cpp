@@ -1,6 +1,7 @@
 #include "tools/CommandLine.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cstddef>
 #include <iostream>
 #include <iterator>
@@ -68,13 +69,51 @@ int PrintHelp(const CLI::App& app, const CLI::ParseError& request) {
   return status;
 }
 
-/// What is wrong. Unexpected arguments are listed in their order, which the library reverses.
-std::string Explain(const CLI::App& app, const CLI::ParseError& error) {
-  if (dynamic_cast<const CLI::ExtrasError*>(&error) == nullptr) return error.what();
-  const std::vector<std::string> arguments = app.remaining(true);
-  std::string text = arguments.size() == 1 ? "unexpected argument:" : "unexpected arguments:";
-  for (const std::string& argument : arguments) text += " " + argument;
+/// Arguments that nothing takes, in their order, which the library's own text reverses.
+std::string ExplainExtras(const CLI::App& app) {
+  std::vector<std::string> arguments = app.remaining(true);
+  // A mark before positional arguments is among them.
+  const auto mark = std::find(arguments.begin(), arguments.end(), "--");
+  if (mark != arguments.end()) arguments.erase(mark);
+  if (app.get_subcommands().empty()) {
+    const auto name = std::find_if(arguments.begin(), arguments.end(), [](const std::string& text) {
+      return text.empty() || text.front() != '-';
+    });
+    if (name != arguments.end()) {
+      return "\"" + *name + "\" is not a command; commands are decode, record and info";
+    }
+  }
+  return (arguments.size() == 1 ? "unexpected argument: " : "unexpected arguments: ") +
+         CLI::detail::join(arguments, " ");
+}
+
+/// An option with too few or too many values. The library's text begins with the option.
+std::string ExplainMismatch(const std::string& text) {
+  const std::string option = text.substr(0, text.find(':'));
+  if (text.ends_with(" missing")) return option + " needs a value";
+  if (text.find(": At Most 1 ") != std::string::npos) return option + " is given more than once";
   return text;
+}
+
+/// Options that exclude each other. The library's text is "--a excludes --b".
+std::string ExplainExcludes(std::string text) {
+  constexpr std::string_view kVerb = " excludes ";
+  const std::size_t place = text.find(kVerb);
+  if (place == std::string::npos) return text;
+  return text.replace(place, kVerb.size(), " and ") + " cannot be combined";
+}
+
+std::string Explain(const CLI::App& app, const CLI::ParseError& error) {
+  switch (static_cast<CLI::ExitCodes>(error.get_exit_code())) {
+    case CLI::ExitCodes::ExtrasError:
+      return ExplainExtras(app);
+    case CLI::ExitCodes::ArgumentMismatch:
+      return ExplainMismatch(error.what());
+    case CLI::ExitCodes::ExcludesError:
+      return ExplainExcludes(error.what());
+    default:
+      return error.what();
+  }
 }
 
 int ReportUsage(const CLI::App& app, const CLI::ParseError& error) {
