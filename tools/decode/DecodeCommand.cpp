@@ -54,7 +54,7 @@ off; 3 a difference from the --verify file.)";
 constexpr const char* kOutputHelp =
     R"(Output file, "-" for stdout. For png a name with a
 number in it (%04d.png), an existing folder, or a
-plain name for a single picture; not used with null)";
+plain name for one picture; not used with null)";
 
 /// What is typed, before it is checked.
 struct Arguments {
@@ -188,7 +188,7 @@ void AddOutputOptions(CLI::App* command, Arguments* arguments) {
       ->type_name("RATE")
       ->default_str("10");
   command->add_flag("--y4m-8bit", options.y4m8Bit,
-                    "8-bit samples in y4m: for more players, but colours are not exact");
+                    "8-bit samples in y4m, for more players; colours\nare not exact");
   CLI::Option* from = command->add_option("--from", options.from, "First message to write, from 1")
                           ->type_name("N")
                           ->check(NumberValidator());

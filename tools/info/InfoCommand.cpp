@@ -26,7 +26,7 @@ Examples:
   zlibvideo info movie.zvm                  a table, a line for each message
   zlibvideo info movie.zvm --map            with a map of the blocks under each
   zlibvideo info movie.zvm --json | jq .    one JSON object for each message
-  zlibvideo info movie.zvm --html out.html  a page to step through, with pictures
+  zlibvideo info movie.zvm --html out.html  a page with pictures to step through
 
 Messages count from 0, and so do rows and columns of blocks; row 0 is at the
 bottom of the picture, column 0 at its left edge.
@@ -137,7 +137,7 @@ void AddInfoCommand(CLI::App& app, int* exitStatus) {
       ->excludes(html);
   command
       ->add_option("--picture-limit", options->pictureLimit,
-                   "Put pictures of at most this many MiB into the page, 0 to 1024")
+                   "Put pictures of at most this many MiB into the\npage, 0 to 1024")
       ->type_name("MIB")
       ->check(RangeValidator(0, 1024))
       ->capture_default_str()

@@ -30,24 +30,24 @@ namespace {
 constexpr const char* kFooter = R"(
 Examples:
   zlibvideo record frames/*.png -o out.zvm
-  zlibvideo record frames/*.png -o out.zvm --codec 2 --block 32x32 --key-every 50
+  zlibvideo record frames/*.png -o out.zvm --codec 2 --block 32x32 --key-every 9
   zlibvideo record frames/*.png -o - --codec 2 --reduced | zlibvideo info -
 
 Version 1 and version 2 are lossless unless --reduced is given: "decode" gives
-back the same pictures. A block that does not change takes two bytes. In version 2
-a block that changes is sent in the smallest of these forms:
+back the same pictures. A block that does not change takes two bytes. In version
+2 a block that changes is sent in the smallest of these forms:
   direct   a complete zlib stream of its pixels; key frames have only these
   primed   a deflate stream that refers to the pixels of its last direct form
   banded   only the rows that differ from its last direct form, primed or not
-and, with --reduced or --passes 2, in the colour-reduced kinds of each. --renew 10
-takes a direct form that is up to 10 percent larger, too: later forms then refer to
-newer pixels, which makes most recordings smaller as a whole.
+and, with --reduced or --passes 2, in the colour-reduced kinds of each.
+--renew 10 takes a direct form that is up to 10 percent larger, too: later forms
+then refer to newer pixels, which makes most recordings smaller as a whole.
 
 --reduced shows the 128 most frequent colours of the last key frame as they are;
 all others lose the low three bits of red, green and blue.
---passes 2 sends each picture in reduced colours first and what is missing to its
-exact colours in a second pass of the same message: the result is lossless, with
---reduced as well.
+--passes 2 sends each picture in reduced colours first and what is missing to
+its exact colours in a second pass of the same message: the result is lossless,
+with --reduced as well.
 
 Exit status: 0 recorded; 1 could not run, FILE is left as it was.)";
 
@@ -143,15 +143,13 @@ void AddOptions(CLI::App* command, RecordArguments* arguments) {
       ->check(CheckVersion)
       ->type_name("VERSION")
       ->capture_default_str();
-  command
-      ->add_option("--block", arguments->block,
-                   "Block size in pixels, each side 16 to 256 in steps of 16")
+  command->add_option("--block", arguments->block, "Block size in pixels, 16 to 256 in steps of 16")
       ->check(CheckBlockSize)
       ->type_name("WxH")
       ->capture_default_str();
   command
       ->add_option("--key-every", options.keyEvery,
-                   "Make every N-th picture a key frame; without it the first alone")
+                   "Make every N-th picture a key frame; by default\nonly the first is one")
       ->check(RangeValidator(1, std::numeric_limits<int>::max()))
       ->type_name("N");
   command->add_flag("--reduced", options.reduced, "Reduce colours (version 2)");
@@ -161,7 +159,7 @@ void AddOptions(CLI::App* command, RecordArguments* arguments) {
       ->capture_default_str();
   command
       ->add_option("--renew", options.renewPercent,
-                   "Prefer direct forms up to PERCENT % larger, 0 to 1000 (version 2)")
+                   "Prefer direct forms up to PERCENT % larger,\n0 to 1000 (version 2)")
       ->check(RangeValidator(0, 1000))
       ->type_name("PERCENT")
       ->capture_default_str();
