@@ -130,9 +130,14 @@ TEST_F(InfoTest, ReportsInEveryForm) {
     EXPECT_NE(text.text.find(part), std::string::npos) << part << "\n" << text.text;
   }
   EXPECT_EQ(Run("zlibvideo info '<b>.zvm' | LC_ALL=C grep -c '[^ -~]'").text, "0\n");
-  const Outcome cut = Run("head -c -1 '<b>.zvm' >'\x1B[7m\n'; zlibvideo info '\x1B[7m\n'; rm *7*");
-  EXPECT_NE(cut.text.find("! ?[7m?: ends early at byte"), std::string::npos) << cut.text;
-  EXPECT_EQ(cut.text.find('\x1B'), std::string::npos);
+  const std::string hostile = "'\x1B[7m\n\xC2\x9B'";
+  const Outcome cut =
+      Run("head -c -1 '<b>.zvm' >" + hostile + "; zlibvideo info " + hostile + "; rm *7*");
+  EXPECT_NE(cut.text.find("! ?[7m??: ends early at byte"), std::string::npos) << cut.text;
+  EXPECT_EQ(cut.text.find_first_of("\x1B\x9B"), std::string::npos);
+  const Outcome failed = Run("printf '\\0\\0\\1x' | zlibvideo info -");
+  EXPECT_NE(failed.text.find("! 1 message failed\n"), std::string::npos) << failed.text;
+  EXPECT_EQ(failed.text.find("records"), std::string::npos) << failed.text;
   for (const char* form : {"-", "- --json", "- --html -", "- --html empty.html"}) {
     EXPECT_EQ(Run("zlibvideo info < /dev/null " + std::string(form) + "; echo $?; ls").text,
               "zlibvideo: standard input: is empty\n1\n<b>.zvm\n");

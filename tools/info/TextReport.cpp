@@ -115,7 +115,7 @@ void TextReport::Finish(const StreamSummary& summary, const std::string& problem
                   HumanBytes(summary.bytes / summary.messages) + " a message, at most " +
                   HumanBytes(summary.largestBytes) + " (message " +
                   std::to_string(summary.largestIndex) + ")\n");
-    WriteRecordTable(summary);
+    if (summary.AllRecords().count != 0) WriteRecordTable(summary);
   }
   fOutput.Commit();
 }
