@@ -175,7 +175,7 @@ TEST_F(RecordCommandTest, RecordsPngFilesOrLeavesTheOutputAlone) {
   const std::pair<const char*, const char*> mistakes[] = {
       {"0.png small.png 1.png", "small.png: is 9x8, but the pictures before it are 40x30\n"},
       {"0.png none.png", "none.png: "},
-      {"0.png text.png", "text.png: is not a PNG file"},
+      {"0.png text.png", "text.png: cannot be read as PNG: "},
       {"0.png --block 60x64", "--block: \"60x64\" is not a block size"},
       {"0.png --codec 6", "--codec: \"6\" is not a version"},
       {"0.png --reduced", "--reduced and --passes need --codec 2\nRun "}};

@@ -78,7 +78,7 @@ class PngReader {
 [[noreturn]] void FailRead(std::FILE* stream, const std::string& name, const char* problem) {
   if (std::ferror(stream) != 0) throw ToolError::FromSystem(name, "cannot be read", errno);
   if (std::feof(stream) != 0) problem = "it ends early";
-  throw ToolError(name + ": is not a PNG file that can be read: " + problem);
+  throw ToolError(name + ": cannot be read as PNG: " + problem);
 }
 
 /// Drops the opacity; false when a pixel is not opaque.
