@@ -35,7 +35,7 @@ Record Damaged(std::size_t lost, int flipped) {
   return {.payload = bytes};
 }
 
-/// What is refused may stand behind other intermediate records, which are good.
+/// What is refused may come after other intermediate records, which are good.
 struct Fault {
   Message damaged;
   std::string explanation;

@@ -127,7 +127,7 @@ std::optional<Failure> FindRefused(const InspectingDecoder& decoder, const Messa
   const unsigned int room = PixelRoom(*outline.header);
   for (auto entry = begin; entry != outline.records.end(); ++entry) {
     if (entry->record.IsEmpty()) continue;
-    // Decoding did not come to the next direct payload.
+    // Decoding did not reach the next direct payload.
     if ((entry->record.format & kFormatIntermediatePathMask) == 0) break;
     BitmapDataBlock* block = decoder.FindBlock(entry->place.row, entry->place.column);
     if (block == nullptr) continue;

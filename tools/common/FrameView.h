@@ -7,8 +7,8 @@
 
 namespace zlibvideo {
 
-/// A decoded picture that somebody else owns: rows from the top with nothing between them, 4 bytes
-/// a pixel: blue, green, red, opacity. 0 × 0 before the first picture.
+/// A decoded picture, not owned: rows from the top with nothing between them, 4 bytes a pixel:
+/// blue, green, red, opacity. 0 × 0 before the first picture.
 struct FrameView {
   static constexpr std::size_t kPixelBytes = kBitmapPixelBytes;
 

@@ -50,7 +50,7 @@ class PngReader {
   png_uint_32 Width() const { return png_get_image_width(fPng, fInfo); }
   png_uint_32 Height() const { return png_get_image_height(fPng, fInfo); }
 
-  // libpng leaves these two by a jump: nothing in them may need a destructor.
+  // libpng may leave these two by longjmp: nothing in them may need a destructor.
   [[nodiscard]] bool ReadInfo() {
     if (setjmp(png_jmpbuf(fPng)) != 0) return false;
     png_read_info(fPng, fInfo);

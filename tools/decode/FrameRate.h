@@ -9,7 +9,7 @@ namespace zlibvideo {
 /// Pictures a second, as a fraction.
 struct FrameRate {
   static constexpr std::uint32_t kMax = 1000;
-  /// At the slowest, a picture stays for so many seconds.
+  /// Seconds that a picture stays at the slowest rate.
   static constexpr std::uint32_t kMaxSeconds = 10;
 
   std::uint32_t numerator = 10;

@@ -6,7 +6,7 @@
 
 namespace zlibvideo {
 
-/// What the place that text goes to can show.
+/// What the output of a text report can show.
 struct Terminal {
   /// Characters beyond ASCII.
   bool unicode = false;

@@ -99,7 +99,7 @@ void BlockEncoder::TryForms(BitmapDataBlock* block, ByteSpan pixels, bool interm
 
 void BlockEncoder::TryBand(BitmapDataBlock* block, ByteSpan pixels, const ReducedColors* colors,
                            Smallest* smallest) {
-  // A band of all rows has nothing over the forms without one; any other fits its two bytes.
+  // A band of all rows gains nothing over the forms without one; any other fits its two bytes.
   static_assert(FrameHeader::kMaxBlockSize - 1 <= std::numeric_limits<std::uint8_t>::max());
   const Band band = ChangedRows(*block, pixels);
   if (band.rowCount == static_cast<unsigned int>(block->fHeight)) return;

@@ -9,9 +9,9 @@
 
 namespace zlibvideo {
 
-/// The decoder of whoever plays the recording: it is fed whatever is recorded, so that a block's
-/// pixels and reference data are known here exactly as they will be there, not by a second account
-/// of the rules by which they change.
+/// The decoder as it will play the recording: it is fed everything that is recorded, so that a
+/// block's pixels and reference data are known exactly as they will be then, without a second
+/// account of the rules by which they change.
 class DecoderModel : public ZLibVideoDecompressor {
  public:
   DecoderModel() : ZLibVideoDecompressor(nullptr, nullptr) {}

@@ -78,7 +78,7 @@ void FrameEncoder::WriteHeader(bool keyFrame) {
 void FrameEncoder::WriteVersion2Body(const Picture& picture, bool keyFrame) {
   const std::size_t flagsAt = fMessage.size();
   fMessage.push_back(0);
-  // A key frame leans on nothing earlier, reference data included.
+  // A key frame depends on nothing earlier, reference data included.
   const bool intermediate = !keyFrame;
   if (!fOptions.UsesReducedColors()) {
     WritePass({picture, picture, {intermediate, nullptr}, keyFrame});

@@ -17,7 +17,7 @@ namespace zlibvideo {
 /// Turns the pictures of one recording into messages, one each, in order.
 ///
 /// Every message is decoded as it is made, and a block that would not show the pixels it should is
-/// an error here rather than for whoever plays the recording. Errors throw `RecordError`; the
+/// an error here rather than when the recording is played. Errors throw `RecordError`; the
 /// encoder must not be used after one.
 class FrameEncoder {
  public:

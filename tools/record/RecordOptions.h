@@ -11,7 +11,7 @@ struct RecordOptions {
   /// Pixels, 16 to 256 in steps of 16.
   int blockWidth = 64;
   int blockHeight = 64;
-  /// Every so many messages one is a key frame; 0 for the first alone.
+  /// Every message with an index divisible by this is a key frame; 0: only the first.
   unsigned int keyEvery = 0;
   /// Version 2: show each colour as the palette or a 15-bit colour has it. With two passes that
   /// is what the first pass shows.
@@ -19,7 +19,7 @@ struct RecordOptions {
   /// Version 2, 1 or 2: with 2, each message sends the picture in reduced colours and then, in a
   /// second pass, what is missing to its exact pixels.
   int passes = 1;
-  /// Version 2: a direct payload is taken even when it is up to so many percent larger than the
+  /// Version 2: a direct payload is taken even when it is up to this many percent larger than the
   /// smallest. It renews the reference that later payloads of its block are made against, which
   /// they otherwise drift away from.
   unsigned int renewPercent = 0;
