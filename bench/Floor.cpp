@@ -49,7 +49,7 @@ MessageFloor FloorFinder::Find(const Bytes& message) {
   Require(fDecoder.SetupCodec(width, height, blockWidth, blockHeight), "has no grid");
   fDecoder.CheckScratchColorBuffer();
   if (outline.palette.size != 0) {
-    constexpr unsigned int kPaletteOffset = FrameHeader::kSize + 1;  // behind the flags byte
+    constexpr unsigned int kPaletteOffset = FrameHeader::kSize + 1;  // after the flags byte
     Require(fDecoder.UnpackPalette(Writable(message.data()) + kPaletteOffset,
                                    static_cast<unsigned int>(message.size()) - kPaletteOffset) > 0,
             "has no palette");

@@ -7,7 +7,7 @@
 
 namespace zlibvideo {
 
-/// What opens the body of a version-2 message, behind the frame header: a flags byte and, when
+/// What opens the body of a version-2 message, after the frame header: a flags byte and, when
 /// announced, a palette record. Block records follow.
 
 /// Bits of the flags byte; the others are not read.

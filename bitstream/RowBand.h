@@ -10,7 +10,7 @@ namespace zlibvideo {
 struct RowBand {
   unsigned int offset = 0;
   unsigned int length = 0;
-  /// Bytes of the block behind the band.
+  /// Bytes of the block after the band.
   unsigned int after = 0;
 
   unsigned int End() const { return offset + length; }
@@ -24,7 +24,7 @@ struct RowBand {
     kEndsBeyondPrevious,    ///< end past the previous data
     kEndsBeyondRoom,        ///< end past the destination; never first, as previous data fits it
     kEndsBeyondBlock,       ///< end past the block
-    kPreviousDataTooShort,  ///< rows behind the band are not all in the previous data
+    kPreviousDataTooShort,  ///< rows after the band are not all in the previous data
   };
 
   /// The band that `block`'s header fields announce, for a destination of `room` bytes; `*band` is

@@ -33,8 +33,8 @@ bool RoomSuffices(unsigned int sourceLength, unsigned int room) {
   return product / kWideCodeBytes <= room;
 }
 
-/// `StorePixel` that may also write the byte behind the pixel: one store instead of three. Only for
-/// pixels that another one is sure to follow: behind the last pixel of a band, that byte belongs to
+/// `StorePixel` that may also write the byte after the pixel: one store instead of three. Only for
+/// pixels that another one is sure to follow: after the last pixel of a band, that byte belongs to
 /// the row after it.
 void StorePixelLoosely(unsigned char* pixel, std::uint32_t color) {
   if constexpr (std::endian::native == std::endian::little) {

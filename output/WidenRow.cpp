@@ -58,7 +58,7 @@ std::uint64_t WidenTwoPixels(std::uint64_t word) {
 }
 
 /// 24 bytes to 32. The words loaded overlap: two pixels are three quarters of one. The last is
-/// taken from the last 8 bytes, so that nothing behind them is read.
+/// taken from the last 8 bytes, so that nothing after them is read.
 void WidenEightPixels(const unsigned char* source, unsigned char* target) {
   StoreWord(target, WidenTwoPixels(LoadWord(source)));
   StoreWord(target + 8, WidenTwoPixels(LoadWord(source + 6)));

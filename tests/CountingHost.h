@@ -14,8 +14,8 @@
 /// which order it asks, fails on demand, and lets no byte past the end of anything be touched.
 namespace zlibvideo {
 
-/// Memory between two inaccessible pages, right before the one behind it or, `atStart`, right
-/// behind the one in front; and a copy of `bytes` in such memory.
+/// Memory between two inaccessible pages, ending where the second begins or, `atStart`, beginning
+/// where the first ends; and a copy of `bytes` in such memory.
 using HostBytes = std::unique_ptr<unsigned char, std::function<void(unsigned char*)>>;
 HostBytes MakeGuarded(std::size_t size, unsigned char fill, bool atStart = false);
 HostBytes MakeGuarded(const Bytes& bytes, bool atStart = false);

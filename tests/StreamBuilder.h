@@ -95,7 +95,7 @@ struct Message {
   unsigned int flags = 0;             // version 2, as the palette
   std::optional<Bytes> palette = {};  // compressed; announces itself
   std::vector<Record> records = {};   // one for each block of each pass
-  Bytes rest = {};                    // behind the last record
+  Bytes rest = {};                    // after the last record
 
   Bytes Build() const {
     Bytes message(FrameHeader::kSize);
