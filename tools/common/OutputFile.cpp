@@ -1,10 +1,14 @@
 #include "tools/common/OutputFile.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <filesystem>
+#include <optional>
+#include <vector>
 
 #include "tools/common/InputFile.h"
 #include "tools/common/TemporaryFiles.h"
@@ -17,6 +21,32 @@ namespace fs = std::filesystem;
 
 constexpr mode_t kNewFileMode = 0666;
 
+/// A file, whatever name leads to it.
+struct FileIdentity {
+  dev_t device = 0;
+  ino_t inode = 0;
+  bool operator==(const FileIdentity&) const = default;
+};
+
+/// Of the regular file that `path` names, or that is open as `descriptor` for "-".
+std::optional<FileIdentity> RegularFile(const std::string& path, int descriptor) {
+  struct stat info = {};
+  const int result =
+      path == kStandardStreamName ? fstat(descriptor, &info) : stat(path.c_str(), &info);
+  if (result != 0 || !S_ISREG(info.st_mode)) return std::nullopt;
+  return FileIdentity{info.st_dev, info.st_ino};
+}
+
+/// Outputs are opened in many places, some under names that are made up on the way; all of them
+/// must know the inputs.
+std::vector<FileIdentity> gInputs;
+
+void RefuseInput(const std::string& output) {
+  const std::optional<FileIdentity> file = RegularFile(output, STDOUT_FILENO);
+  if (!file || std::find(gInputs.begin(), gInputs.end(), *file) == gInputs.end()) return;
+  throw ToolError(OutputName(output) + ": is also the input; choose another output");
+}
+
 /// Where `path` leads to when it is a symbolic link: renaming onto the link would replace it.
 fs::path FollowLinks(const std::string& path) {
   std::error_code error;
@@ -28,6 +58,7 @@ fs::path FollowLinks(const std::string& path) {
 }  // namespace
 
 OutputFile::OutputFile(const std::string& path) : fName(OutputName(path)) {
+  RefuseInput(path);
   if (path == kStandardStreamName) {
     fStream = stdout;
     return;
@@ -102,11 +133,9 @@ void OutputFile::Fail(const char* what) const {
   throw ToolError::FromSystem(fName, what, errno);
 }
 
-void RefuseToReplace(const std::string& input, const std::string& output) {
-  std::error_code ignored;
-  if (fs::equivalent(input, output, ignored) && fs::is_regular_file(output, ignored)) {
-    throw ToolError(OutputName(output) + ": is also the input; choose another output");
-  }
+void ProtectInput(const std::string& input) {
+  const std::optional<FileIdentity> file = RegularFile(input, STDIN_FILENO);
+  if (file) gInputs.push_back(*file);
 }
 
 void RefuseTerminal(const std::string& output) {

@@ -40,9 +40,9 @@ class OutputFile {
   std::FILE* fStream = nullptr;
 };
 
-/// Throws a `ToolError` when `output` is the regular file that `input` is: the output must not
-/// overwrite its own input.
-void RefuseToReplace(const std::string& input, const std::string& output);
+/// Keeps `input`, or standard input for "-", from being replaced by what is made of it: from now on
+/// an output that is the same regular file, under whatever name, cannot be opened.
+void ProtectInput(const std::string& input);
 
 /// Throws a `ToolError` when `output` is standard output and that is a terminal: for
 /// binary output.

@@ -139,7 +139,7 @@ ExitStatus DecodeRun::Conclude(Result end) const {
 }  // namespace
 
 int RunDecode(const DecodeOptions& options) {
-  RefuseToReplace(options.input, options.output);
+  ProtectInput(options.input);
   if (WritesPictures(options.format)) RefuseTerminal(options.output);
   return DecodeRun(options).Run();
 }

@@ -86,7 +86,7 @@ std::unique_ptr<ReportWriter> MakeWriter(const InfoOptions& options) {
 
 int RunInfo(const InfoOptions& options) {
   using Result = MessageFileReader::Result;
-  RefuseToReplace(options.input, options.html);
+  ProtectInput(options.input);
   MessageFileReader reader(options.input);
   FileMessage message;
   Result result = reader.Next(&message);

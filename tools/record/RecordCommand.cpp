@@ -119,9 +119,7 @@ int Record(RecordArguments arguments) {
     throw CLI::ValidationError("--reduced and --passes need --codec 2");
   }
   static_cast<void>(ParseBlockSize(arguments.block, &options.blockWidth, &options.blockHeight));
-  for (const std::string& picture : arguments.pictures) {
-    RefuseToReplace(picture, arguments.output);
-  }
+  for (const std::string& picture : arguments.pictures) ProtectInput(picture);
   RefuseTerminal(arguments.output);
   MessageFileWriter writer(arguments.output);
   EncodeAll(arguments, &writer);
