@@ -70,6 +70,7 @@ CLI::ValidationError Unfit(const std::string& option, const std::string& value,
 }
 
 bool IsFolder(const std::string& path) {
+  if (path == kStandardStreamName) return false;
   std::error_code ignored;
   return !path.empty() && (path.back() == '/' || std::filesystem::is_directory(path, ignored));
 }
