@@ -17,10 +17,12 @@ MovieSink::MovieSink(std::string path, OpenWriter open)
 void MovieSink::WritePicture(std::uint64_t index, const FrameView& frame) {
   if (fWriter == nullptr || !fSize.HasSizeOf(frame)) BeginNextFile(index, frame);
   fWriter->Add(frame);
+  fHasPicture = true;
 }
 
 void MovieSink::Finish() {
-  if (fWriter != nullptr) fWriter->Finish();
+  // Without memory for its first picture, a movie is dropped.
+  if (fWriter != nullptr && fHasPicture) fWriter->Finish();
   fWriter.reset();
 }
 
@@ -39,6 +41,7 @@ void MovieSink::BeginNextFile(std::uint64_t index, const FrameView& frame) {
     PrintLine(change + "it continues in " + FileName());
   }
   fSize = {nullptr, frame.width, frame.height};
+  fHasPicture = false;
   fWriter = fOpen(FileName(), frame);
 }
 

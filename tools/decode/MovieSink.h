@@ -33,6 +33,8 @@ class MovieSink : public FrameSink {
   int fFileCount = 0;
   FrameView fSize;
   std::unique_ptr<MovieWriter> fWriter;
+  /// Whether there is one in the file of `fWriter`.
+  bool fHasPicture = false;
 };
 
 }  // namespace zlibvideo

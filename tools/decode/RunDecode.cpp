@@ -59,9 +59,9 @@ int DecodeRun::Run() {
   try {
     end = DecodeAll();
   } catch (const std::bad_alloc&) {
+    PrintLine(fReader.Name() + ": not enough memory for message " + std::to_string(fMessagesDone));
     KeepOutput();
-    throw ToolError(fReader.Name() + ": not enough memory for message " +
-                    std::to_string(fMessagesDone));
+    return kExitCouldNotRun;
   }
   if (fReader.MessageCount() == 0) throw ToolError(fReader.Problem());
   // Before the output is completed, which may end with an error of its own.
