@@ -138,6 +138,8 @@ TEST_F(InfoTest, ReportsInEveryForm) {
   const Outcome failed = Run("printf '\\0\\0\\1x' | zlibvideo info -");
   EXPECT_NE(failed.text.find("! 1 message failed\n"), std::string::npos) << failed.text;
   EXPECT_EQ(failed.text.find("records"), std::string::npos) << failed.text;
+  const Outcome full = Run("head -c -1 '<b>.zvm' | zlibvideo info - > /dev/full");
+  EXPECT_EQ(full.text.find("zlibvideo: standard input: ends early"), 0u) << full.text;
   for (const char* form : {"-", "- --json", "- --html -", "- --html empty.html"}) {
     EXPECT_EQ(Run("zlibvideo info < /dev/null " + std::string(form) + "; echo $?; ls").text,
               "zlibvideo: standard input: is empty\n1\n<b>.zvm\n");

@@ -2,10 +2,12 @@
 
 #include <CLI/CLI.hpp>
 #include <memory>
+#include <new>
 #include <string>
 
 #include "tools/common/ExitStatus.h"
 #include "tools/common/FileNameValidator.h"
+#include "tools/common/MessageFileReader.h"
 #include "tools/common/OutputFile.h"
 #include "tools/common/PrintLine.h"
 #include "tools/common/ProgressBar.h"
@@ -84,35 +86,73 @@ std::unique_ptr<ReportWriter> MakeWriter(const InfoOptions& options) {
       kStandardStreamName, TextReport::Options{Terminal::OfStandardOutput(), options.map});
 }
 
-int RunInfo(const InfoOptions& options) {
-  using Result = MessageFileReader::Result;
-  ProtectInput(options.input);
-  MessageFileReader reader(options.input);
-  FileMessage message;
-  Result result = reader.Next(&message);
-  // Before any output is begun: nothing is left of a report about nothing.
-  if (result != Result::kMessage) throw ToolError(reader.Problem());
-  const std::unique_ptr<ReportWriter> writer = MakeWriter(options);
-  ProgressBar progress(!options.html.empty() && !options.quiet, "message", reader.FileSize());
-  StreamDecoder stream;
-  StreamSummary summary;
-  for (; result == Result::kMessage; result = reader.Next(&message)) {
-    const bool decoded = stream.Decode(message);
-    const MessageReport report = MessageReport::Gather(message, decoded, stream.Decoder());
-    summary.Add(report);
-    writer->Write(report, stream.Frame());
-    progress.Update(reader.BytesRead(), summary.messages);
+using Result = MessageFileReader::Result;
+
+/// One run over a message file.
+class InfoRun {
+ public:
+  explicit InfoRun(const InfoOptions& options) : fOptions(options), fReader(options.input) {}
+
+  int Run();
+
+ private:
+  Result ReportAll();
+  void ReportOne(const FileMessage& message);
+
+  const InfoOptions& fOptions;
+  MessageFileReader fReader;
+  StreamDecoder fStream;
+  /// Begun with the first message: nothing is left of a report about nothing.
+  std::unique_ptr<ReportWriter> fWriter;
+  /// Of the messages that are in the report.
+  StreamSummary fSummary;
+};
+
+int InfoRun::Run() {
+  Result end = Result::kReadError;
+  std::string problem;
+  try {
+    end = ReportAll();
+    problem = fReader.Problem();
+  } catch (const std::bad_alloc&) {
+    problem =
+        fReader.Name() + ": not enough memory for message " + std::to_string(fSummary.messages);
   }
-  const std::string problem = result == Result::kEnd ? "" : reader.Problem();
-  writer->Finish(summary, problem);
-  progress.Clear();
-  if (!options.html.empty() && summary.failed != 0) {
-    PrintLine(reader.Name() + ": " + std::to_string(summary.failed) + " of " +
-              Counted(summary.messages, "message") + " failed; the page says why");
-  }
+  if (fSummary.messages == 0) throw ToolError(problem);
+  if (end == Result::kEnd) problem.clear();
+  // Before the report is completed, which may end with an error of its own.
   if (!problem.empty()) PrintLine(problem);
-  if (result == Result::kReadError) return kExitCouldNotRun;
-  return summary.failed == 0 && problem.empty() ? kExitSuccess : kExitDamagedInput;
+  fWriter->Finish(fSummary, problem);
+  if (!fOptions.html.empty() && fSummary.failed != 0) {
+    PrintLine(fReader.Name() + ": " + std::to_string(fSummary.failed) + " of " +
+              Counted(fSummary.messages, "message") + " failed; the page says why");
+  }
+  if (end == Result::kReadError) return kExitCouldNotRun;
+  return fSummary.failed == 0 && problem.empty() ? kExitSuccess : kExitDamagedInput;
+}
+
+Result InfoRun::ReportAll() {
+  ProgressBar progress(!fOptions.html.empty() && !fOptions.quiet, "message", fReader.FileSize());
+  FileMessage message;
+  Result result = Result::kEnd;
+  while ((result = fReader.Next(&message)) == Result::kMessage) {
+    if (fWriter == nullptr) fWriter = MakeWriter(fOptions);
+    ReportOne(message);
+    progress.Update(fReader.BytesRead(), fSummary.messages);
+  }
+  return result;
+}
+
+void InfoRun::ReportOne(const FileMessage& message) {
+  const bool decoded = fStream.Decode(message);
+  const MessageReport report = MessageReport::Gather(message, decoded, fStream.Decoder());
+  fWriter->Write(report, fStream.Frame());
+  fSummary.Add(report);
+}
+
+int RunInfo(const InfoOptions& options) {
+  ProtectInput(options.input);
+  return InfoRun(options).Run();
 }
 
 }  // namespace
