@@ -68,8 +68,9 @@ TEST_F(DecodeTest, RawPicturesComeThroughFilesAndPipes) {
   EXPECT_TRUE(Bitmaps(0, fAll) == Run("zlibvideo decode - --format bgra -o - < good.zvm").text);
   const Outcome png = Run("mkdir ./-; zlibvideo decode good.zvm --to 1 --format png -o -");
   EXPECT_EQ(1u, png.text.find("PNG")) << "a folder named - is not meant";
-  EXPECT_TRUE(Bitmaps(1, 3) ==
-              Run("zlibvideo decode good.zvm --format bgra -o - --from 2 --to 3").text);
+  const Outcome range =
+      Run("head -c -1 good.zvm | zlibvideo decode - --format bgra -o - --from 2 --to 3");
+  EXPECT_TRUE(Bitmaps(1, 3) == range.text) << "what comes after the range counts";
 }
 
 TEST_F(DecodeTest, PngFilesAreNumberedByMessage) {

@@ -82,13 +82,14 @@ void DecodeRun::KeepOutput() {
 Result DecodeRun::DecodeAll() {
   ProgressBar progress(WantsProgressBar(), "message", fReader.FileSize());
   FileMessage message;
-  Result result = Result::kEnd;
-  while ((result = fReader.Next(&message)) == Result::kMessage) {
+  while (fMessagesDone < fOptions.to) {
+    const Result result = fReader.Next(&message);
+    if (result != Result::kMessage) return result;
     DecodeOne(message);
     ++fMessagesDone;
     progress.Update(fReader.BytesRead(), fMessagesDone);
   }
-  return result;
+  return Result::kEnd;  // the rest, which a live stream may never send, is not asked for
 }
 
 void DecodeRun::DecodeOne(const FileMessage& message) {
