@@ -1,3 +1,6 @@
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <exception>
 #include <new>
 
@@ -7,7 +10,23 @@
 #include "tools/common/TemporaryFiles.h"
 #include "tools/common/ToolError.h"
 
+namespace {
+
+/// A file that is opened takes the lowest free descriptor. Were one of the standard three free,
+/// lines for people would end up in an output. What stands in for input and output is open the
+/// wrong way, so that using it still is an error.
+void FillStandardDescriptors() {
+  constexpr int kModes[] = {O_WRONLY, O_RDONLY, O_WRONLY};
+  for (int descriptor = STDIN_FILENO; descriptor <= STDERR_FILENO; ++descriptor) {
+    if (fcntl(descriptor, F_GETFD) >= 0) continue;
+    static_cast<void>(open("/dev/null", kModes[descriptor]));
+  }
+}
+
+}  // namespace
+
 int main(int argc, char** argv) {
+  FillStandardDescriptors();
   zlibvideo::InstallSignalHandlers();
   try {
     return zlibvideo::RunCommandLine(argc, argv);

@@ -73,6 +73,13 @@ TEST_F(DecodeTest, RawPicturesComeThroughFilesAndPipes) {
   EXPECT_TRUE(Bitmaps(1, 3) == range.text) << "what comes after the range counts";
 }
 
+TEST_F(DecodeTest, ClosedStandardStreamsAreNotTakenForTheOutput) {
+  EXPECT_EQ(2, Run("zlibvideo decode bad.zvm -o x.bgra <&- 2>&-").status);
+  EXPECT_TRUE(Bitmaps(0, 2) == ReadFile("x.bgra"));
+  EXPECT_EQ(1, Run("zlibvideo decode good.zvm --format hash >&-").status);
+  EXPECT_EQ(1, Run("zlibvideo decode - -o y.bgra <&-").status);
+}
+
 TEST_F(DecodeTest, PngFilesAreNumberedByMessage) {
   const Outcome outcome = Run("zlibvideo decode bad.zvm -o out/%03d.png");
   EXPECT_EQ(2, outcome.status);
