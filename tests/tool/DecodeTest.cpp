@@ -73,6 +73,11 @@ TEST_F(DecodeTest, RawPicturesComeThroughFilesAndPipes) {
   EXPECT_TRUE(Bitmaps(1, 3) == range.text) << "what comes after the range counts";
 }
 
+TEST_F(DecodeTest, OutputGoesWhereItsNameLeads) {
+  EXPECT_EQ(0, Run("ln -s new/x.bgra link.bgra; zlibvideo decode good.zvm -o link.bgra").status);
+  EXPECT_TRUE(Bitmaps(0, fAll) == ReadFile("new/x.bgra"));
+}
+
 TEST_F(DecodeTest, ClosedStandardStreamsAreNotTakenForTheOutput) {
   EXPECT_EQ(2, Run("zlibvideo decode bad.zvm -o x.bgra <&- 2>&-").status);
   EXPECT_TRUE(Bitmaps(0, 2) == ReadFile("x.bgra"));

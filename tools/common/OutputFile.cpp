@@ -49,10 +49,18 @@ void RefuseInput(const std::string& output) {
 
 /// Where `path` leads to when it is a symbolic link: renaming onto the link would replace it.
 fs::path FollowLinks(const std::string& path) {
+  constexpr int kMaxLinks = 40;  // the system follows no more either
   std::error_code error;
-  const fs::path absolute = fs::absolute(path, error);
-  const fs::path target = fs::weakly_canonical(absolute, error);
-  return error ? absolute : target;
+  fs::path target = fs::absolute(path, error);
+  for (int links = 0; links < kMaxLinks; ++links) {
+    const fs::path resolved = fs::weakly_canonical(target, error);
+    if (error) break;
+    // A link to something that does not exist is taken for a file that does not exist.
+    const fs::path link = fs::read_symlink(resolved, error);
+    if (error) return resolved;
+    target = resolved.parent_path() / link;
+  }
+  return target;
 }
 
 }  // namespace
