@@ -74,8 +74,14 @@ TEST_F(DecodeTest, RawPicturesComeThroughFilesAndPipes) {
 }
 
 TEST_F(DecodeTest, OutputGoesWhereItsNameLeads) {
-  EXPECT_EQ(0, Run("ln -s new/x.bgra link.bgra; zlibvideo decode good.zvm -o link.bgra").status);
+  Run("ln -s new/x.bgra link.bgra; ln -s loop loop");
+  EXPECT_EQ(0, Run("zlibvideo decode good.zvm -o link.bgra").status);
   EXPECT_TRUE(Bitmaps(0, fAll) == ReadFile("new/x.bgra"));
+  for (const char* name : {"loop", "$(printf %0300d 1)"}) {
+    const Outcome outcome = Run("zlibvideo decode /dev/null --format hash -o " + std::string(name));
+    EXPECT_NE(std::string::npos, outcome.text.find(": cannot be opened for writing: "))
+        << "what is wrong with the output shows before any work: " << outcome.text;
+  }
 }
 
 TEST_F(DecodeTest, ClosedStandardStreamsAreNotTakenForTheOutput) {

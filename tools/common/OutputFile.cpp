@@ -75,6 +75,9 @@ OutputFile::OutputFile(const std::string& path) : fName(OutputName(path)) {
   fTarget = target.string();
   std::error_code error;
   const fs::file_status status = fs::status(target, error);
+  if (!fs::status_known(status)) {
+    throw ToolError::FromSystem(fName, "cannot be opened for writing", error.value());
+  }
   if (fs::is_directory(status) || !fs::path(path).has_filename()) {
     throw ToolError(fName + ": is a directory, not a file");
   }
