@@ -77,6 +77,9 @@ TEST_F(DecodeTest, OutputGoesWhereItsNameLeads) {
   Run("ln -s new/x.bgra link.bgra; ln -s loop loop");
   EXPECT_EQ(0, Run("zlibvideo decode good.zvm -o link.bgra").status);
   EXPECT_TRUE(Bitmaps(0, fAll) == ReadFile("new/x.bgra"));
+  EXPECT_EQ("602\n", Run("chmod 602 new/x.bgra; zlibvideo decode good.zvm -o link.bgra && "
+                         "stat -c %a new/x.bgra")
+                         .text);
   for (const char* name : {"loop", "$(printf %0300d 1)"}) {
     const Outcome outcome = Run("zlibvideo decode /dev/null --format hash -o " + std::string(name));
     EXPECT_NE(std::string::npos, outcome.text.find(": cannot be opened for writing: "))

@@ -63,6 +63,12 @@ fs::path FollowLinks(const std::string& path) {
   return target;
 }
 
+void CreateFolder(const fs::path& folder, const std::string& name) {
+  std::error_code error;
+  fs::create_directories(folder, error);
+  if (error) throw ToolError::FromSystem(name, "its folder cannot be created", error.value());
+}
+
 }  // namespace
 
 OutputFile::OutputFile(const std::string& path) : fName(OutputName(path)) {
@@ -86,11 +92,15 @@ OutputFile::OutputFile(const std::string& path) : fName(OutputName(path)) {
     if (fStream == nullptr) Fail("cannot be opened for writing");
     return;
   }
-  fs::create_directories(target.parent_path(), error);
-  if (error) {
-    throw ToolError::FromSystem(fName, "its folder cannot be created", error.value());
-  }
-  OpenTemporary(target.parent_path().string());
+  CreateFolder(target.parent_path(), fName);
+  const bool replaces = fs::exists(status);
+  // Renaming alone would ask for no permission to write to what is replaced.
+  if (replaces && access(fTarget.c_str(), W_OK) != 0) Fail("cannot be opened for writing");
+  const mode_t mode =
+      replaces ? static_cast<mode_t>(status.permissions() & fs::perms::all) : kNewFileMode;
+  OpenTemporary(target.parent_path().string(), mode);
+  // What the umask withheld; not every file system has modes to set.
+  if (replaces) fchmod(fileno(fStream), mode);
 }
 
 OutputFile::~OutputFile() {
@@ -121,13 +131,13 @@ void OutputFile::Commit() {
   fTemporary.clear();
 }
 
-void OutputFile::OpenTemporary(const std::string& folder) {
+void OutputFile::OpenTemporary(const std::string& folder, mode_t mode) {
   const SignalBlock block;
   int descriptor = -1;
   for (int attempt = 0; descriptor < 0; ++attempt) {
     fTemporary = folder + "/.zlibvideo-" + std::to_string(getpid()) + "-" +
                  std::to_string(attempt) + ".part";
-    descriptor = open(fTemporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kNewFileMode);
+    descriptor = open(fTemporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
     if (descriptor < 0 && errno != EEXIST) {
       fTemporary.clear();
       Fail("cannot be created");

@@ -1,6 +1,8 @@
 #ifndef ZLIBVIDEO_TOOLS_COMMON_OUTPUTFILE_H
 #define ZLIBVIDEO_TOOLS_COMMON_OUTPUTFILE_H
 
+#include <sys/types.h>
+
 #include <cstddef>
 #include <cstdio>
 #include <string>
@@ -9,9 +11,9 @@ namespace zlibvideo {
 
 /// A file being written. It lies beside its final name under a temporary one until `Commit` renames
 /// it; if that does not happen, by an error or a signal, it is removed and what had the final name
-/// before is still there. Standard output ("-"), devices and pipes are written to directly.
-/// Every error is thrown as a `ToolError` that names the file, except that a closed standard output
-/// ends the command silently.
+/// before is still there. A file that is replaced must be writable, and its mode is kept. Standard
+/// output ("-"), devices and pipes are written to directly. Every error is thrown as a `ToolError`
+/// that names the file, except that a closed standard output ends the command silently.
 class OutputFile {
  public:
   /// Opens the output; missing folders are created.
@@ -29,7 +31,7 @@ class OutputFile {
   const std::string& Name() const { return fName; }
 
  private:
-  void OpenTemporary(const std::string& folder);
+  void OpenTemporary(const std::string& folder, mode_t mode);
   [[noreturn]] void Fail(const char* what) const;
 
   std::string fName;
