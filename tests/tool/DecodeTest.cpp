@@ -80,6 +80,8 @@ TEST_F(DecodeTest, OutputGoesWhereItsNameLeads) {
   EXPECT_EQ("602\n", Run("chmod 602 new/x.bgra; zlibvideo decode good.zvm -o link.bgra && "
                          "stat -c %a new/x.bgra")
                          .text);
+  Run("{ zlibvideo decode good.zvm --format bgra -o /dev/stdout; echo end; } > x.bgra");
+  EXPECT_TRUE(Bitmaps(0, fAll) + "end\n" == ReadFile("x.bgra")) << "replaced under the shell";
   for (const char* name : {"loop", "$(printf %0300d 1)"}) {
     const Outcome outcome = Run("zlibvideo decode /dev/null --format hash -o " + std::string(name));
     EXPECT_NE(std::string::npos, outcome.text.find(": cannot be opened for writing: "))
@@ -196,8 +198,9 @@ TEST_F(DecodeTest, InputIsNeverReplaced) {
 TEST_F(DecodeTest, WhoeverLeavesOrStopsItGetsNoUnfinishedFile) {
   Run("for i in 1 2 3 4 5 6 7 8 9; do cat good.zvm >> long.zvm; done");
   const std::set<std::string> before = Files();
-  for (const char* arguments : {"decode long.zvm --format bgra -o -", "info --json long.zvm",
-                                "info --html - long.zvm", "record --help"}) {
+  for (const char* arguments :
+       {"decode long.zvm --format bgra -o /dev/stdout", "info --json long.zvm",
+        "info --html - long.zvm", "record --help"}) {
     const Outcome outcome =
         Run("mkfifo gone; { { read x <gone; zlibvideo " + std::string(arguments) +
             "; echo $? >&3; } | { exec <&-; echo >gone; }; } 3>&1; rm gone");

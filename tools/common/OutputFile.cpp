@@ -25,24 +25,25 @@ constexpr mode_t kNewFileMode = 0666;
 struct FileIdentity {
   dev_t device = 0;
   ino_t inode = 0;
+  bool isRegular = false;
   bool operator==(const FileIdentity&) const = default;
 };
 
-/// Of the regular file that `path` names, or that is open as `descriptor` for "-".
-std::optional<FileIdentity> RegularFile(const std::string& path, int descriptor) {
+/// Of the file that `path` names, or that is open as `descriptor` for "-".
+std::optional<FileIdentity> Identify(const std::string& path, int descriptor) {
   struct stat info = {};
   const int result =
       path == kStandardStreamName ? fstat(descriptor, &info) : stat(path.c_str(), &info);
-  if (result != 0 || !S_ISREG(info.st_mode)) return std::nullopt;
-  return FileIdentity{info.st_dev, info.st_ino};
+  if (result != 0) return std::nullopt;
+  return FileIdentity{info.st_dev, info.st_ino, S_ISREG(info.st_mode)};
 }
 
 /// Outputs are opened in many places, some under names that are made up on the way; all of them
-/// must know the inputs.
+/// must know the inputs, as far as they are regular files.
 std::vector<FileIdentity> gInputs;
 
 void RefuseInput(const std::string& output) {
-  const std::optional<FileIdentity> file = RegularFile(output, STDOUT_FILENO);
+  const std::optional<FileIdentity> file = Identify(output, STDOUT_FILENO);
   if (!file || std::find(gInputs.begin(), gInputs.end(), *file) == gInputs.end()) return;
   throw ToolError(OutputName(output) + ": is also the input; choose another output");
 }
@@ -73,7 +74,7 @@ void CreateFolder(const fs::path& folder, const std::string& name) {
 
 OutputFile::OutputFile(const std::string& path) : fName(OutputName(path)) {
   RefuseInput(path);
-  if (path == kStandardStreamName) {
+  if (IsStandardOutput(path)) {
     fStream = stdout;
     return;
   }
@@ -155,17 +156,25 @@ void OutputFile::Fail(const char* what) const {
 }
 
 void ProtectInput(const std::string& input) {
-  const std::optional<FileIdentity> file = RegularFile(input, STDIN_FILENO);
-  if (file) gInputs.push_back(*file);
+  const std::optional<FileIdentity> file = Identify(input, STDIN_FILENO);
+  if (file && file->isRegular) gInputs.push_back(*file);
+}
+
+bool IsStandardOutput(const std::string& output) {
+  if (output == kStandardStreamName) return true;
+  const std::optional<FileIdentity> file = Identify(output, STDOUT_FILENO);
+  // What stands in for a closed standard output is open for reading.
+  return file && file == Identify(kStandardStreamName, STDOUT_FILENO) &&
+         (fcntl(STDOUT_FILENO, F_GETFL) & O_ACCMODE) != O_RDONLY;
 }
 
 void RefuseTerminal(const std::string& output) {
-  if (output != kStandardStreamName || isatty(STDOUT_FILENO) == 0) return;
+  if (!IsStandardOutput(output) || isatty(STDOUT_FILENO) == 0) return;
   throw ToolError(OutputName(output) + ": is a terminal; redirect it or give -o FILE");
 }
 
 std::string OutputName(const std::string& path) {
-  return path == kStandardStreamName ? "standard output" : path;
+  return IsStandardOutput(path) ? "standard output" : path;
 }
 
 }  // namespace zlibvideo

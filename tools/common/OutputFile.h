@@ -46,8 +46,11 @@ class OutputFile {
 /// an output that is the same regular file, under whatever name, cannot be opened.
 void ProtectInput(const std::string& input);
 
-/// Throws a `ToolError` when `output` is standard output and that is a terminal: for
-/// binary output.
+/// Whether `output` is "-" or another name of what standard output is, such as /dev/stdout: it is
+/// written to as it was opened, and not replaced.
+bool IsStandardOutput(const std::string& output);
+
+/// Throws a `ToolError` when `output` is standard output and that is a terminal: for binary output.
 void RefuseTerminal(const std::string& output);
 
 /// `path` as messages show it: "standard output" for "-".

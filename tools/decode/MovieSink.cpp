@@ -3,7 +3,6 @@
 #include <filesystem>
 #include <utility>
 
-#include "tools/common/InputFile.h"
 #include "tools/common/OutputFile.h"
 #include "tools/common/PrintLine.h"
 #include "tools/common/ToolError.h"
@@ -35,7 +34,7 @@ void MovieSink::BeginNextFile(std::uint64_t index, const FrameView& frame) {
                                " the size changes from " + SizeText(fSize.width, fSize.height) +
                                " to " + SizeText(frame.width, frame.height) +
                                " and a movie has one size; ";
-    if (fPath == kStandardStreamName) {
+    if (IsStandardOutput(fPath)) {
       throw ToolError(change + "it ends here; with -o FILE each size gets its own file");
     }
     PrintLine(change + "it continues in " + FileName());

@@ -1,6 +1,5 @@
 #include "tools/decode/PngSink.h"
 
-#include "tools/common/InputFile.h"
 #include "tools/common/OutputFile.h"
 #include "tools/common/PngFile.h"
 #include "tools/common/ToolError.h"
@@ -14,7 +13,7 @@ PngSink::PngSink(const std::string& output) : fOutput(output) {
 
 void PngSink::WritePicture(std::uint64_t index, const FrameView& frame) {
   const std::uint64_t number = index + 1;
-  if (fWritten && !fPattern.HasNumber() && fOutput != kStandardStreamName) {
+  if (fWritten && !fPattern.HasNumber() && !IsStandardOutput(fOutput)) {
     throw ToolError(fOutput + ": takes one picture, which is written; for picture " +
                     std::to_string(number) +
                     " onwards give a numbered name, such as %04d.png, or choose one picture "

@@ -118,7 +118,7 @@ bool DecodeRun::IsWanted(const FileMessage& message) const {
 
 bool DecodeRun::WantsProgressBar() const {
   if (fOptions.quiet) return false;
-  return fOptions.output != kStandardStreamName || isatty(STDOUT_FILENO) == 0;
+  return !IsStandardOutput(fOptions.output) || isatty(STDOUT_FILENO) == 0;
 }
 
 void DecodeRun::RequireRange(Result end) const {
