@@ -177,6 +177,11 @@ TEST_F(InfoTest, ReportsInEveryForm) {
             "[[1,4," + std::to_string(Banded(3, 1).Build().size()) + ",1,3,1]]");
   const Outcome bare = Run("zlibvideo info --picture-limit 0 --html - '<b>.zvm'");
   EXPECT_NE(bare.text.find("\"patch\":\"omitted\""), std::string::npos);
+
+  const Outcome screen =
+      Run("mkfifo in; { cat *.zvm; sleep 0.2; cat *.zvm; } >in & "
+          "script -qec \"'" ZLIBVIDEO_PROGRAM "' info in --html -\" /dev/null");
+  EXPECT_EQ(screen.text.find("\x1B[K"), screen.text.rfind("\x1B[K")) << "a bar in the page";
 }
 
 }  // namespace

@@ -168,8 +168,12 @@ bool IsStandardOutput(const std::string& output) {
          (fcntl(STDOUT_FILENO, F_GETFL) & O_ACCMODE) != O_RDONLY;
 }
 
+bool IsTerminal(const std::string& output) {
+  return IsStandardOutput(output) && isatty(STDOUT_FILENO) == 1;
+}
+
 void RefuseTerminal(const std::string& output) {
-  if (!IsStandardOutput(output) || isatty(STDOUT_FILENO) == 0) return;
+  if (!IsTerminal(output)) return;
   throw ToolError(OutputName(output) + ": is a terminal; redirect it or give -o FILE");
 }
 

@@ -50,6 +50,9 @@ void ProtectInput(const std::string& input);
 /// written to as it was opened, and not replaced.
 bool IsStandardOutput(const std::string& output);
 
+/// Whether `output` is standard output and that is a terminal.
+bool IsTerminal(const std::string& output);
+
 /// Throws a `ToolError` when `output` is standard output and that is a terminal: for binary output.
 void RefuseTerminal(const std::string& output);
 

@@ -1,7 +1,5 @@
 #include "tools/decode/RunDecode.h"
 
-#include <unistd.h>
-
 #include <memory>
 #include <new>
 #include <string>
@@ -117,8 +115,7 @@ bool DecodeRun::IsWanted(const FileMessage& message) const {
 }
 
 bool DecodeRun::WantsProgressBar() const {
-  if (fOptions.quiet) return false;
-  return !IsStandardOutput(fOptions.output) || isatty(STDOUT_FILENO) == 0;
+  return !fOptions.quiet && !IsTerminal(fOptions.output);
 }
 
 void DecodeRun::RequireRange(Result end) const {

@@ -98,6 +98,8 @@ class InfoRun {
  private:
   Result ReportAll();
   void ReportOne(const FileMessage& message);
+  /// A bar would break up a report that goes to the same terminal.
+  bool WantsProgressBar() const;
 
   const InfoOptions& fOptions;
   MessageFileReader fReader;
@@ -132,7 +134,7 @@ int InfoRun::Run() {
 }
 
 Result InfoRun::ReportAll() {
-  ProgressBar progress(!fOptions.html.empty() && !fOptions.quiet, "message", fReader.FileSize());
+  ProgressBar progress(WantsProgressBar(), "message", fReader.FileSize());
   FileMessage message;
   Result result = Result::kEnd;
   while ((result = fReader.Next(&message)) == Result::kMessage) {
@@ -148,6 +150,10 @@ void InfoRun::ReportOne(const FileMessage& message) {
   const MessageReport report = MessageReport::Gather(message, decoded, fStream.Decoder());
   fWriter->Write(report, fStream.Frame());
   fSummary.Add(report);
+}
+
+bool InfoRun::WantsProgressBar() const {
+  return !fOptions.html.empty() && !fOptions.quiet && !IsTerminal(fOptions.html);
 }
 
 int RunInfo(const InfoOptions& options) {
