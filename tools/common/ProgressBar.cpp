@@ -7,14 +7,24 @@
 #include <utility>
 
 #include "tools/common/PrintLine.h"
+#include "tools/common/TerminalWidth.h"
 #include "tools/common/Wording.h"
 
 namespace zlibvideo {
 namespace {
 
-constexpr std::uint64_t kBarWidth = 30;
+constexpr std::size_t kMaxBarWidth = 30;
 constexpr std::uint64_t kPercent = 100;
 constexpr std::chrono::milliseconds kRedrawInterval(100);
+
+/// As many cells as fit beside the text, none if there is no room for any.
+std::string Bar(std::uint64_t part, std::uint64_t total, std::size_t room) {
+  constexpr std::size_t kFrameWidth = sizeof("[] ") - 1;
+  if (room <= kFrameWidth) return {};
+  const std::size_t width = std::min(kMaxBarWidth, room - kFrameWidth);
+  const auto filled = static_cast<std::size_t>(part * width / total);
+  return "[" + std::string(filled, '#') + std::string(width - filled, ' ') + "] ";
+}
 
 }  // namespace
 
@@ -39,17 +49,15 @@ void ProgressBar::Clear() {
 }
 
 void ProgressBar::Draw(std::uint64_t done, std::uint64_t count) {
-  std::string line = kEraseTerminalLine;
+  // A line that reaches the edge would go on in a next one, which is not erased.
+  const std::size_t width = TerminalWidth(STDERR_FILENO) - 1;
+  std::string line = Counted(count, fNoun);
   if (fTotal.has_value() && *fTotal > 0) {
     const std::uint64_t part = std::min(done, *fTotal);
-    const auto filled = static_cast<std::size_t>(part * kBarWidth / *fTotal);
-    line += '[';
-    line.append(filled, '#').append(kBarWidth - filled, ' ');
-    line += "] ";
-    line += std::to_string(part * kPercent / *fTotal);
-    line += " %  ";
+    line.insert(0, std::to_string(part * kPercent / *fTotal) + " %  ");
+    line.insert(0, Bar(part, *fTotal, width - std::min(width, line.size())));
   }
-  line += Counted(count, fNoun);
+  line = kEraseTerminalLine + line.substr(0, width);
   std::fputs(line.c_str(), stderr);
   fDrawn = true;
 }

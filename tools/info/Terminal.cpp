@@ -2,12 +2,12 @@
 
 #include <langinfo.h>
 #include <locale.h>
-#include <sys/ioctl.h>
 #include <unistd.h>
 
-#include <charconv>
 #include <cstdlib>
 #include <string_view>
+
+#include "tools/common/TerminalWidth.h"
 
 namespace zlibvideo {
 namespace {
@@ -25,18 +25,6 @@ bool LocaleIsUtf8() {
   return utf8;
 }
 
-/// Of the terminal that standard output is.
-std::size_t TerminalWidth() {
-  constexpr std::size_t kUsualWidth = 80;
-  const std::string_view wanted = Environment("COLUMNS");
-  std::size_t columns = 0;
-  std::from_chars(wanted.data(), wanted.data() + wanted.size(), columns);
-  if (columns != 0) return columns;
-  winsize size = {};
-  if (ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) != 0 || size.ws_col == 0) return kUsualWidth;
-  return size.ws_col;
-}
-
 }  // namespace
 
 Terminal Terminal::OfStandardOutput() {
@@ -44,7 +32,7 @@ Terminal Terminal::OfStandardOutput() {
   if (isatty(STDOUT_FILENO) == 0) return terminal;
   terminal.unicode = LocaleIsUtf8();
   terminal.color = Environment("NO_COLOR").empty() && Environment("TERM") != "dumb";
-  terminal.width = TerminalWidth();
+  terminal.width = TerminalWidth(STDOUT_FILENO);
   return terminal;
 }
 
