@@ -213,6 +213,10 @@ TEST_F(DecodeTest, WhoeverLeavesOrStopsItGetsNoUnfinishedFile) {
     EXPECT_NE(std::string::npos, outcome.text.find("standard output: is a terminal")) << arguments;
     EXPECT_EQ(1, Lines(outcome.text)) << arguments;
   }
+  const Outcome live =
+      Run("mkfifo in; { cat bad.zvm; read x <in; } | zlibvideo decode - --format hash 2>&- | "
+          "{ timeout 9 head -n 4; echo >in; }; rm in");
+  EXPECT_EQ(4, Lines(live.text)) << live.text;
   const Outcome stopped =
       Run("mkfifo in; '" ZLIBVIDEO_PROGRAM
           "' decode in -o x.bgra & exec 3>in; cat long.zvm >&3; while ! ls .*.part; "

@@ -118,6 +118,11 @@ void OutputFile::Write(const void* bytes, std::size_t size) {
   if (std::fwrite(bytes, 1, size, fStream) != size) Fail("cannot be written");
 }
 
+void OutputFile::WriteLine(const std::string& line) {
+  Write(line + '\n');
+  if (fTemporary.empty() && std::fflush(fStream) != 0) Fail("cannot be written");
+}
+
 void OutputFile::Commit() {
   errno = 0;
   std::FILE* stream = fStream;

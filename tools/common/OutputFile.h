@@ -24,6 +24,9 @@ class OutputFile {
 
   void Write(const void* bytes, std::size_t size);
   void Write(const std::string& text) { Write(text.data(), text.size()); }
+  /// Writes `line` and its end. Unless it goes to a temporary file, whoever reads the output has it
+  /// at once, and a signal does not lose it.
+  void WriteLine(const std::string& line);
   /// Ends the output: everything has been handed to the system and the file has its final name.
   /// Nothing may be written afterwards.
   void Commit();

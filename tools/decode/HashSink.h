@@ -15,10 +15,10 @@ class HashSink : public FrameSink {
   explicit HashSink(const std::string& path) : fFile(path) {}
 
   void WritePicture(std::uint64_t index, const FrameView& frame) override {
-    fFile.Write(HashLine(index, true, frame) + '\n');
+    fFile.WriteLine(HashLine(index, true, frame));
   }
   void NoteFailure(std::uint64_t index, const FrameView& frame) override {
-    fFile.Write(HashLine(index, false, frame) + '\n');
+    fFile.WriteLine(HashLine(index, false, frame));
   }
   void Finish() override { fFile.Commit(); }
 
