@@ -171,7 +171,7 @@ TEST_F(DecodeTest, WhatCannotRunSaysSoInOneLineAndLeavesNoFile) {
         "zlibvideo decode good.zvm -o /proc/x/%d.png",
         "zlibvideo decode good.zvm --format hash > /dev/full",
         "zlibvideo decode good.zvm --verify good.zvm", "zlibvideo info --help > /dev/full",
-        "zlibvideo --version > /dev/full"}) {
+        "zlibvideo --version > /dev/full", "ulimit -f 1; zlibvideo decode good.zvm -o x.bgra"}) {
     const Outcome outcome = Run(script);
     EXPECT_EQ(1, outcome.status) << script;
     EXPECT_EQ(1, Lines(outcome.text)) << script << outcome.text;
@@ -217,12 +217,15 @@ TEST_F(DecodeTest, WhoeverLeavesOrStopsItGetsNoUnfinishedFile) {
       Run("mkfifo in; { cat bad.zvm; read x <in; } | zlibvideo decode - --format hash 2>&- | "
           "{ timeout 9 head -n 4; echo >in; }; rm in");
   EXPECT_EQ(4, Lines(live.text)) << live.text;
-  const Outcome stopped =
-      Run("mkfifo in; '" ZLIBVIDEO_PROGRAM
-          "' decode in -o x.bgra & exec 3>in; cat long.zvm >&3; while ! ls .*.part; "
-          "do sleep 0.01; done; kill $!; wait $!; status=$?; rm in; exit $status");
-  EXPECT_EQ(128 + SIGTERM, stopped.status) << stopped.text;
-  EXPECT_NE(std::string::npos, stopped.text.find("stopped by a signal"));
+  for (const int signal : {SIGTERM, SIGXCPU}) {
+    const Outcome stopped =
+        Run("ulimit -c 0; mkfifo in; '" ZLIBVIDEO_PROGRAM
+            "' decode in -o x.bgra & exec 3>in; cat long.zvm >&3; while ! ls .*.part; "
+            "do sleep 0.01; done; kill -" +
+            std::to_string(signal) + " $!; wait $!; status=$?; rm in; exit $status");
+    EXPECT_EQ(128 + signal, stopped.status) << stopped.text;
+    EXPECT_NE(std::string::npos, stopped.text.find("stopped by a signal"));
+  }
   EXPECT_EQ(before, Files());
 }
 

@@ -8,7 +8,7 @@
 namespace zlibvideo {
 namespace {
 
-constexpr int kFatalSignals[] = {SIGINT, SIGTERM, SIGHUP};
+constexpr int kFatalSignals[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGXCPU};
 
 /// A signal handler is called without a context, so what it needs is global. It is changed only
 /// while the signals are blocked; the tool is single-threaded.
@@ -48,6 +48,7 @@ void InstallSignalHandlers() {
   struct sigaction ignore = {};
   ignore.sa_handler = SIG_IGN;
   sigaction(SIGPIPE, &ignore, nullptr);
+  sigaction(SIGXFSZ, &ignore, nullptr);
 }
 
 SignalBlock::SignalBlock() {

@@ -7,9 +7,10 @@
 
 namespace zlibvideo {
 
-/// Has SIGINT, SIGTERM and SIGHUP remove the registered temporary files and then end the process
-/// as they would have (130, 143 and 129 to a shell), and turns writing to a closed pipe into an
-/// error of the write. To be called once, by `main`.
+/// Has SIGINT, SIGTERM, SIGHUP, SIGQUIT and SIGXCPU remove the registered temporary files and then
+/// end the process as they would have (130, 143, 129, 131 and 152 to a shell), and turns writing to
+/// a closed pipe or beyond the limit of a file's size into an error of the write. To be called
+/// once, by `main`.
 void InstallSignalHandlers();
 
 /// Holds those signals back while it lives, so that creating or renaming a file and noting it down
