@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 #include "bitstream/FrameHeader.h"
@@ -112,12 +113,21 @@ void EncodeAll(const RecordArguments& arguments, MessageFileWriter* writer) {
   }
 }
 
+void CheckVersionOptions(const RecordArguments& arguments) {
+  if (arguments.version != 1) return;
+  const RecordOptions& options = arguments.options;
+  const std::pair<const char*, bool> given[] = {{"--reduced", options.reduced},
+                                                {"--passes", options.passes > 1},
+                                                {"--renew", options.renewPercent > 0}};
+  for (const auto& [name, isGiven] : given) {
+    if (isGiven) throw CLI::ValidationError(name, "needs --codec 2");
+  }
+}
+
 int Record(RecordArguments arguments) {
   RecordOptions& options = arguments.options;
   options.codecType = arguments.version == 1 ? kCodecTypeVersion1 : kCodecTypeVersion2;
-  if (arguments.version == 1 && options.UsesReducedColors()) {
-    throw CLI::ValidationError("--reduced and --passes need --codec 2");
-  }
+  CheckVersionOptions(arguments);
   static_cast<void>(ParseBlockSize(arguments.block, &options.blockWidth, &options.blockHeight));
   for (const std::string& picture : arguments.pictures) ProtectInput(picture);
   RefuseTerminal(arguments.output);
