@@ -106,6 +106,8 @@ TEST_F(DecodeTest, PngFilesAreNumberedByMessage) {
   EXPECT_EQ((std::set<std::string>{"bad.zvm", "good.zvm", "out/002.png", "out/004.png"}), Files());
   EXPECT_TRUE(fSteps[0].bitmap == PngPixels("out/002.png"));
   EXPECT_TRUE(fSteps[1].bitmap == PngPixels("out/004.png"));
+  EXPECT_EQ(0, Run("zlibvideo decode good.zvm -o 100%d/ --to 1").status);
+  EXPECT_TRUE(fSteps[0].bitmap == PngPixels("100%d/0001.png"));
   EXPECT_EQ(1, Run("zlibvideo decode good.zvm -o one.png").status) << "one name for all pictures";
   EXPECT_TRUE(fSteps[0].bitmap == PngPixels("one.png"));
 }

@@ -110,6 +110,13 @@ void CheckName(const std::string& output, OutputFormat format) {
   }
 }
 
+/// The pictures of a folder, as a `NamePattern`.
+std::string PatternIn(const std::string& folder) {
+  std::string escaped;
+  for (const char c : folder) escaped += c == '%' ? "%%" : std::string(1, c);
+  return (std::filesystem::path(escaped) / "%04d.png").string();
+}
+
 void CheckOutput(DecodeOptions* options) {
   if (options->format == OutputFormat::kNull) {
     if (options->output.empty()) return;
@@ -122,7 +129,7 @@ void CheckOutput(DecodeOptions* options) {
     options->output = kStandardStreamName;
   }
   if (options->format == OutputFormat::kPng && IsFolder(options->output)) {
-    options->output = (std::filesystem::path(options->output) / "%04d.png").string();
+    options->output = PatternIn(options->output);
   }
   CheckName(options->output, options->format);
 }
