@@ -144,8 +144,9 @@ void EncodePng(const FrameView& frame, std::vector<unsigned char>* png) {
   image.flags = PNG_IMAGE_FLAG_FAST;
   png_alloc_size_t size = PNG_IMAGE_PNG_SIZE_MAX(image);
   png->resize(size);
+  // From a valid picture to room enough, only memory can be short.
   if (png_image_write_to_memory(&image, png->data(), &size, 0, colours.data(), 0, nullptr) == 0) {
-    throw ToolError(std::string("a picture cannot be made into a PNG file: ") + image.message);
+    throw std::bad_alloc();
   }
   png->resize(size);
 }

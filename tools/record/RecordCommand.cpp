@@ -4,6 +4,7 @@
 #include <charconv>
 #include <limits>
 #include <memory>
+#include <new>
 #include <optional>
 #include <string>
 #include <system_error>
@@ -99,14 +100,16 @@ void EncodeAll(const RecordArguments& arguments, MessageFileWriter* writer) {
   std::optional<FrameEncoder> encoder;
   std::uint64_t done = 0;
   for (const std::string& path : arguments.pictures) {
-    const Picture picture = ReadPng(path);
     try {
+      const Picture picture = ReadPng(path);
       if (!encoder) encoder.emplace(picture.width, picture.height, arguments.options);
       const std::vector<unsigned char>& message = encoder->Encode(picture);
       CheckLength(message.size());
       writer->Write(message.data(), message.size());
     } catch (const RecordError& error) {
       throw ToolError(InputName(path) + ": " + error.what());
+    } catch (const std::bad_alloc&) {
+      throw ToolError(InputName(path) + ": not enough memory");
     }
     ++done;
     progress.Update(done, done);
