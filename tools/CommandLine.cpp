@@ -95,6 +95,16 @@ std::string ExplainMismatch(const std::string& text) {
   return text;
 }
 
+/// A flag with a value. The library's text is "Could not convert: --flag = value".
+std::string ExplainConversion(const std::string& text) {
+  constexpr std::string_view kBegin = ": ";
+  const std::size_t begin = text.find(kBegin);
+  const std::size_t end = text.find(" = ");
+  if (begin == std::string::npos || end == std::string::npos) return text;
+  const std::size_t flag = begin + kBegin.size();
+  return text.substr(flag, end - flag) + " takes no value";
+}
+
 /// Options that exclude each other. The library's text is "--a excludes --b".
 std::string ExplainExcludes(std::string text) {
   constexpr std::string_view kVerb = " excludes ";
@@ -109,6 +119,8 @@ std::string Explain(const CLI::App& app, const CLI::ParseError& error) {
       return ExplainExtras(app);
     case CLI::ExitCodes::ArgumentMismatch:
       return ExplainMismatch(error.what());
+    case CLI::ExitCodes::ConversionError:
+      return ExplainConversion(error.what());
     case CLI::ExitCodes::ExcludesError:
       return ExplainExcludes(error.what());
     default:
