@@ -13,13 +13,18 @@
 namespace {
 
 /// A file that is opened takes the lowest free descriptor. Were one of the standard three free,
-/// lines for people would end up in an output. What stands in for input and output is open the
-/// wrong way, so that using it still is an error.
+/// lines for people would end up in an output. What stands in for input and output cannot be read
+/// or written, so that using it still is an error; for output it is nothing that an output can be.
 void FillStandardDescriptors() {
-  constexpr int kModes[] = {O_WRONLY, O_RDONLY, O_WRONLY};
+  struct StandIn {
+    const char* path;
+    int mode;
+  };
+  constexpr StandIn kStandIns[] = {
+      {"/dev/null", O_WRONLY}, {"/", O_RDONLY | O_DIRECTORY}, {"/dev/null", O_WRONLY}};
   for (int descriptor = STDIN_FILENO; descriptor <= STDERR_FILENO; ++descriptor) {
     if (fcntl(descriptor, F_GETFD) >= 0) continue;
-    static_cast<void>(open("/dev/null", kModes[descriptor]));
+    static_cast<void>(open(kStandIns[descriptor].path, kStandIns[descriptor].mode));
   }
 }
 

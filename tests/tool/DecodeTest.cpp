@@ -82,6 +82,10 @@ TEST_F(DecodeTest, OutputGoesWhereItsNameLeads) {
                          .text);
   Run("{ zlibvideo decode good.zvm --format bgra -o /dev/stdout; echo end; } > x.bgra");
   EXPECT_TRUE(Bitmaps(0, fAll) + "end\n" == ReadFile("x.bgra")) << "replaced under the shell";
+  EXPECT_EQ(2, Run("zlibvideo decode good.zvm -o none/. --format hash; ls none").status);
+  const Outcome pipe =
+      Run("mkfifo p.y4m; cat p.y4m > q.y4m & zlibvideo decode good.zvm -o p.y4m; ls p-2.y4m");
+  EXPECT_EQ(2, pipe.status) << "a pipe has no second file beside it";
   for (const char* name : {"loop", "$(printf %0300d 1)"}) {
     const Outcome outcome = Run("zlibvideo decode /dev/null --format hash -o " + std::string(name));
     EXPECT_NE(std::string::npos, outcome.text.find(": cannot be opened for writing: "))
@@ -92,7 +96,11 @@ TEST_F(DecodeTest, OutputGoesWhereItsNameLeads) {
 TEST_F(DecodeTest, ClosedStandardStreamsAreNotTakenForTheOutput) {
   EXPECT_EQ(2, Run("zlibvideo decode bad.zvm -o x.bgra <&- 2>&-").status);
   EXPECT_TRUE(Bitmaps(0, 2) == ReadFile("x.bgra"));
-  EXPECT_EQ(1, Run("zlibvideo decode good.zvm --format hash >&-").status);
+  for (const char* name : {"-", "/dev/stdout"}) {
+    const Outcome closed =
+        Run("zlibvideo decode good.zvm --format hash >&- -o " + std::string(name));
+    EXPECT_EQ("zlibvideo: standard output: cannot be written: Bad file descriptor\n", closed.text);
+  }
   EXPECT_EQ(1, Run("zlibvideo decode - -o y.bgra <&-").status);
 }
 
@@ -252,6 +260,7 @@ TEST_F(DecodeTest, UsageErrorsNameTheValue) {
       {"decode good.zvm -o x.png 1.png --form", "unexpected arguments: 1.png --form"},
       {"decode -- good.zvm --format null", "unexpected arguments: --format null"},
       {"decode good.zvm --from", "--from needs a value"},
+      {"decode good.zvm -o x --quiet=maybe", "--quiet takes no value"},
       {"decode good.zvm --from 1 --from 2", "--from is given more than once"},
       {"decode good.zvm --verify x -o y", "--output and --verify cannot be combined"},
       {"record x.png -o x --level 010", "--level: \"010\" is not a whole number from 0 to 9"},

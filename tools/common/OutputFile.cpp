@@ -85,7 +85,7 @@ OutputFile::OutputFile(const std::string& path) : fName(OutputName(path)) {
   if (!fs::status_known(status)) {
     throw ToolError::FromSystem(fName, "cannot be opened for writing", error.value());
   }
-  if (fs::is_directory(status) || !fs::path(path).has_filename()) {
+  if (fs::is_directory(status) || !fs::path(path).has_filename() || !target.has_filename()) {
     throw ToolError(fName + ": is a directory, not a file");
   }
   if (fs::exists(status) && !fs::is_regular_file(status)) {
@@ -106,10 +106,7 @@ OutputFile::OutputFile(const std::string& path) : fName(OutputName(path)) {
 
 OutputFile::~OutputFile() {
   if (fStream != nullptr && fStream != stdout) std::fclose(fStream);
-  if (fTemporary.empty()) return;
-  const SignalBlock block;
-  unlink(fTemporary.c_str());
-  UnregisterTemporary(fTemporary);
+  if (!fTemporary.empty()) RemoveTemporary();
 }
 
 void OutputFile::Write(const void* bytes, std::size_t size) {
@@ -151,7 +148,18 @@ void OutputFile::OpenTemporary(const std::string& folder, mode_t mode) {
   }
   RegisterTemporary(fTemporary);
   fStream = fdopen(descriptor, "wb");
-  if (fStream == nullptr) Fail("cannot be created");
+  if (fStream != nullptr) return;
+  const int error = errno;
+  close(descriptor);
+  RemoveTemporary();
+  throw ToolError::FromSystem(fName, "cannot be created", error);
+}
+
+void OutputFile::RemoveTemporary() {
+  const SignalBlock block;
+  unlink(fTemporary.c_str());
+  UnregisterTemporary(fTemporary);
+  fTemporary.clear();
 }
 
 void OutputFile::Fail(const char* what) const {
@@ -168,13 +176,24 @@ void ProtectInput(const std::string& input) {
 bool IsStandardOutput(const std::string& output) {
   if (output == kStandardStreamName) return true;
   const std::optional<FileIdentity> file = Identify(output, STDOUT_FILENO);
-  // What stands in for a closed standard output is open for reading.
-  return file && file == Identify(kStandardStreamName, STDOUT_FILENO) &&
-         (fcntl(STDOUT_FILENO, F_GETFL) & O_ACCMODE) != O_RDONLY;
+  return file && file == Identify(kStandardStreamName, STDOUT_FILENO);
+}
+
+bool IsWrittenDirectly(const std::string& output) {
+  std::error_code error;
+  const fs::file_status status = fs::status(output, error);
+  return IsStandardOutput(output) || (fs::exists(status) && !fs::is_regular_file(status));
 }
 
 bool IsTerminal(const std::string& output) {
-  return IsStandardOutput(output) && isatty(STDOUT_FILENO) == 1;
+  if (IsStandardOutput(output)) return isatty(STDOUT_FILENO) == 1;
+  std::error_code error;
+  if (!fs::is_character_file(output, error)) return false;
+  const int descriptor = open(output.c_str(), O_WRONLY | O_NOCTTY | O_CLOEXEC);
+  if (descriptor < 0) return false;
+  const bool isTerminal = isatty(descriptor) == 1;
+  close(descriptor);
+  return isTerminal;
 }
 
 void RefuseTerminal(const std::string& output) {

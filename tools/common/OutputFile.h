@@ -35,6 +35,7 @@ class OutputFile {
 
  private:
   void OpenTemporary(const std::string& folder, mode_t mode);
+  void RemoveTemporary();
   [[noreturn]] void Fail(const char* what) const;
 
   std::string fName;
@@ -53,13 +54,17 @@ void ProtectInput(const std::string& input);
 /// written to as it was opened, and not replaced.
 bool IsStandardOutput(const std::string& output);
 
-/// Whether `output` is standard output and that is a terminal.
+/// Whether `output` is standard output, or a device or pipe: there is one of it, without a name of
+/// which others could be made.
+bool IsWrittenDirectly(const std::string& output);
+
+/// Whether `output` is a terminal.
 bool IsTerminal(const std::string& output);
 
-/// Throws a `ToolError` when `output` is standard output and that is a terminal: for binary output.
+/// Throws a `ToolError` when `output` is a terminal: for binary output.
 void RefuseTerminal(const std::string& output);
 
-/// `path` as messages show it: "standard output" for "-".
+/// `path` as messages show it: "standard output" if it is that.
 std::string OutputName(const std::string& path);
 
 }  // namespace zlibvideo

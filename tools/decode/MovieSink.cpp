@@ -34,7 +34,7 @@ void MovieSink::BeginNextFile(std::uint64_t index, const FrameView& frame) {
                                " the size changes from " + SizeText(fSize.width, fSize.height) +
                                " to " + SizeText(frame.width, frame.height) +
                                " and a movie has one size; ";
-    if (IsStandardOutput(fPath)) {
+    if (IsWrittenDirectly(fPath)) {
       throw ToolError(change + "it ends here; with -o FILE each size gets its own file");
     }
     PrintLine(change + "it continues in " + FileName());
