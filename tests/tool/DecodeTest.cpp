@@ -260,6 +260,7 @@ TEST_F(DecodeTest, UsageErrorsNameTheValue) {
       {"decode good.zvm -o x.png 1.png --form", "unexpected arguments: 1.png --form"},
       {"decode -- good.zvm --format null", "unexpected arguments: --format null"},
       {"decode good.zvm --from", "--from needs a value"},
+      {"decode good.zvm --from 0", "--from: \"0\" is not a whole number, 1 or more"},
       {"decode good.zvm -o x --quiet=maybe", "--quiet takes no value"},
       {"decode good.zvm --from 1 --from 2", "--from is given more than once"},
       {"decode good.zvm --verify x -o y", "--output and --verify cannot be combined"},

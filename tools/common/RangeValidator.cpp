@@ -8,9 +8,9 @@
 namespace zlibvideo {
 namespace {
 
-bool IsInRange(const std::string& text, unsigned int min, unsigned int max) {
+bool IsInRange(const std::string& text, std::uint64_t min, std::uint64_t max) {
   const char* const end = text.data() + text.size();
-  unsigned int number = 0;
+  std::uint64_t number = 0;
   const auto [rest, error] = std::from_chars(text.data(), end, number);
   const bool leadingZero = text.size() > 1 && text.front() == '0';
   return error == std::errc() && rest == end && !leadingZero && min <= number && number <= max;
@@ -18,12 +18,14 @@ bool IsInRange(const std::string& text, unsigned int min, unsigned int max) {
 
 }  // namespace
 
-CLI::Validator RangeValidator(unsigned int min, unsigned int max) {
+CLI::Validator RangeValidator(std::uint64_t min, std::uint64_t max) {
+  const std::string range = max == kNoMaximum
+                                ? ", " + std::to_string(min) + " or more"
+                                : " from " + std::to_string(min) + " to " + std::to_string(max);
   return CLI::Validator(
-      [min, max](const std::string& text) {
+      [min, max, range](const std::string& text) {
         if (IsInRange(text, min, max)) return std::string();
-        return "\"" + text + "\" is not a whole number from " + std::to_string(min) + " to " +
-               std::to_string(max);
+        return "\"" + text + "\" is not a whole number" + range;
       },
       "", "range");
 }

@@ -7,6 +7,7 @@
 
 #include "tools/common/FileNameValidator.h"
 #include "tools/common/InputFile.h"
+#include "tools/common/RangeValidator.h"
 #include "tools/decode/DecodeOptions.h"
 #include "tools/decode/NamePattern.h"
 #include "tools/decode/RunDecode.h"
@@ -174,16 +175,6 @@ CLI::Validator FormatValidator() {
       "", "format");
 }
 
-CLI::Validator NumberValidator() {
-  return CLI::Validator(
-      [](std::string& value) {
-        const bool fits = !value.empty() && value.size() <= 18 && value[0] != '0' &&
-                          value.find_first_not_of("0123456789") == std::string::npos;
-        return fits ? std::string() : "\"" + value + "\" is not a message number (1 or more)";
-      },
-      "", "number");
-}
-
 void AddOutputOptions(CLI::App* command, Arguments* arguments) {
   DecodeOptions& options = arguments->options;
   CLI::Option* output = command->add_option("-o,--output", options.output, kOutputHelp)
@@ -199,10 +190,10 @@ void AddOutputOptions(CLI::App* command, Arguments* arguments) {
                     "8-bit samples in y4m, for more players; colours\nare not exact");
   CLI::Option* from = command->add_option("--from", options.from, "First message to write, from 1")
                           ->type_name("N")
-                          ->check(NumberValidator());
+                          ->check(RangeValidator(1));
   CLI::Option* to = command->add_option("--to", options.to, "Last message to write, included")
                         ->type_name("M")
-                        ->check(NumberValidator());
+                        ->check(RangeValidator(1));
   command->add_option("--verify", options.verify, "Compare with the lines of --format hash")
       ->type_name("FILE")
       ->check(FileNameValidator())

@@ -12,7 +12,7 @@ namespace zlibvideo {
 
 /// Makes a movie of the pictures. A movie has one size: when the stream changes the size, the
 /// movie so far is completed and the rest goes to a further file, "movie-2.webp" after
-/// "movie.webp". On standard output that is an error after a complete movie.
+/// "movie.webp". On standard output, a device or a pipe that is an error after a complete movie.
 class MovieSink : public FrameSink {
  public:
   /// Begins a movie file for pictures of the size of `first`.
