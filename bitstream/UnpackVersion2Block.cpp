@@ -1,6 +1,7 @@
 // The two ways a version-2 payload becomes the pixels of its block: direct, a complete zlib stream
 // that also becomes the block's reference data; and intermediate, decoded against that reference.
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 
@@ -25,26 +26,26 @@ bool OpenForPayload(const BitmapDataBlock& block, InflateStream* stream, unsigne
          zlibvideo::Prime(stream, zlibvideo::PrimingDictionary(block), destination, room);
 }
 
-/// Everything but the band's own rows comes from the previous data; with no rows in the band, the
-/// whole of it.
-void CopyRowsAroundBand(const BitmapDataBlock& block, const RowBand& band,
+/// Takes all rows before the band, and those after it from byte `from` of the block on, from the
+/// previous data.
+void CopyRowsAroundBand(const BitmapDataBlock& block, const RowBand& band, unsigned int from,
                         unsigned char* destination) {
-  if (band.IsEmpty()) {
-    std::memcpy(destination, block.fPreviousData,
-                static_cast<std::uint32_t>(block.fPreviousDataSize));
-    return;
-  }
   std::memcpy(destination, block.fPreviousData, band.offset);
-  std::memcpy(destination + band.End(), block.fPreviousData + band.End(), band.after);
+  const unsigned int end = band.End() + band.after;
+  if (from < end) std::memcpy(destination + from, block.fPreviousData + from, end - from);
 }
 
-/// Inflates 3-byte pixels. A payload that zlib refuses, or gets nothing out of, blackens all of the
-/// room: it must not show what priming or an earlier message left there. One that merely ends early
-/// does not.
-void InflatePixels(InflateStream* stream, ByteSpan payload, unsigned char* output,
-                   unsigned int room) {
+/// Inflates 3-byte pixels and returns the bytes at `output` that are this payload's: those it gave,
+/// or, where zlib refuses it or gets nothing out of it, all of the room, blackened: it must not
+/// show what priming or an earlier message left there. One that merely ends early blackens nothing.
+/// Behind its bytes the room holds whatever zlib likes: one that copies by vectors goes beyond.
+unsigned int InflatePixels(InflateStream* stream, ByteSpan payload, unsigned char* output,
+                           unsigned int room) {
+  const unsigned int before = stream->TotalOutput();
   const int result = stream->Inflate(payload, output, room, Z_SYNC_FLUSH);
-  if (result == Z_NEED_DICT || result < 0) std::memset(output, 0, room);
+  if (result != Z_NEED_DICT && result >= 0) return stream->TotalOutput() - before;
+  std::memset(output, 0, room);
+  return room;
 }
 
 }  // namespace
@@ -101,19 +102,23 @@ bool BlockedCodec::DecompressIntermediateBlock(unsigned char* destination,
   RowBand band;
   if ((block->fFormat & zlibvideo::kFormatDiffRows) != 0) {
     if (RowBand::Find(*block, destinationRoom, &band) != RowBand::Fault::kNone) return false;
-    CopyRowsAroundBand(*block, band, destination);
     if (band.IsEmpty()) {
       // There are no rows for a payload to fill: it is ignored.
       *destinationLength = static_cast<unsigned int>(block->fPreviousDataSize);
+      std::memcpy(destination, block->fPreviousData, *destinationLength);
       return stream.Close();
     }
   }
-  if (payloadLength == 0) return true;
+  if (payloadLength == 0) {
+    CopyRowsAroundBand(*block, band, band.End(), destination);
+    return true;
+  }
 
   const unsigned int around = band.offset + band.after;
   const unsigned int room = destinationRoom > around ? destinationRoom - around : 0;
   unsigned char* output = destination + band.offset;
   if (zlibvideo::HasColorField(block->fFormat)) {
+    CopyRowsAroundBand(*block, band, band.End(), destination);
     // An error of the payload is no error of the block: what came out of it is converted. Without
     // a scratch buffer zlib refuses the call and nothing comes out.
     static_cast<void>(stream.Inflate({payload, payloadLength}, fScratchColorBuffer,
@@ -123,7 +128,9 @@ bool BlockedCodec::DecompressIntermediateBlock(unsigned char* destination,
                                stream.TotalOutput() - primed, block->fFormat);
     *destinationLength = around + converted;
   } else {
-    InflatePixels(&stream, {payload, payloadLength}, output, room);
+    const unsigned int given = InflatePixels(&stream, {payload, payloadLength}, output, room);
+    // Only now, so that nothing that zlib left behind its output stands in these rows.
+    CopyRowsAroundBand(*block, band, std::max(band.End(), band.offset + given), destination);
     *destinationLength = around + (stream.TotalOutput() - primed);
   }
   return stream.Close();
