@@ -15,7 +15,7 @@
 #include "grid/BlockedCodec.h"
 #include "grid/BufferSizes.h"
 #include "host/standin/StandInBitmap.h"
-#include "output/WidenRow.h"
+#include "output/RowWidener.h"
 
 namespace zlibvideo::bench {
 namespace {

@@ -8,7 +8,7 @@
 #include "bench/Contest.h"
 #include "bench/IsolatedBenchmarks.h"
 #include "bench/PlainLoops.h"
-#include "bitstream/BlockFormat.h"
+#include "grid/BlockFormat.h"
 #include "grid/BlockedCodec.h"
 #include "grid/BufferSizes.h"
 

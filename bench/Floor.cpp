@@ -9,9 +9,9 @@
 #include <tuple>
 
 #include "bench/PlainLoops.h"
-#include "bitstream/BlockFormat.h"
 #include "bitstream/Priming.h"
 #include "bitstream/RowBand.h"
+#include "grid/BlockFormat.h"
 #include "grid/BufferSizes.h"
 #include "host/BitmapPixel.h"
 #include "tools/common/SpanOf.h"

@@ -9,7 +9,6 @@
 
 #include "bench/IsolatedBenchmarks.h"
 #include "bitstream/BlockRecord.h"
-#include "bitstream/CodecType.h"
 #include "bitstream/FrameHeader.h"
 #include "decoder/ZLibVideoDecompressor.h"
 #include "grid/BufferSizes.h"

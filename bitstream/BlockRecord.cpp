@@ -1,7 +1,7 @@
 #include "bitstream/BlockRecord.h"
 
-#include "bitstream/BlockFormat.h"
-#include "bitstream/CodecType.h"
+#include "bitstream/FrameHeader.h"
+#include "grid/BlockFormat.h"
 
 namespace zlibvideo {
 namespace {

@@ -5,6 +5,11 @@
 
 namespace zlibvideo {
 
+/// The codec types that are decoded. A message of any other is walked as version 1 without changing
+/// a block.
+inline constexpr int kCodecTypeVersion1 = 3;
+inline constexpr int kCodecTypeVersion2 = 6;
+
 /// The five bytes that open every video message:
 ///
 ///   byte 0   frame type (high nibble), codec type (low nibble)

@@ -4,9 +4,14 @@
 #include <zlib.h>
 
 #include "bitstream/ByteSpan.h"
-#include "bitstream/StreamForm.h"
 
 namespace zlibvideo {
+
+/// What stands around compressed data.
+enum class StreamForm {
+  kZlib,        ///< header and check value, RFC 1950
+  kRawDeflate,  ///< nothing, RFC 1951
+};
 
 /// One zlib inflate stream, opened at most once and released on every way out. Its state comes
 /// from zlib's own allocator, not from the host's.

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "bitstream/BlockFormat.h"
 #include "bitstream/ByteCursor.h"
 #include "grid/BitmapDataBlock.h"
+#include "grid/BlockFormat.h"
 
 namespace zlibvideo {
 namespace {

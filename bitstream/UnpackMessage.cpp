@@ -5,10 +5,8 @@
 
 #include "bitstream/BlockRecord.h"
 #include "bitstream/ByteCursor.h"
-#include "bitstream/CodecType.h"
 #include "bitstream/FrameHeader.h"
 #include "bitstream/MessageBody.h"
-#include "colour/PaletteSize.h"
 #include "grid/BlockedCodec.h"
 #include "grid/BufferSizes.h"
 

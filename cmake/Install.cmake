@@ -7,7 +7,7 @@ set(zlibvideo_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/zlibvideo)
 # The two classes that an embedder uses and all that they include; the other headers of the
 # component declare what the shared library does not export.
 foreach(header IN ITEMS
-    colour/PaletteSize.h
+    grid/BufferSizes.h
     decoder/Version.h decoder/ZLibVideoDecompressor.h
     grid/BitmapDataBlock.h grid/BlockedCodec.h)
   cmake_path(GET header PARENT_PATH folder)

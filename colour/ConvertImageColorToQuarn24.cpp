@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <cstring>
 
-#include "bitstream/BlockFormat.h"
 #include "colour/ReducedCode.h"
+#include "grid/BlockFormat.h"
 #include "grid/BlockedCodec.h"
 #include "grid/BufferSizes.h"
 

@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <iterator>
 
-#include "colour/PaletteSize.h"
 #include "grid/BlockedCodec.h"
+#include "grid/BufferSizes.h"
 #include "host/HostMemory.h"
 
 const std::uint32_t BlockedCodec::fDefaultTarvishPalette[zlibvideo::kPaletteColors] = {

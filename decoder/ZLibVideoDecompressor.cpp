@@ -6,7 +6,6 @@
 #include <iterator>
 
 #include "bitstream/ByteCursor.h"
-#include "bitstream/CodecType.h"
 #include "bitstream/FrameHeader.h"
 #include "host/TCMessage.h"
 

@@ -2,9 +2,9 @@
 
 #include <cstring>
 
-#include "bitstream/BlockFormat.h"
 #include "decoder/ZLibVideoDecompressor.h"
 #include "fuzz/Mutation.h"
+#include "grid/BlockFormat.h"
 #include "grid/BufferSizes.h"
 
 namespace zlibvideo {

@@ -1,7 +1,7 @@
 #include "fuzz/Mutation.h"
 
-#include "bitstream/BlockFormat.h"
 #include "bitstream/Priming.h"
+#include "grid/BlockFormat.h"
 #include "grid/BufferSizes.h"
 
 namespace zlibvideo {

@@ -1,12 +1,12 @@
 // Mutates message files: records stay in step with their header, and what precedes a message is
 // decoded, so that its payloads can be primed with the data that a decoder will have then.
 
-#include "bitstream/BlockFormat.h"
 #include "bitstream/BlockRecord.h"
-#include "bitstream/CodecType.h"
+#include "bitstream/FrameHeader.h"
 #include "bitstream/MessageBody.h"
-#include "colour/PaletteSize.h"
 #include "fuzz/Mutation.h"
+#include "grid/BlockFormat.h"
+#include "grid/BufferSizes.h"
 #include "tools/common/InspectingDecoder.h"
 
 namespace zlibvideo {

@@ -8,7 +8,7 @@
 #include "fuzz/Mutation.h"
 #include "host/standin/StandInMessage.h"
 #include "host/standin/StandInVideoObject.h"
-#include "output/WidenRow.h"
+#include "output/RowWidener.h"
 
 namespace zlibvideo {
 namespace {

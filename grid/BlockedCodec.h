@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "colour/PaletteSize.h"
 #include "grid/BitmapDataBlock.h"
+#include "grid/BufferSizes.h"
 #include "host/Export.h"
 
 class SBitmapCore;

@@ -9,6 +9,11 @@ namespace zlibvideo {
 /// Bytes of a block pixel: blue, green, red.
 inline constexpr int kBlockPixelBytes = 3;
 
+/// Colours of a palette, and the bytes of one that a stream sends: red, green and blue of each.
+inline constexpr unsigned int kPaletteColors = 128;
+inline constexpr unsigned int kPaletteEntryBytes = 3;
+inline constexpr unsigned int kPaletteBytes = kPaletteColors * kPaletteEntryBytes;
+
 /// Room for whatever a block of this nominal size may decompress to: 3.12 bytes a pixel and a
 /// little more, a multiple of 16. Edge blocks get the room of a full block.
 constexpr std::int32_t ExpandedBlockSize(std::int32_t blockWidth, std::int32_t blockHeight) {

@@ -8,7 +8,7 @@
 #include "grid/BlockedCodec.h"
 #include "host/SBitmapCore.h"
 #include "output/BitmapRows.h"
-#include "output/WidenRow.h"
+#include "output/RowWidener.h"
 
 namespace {
 

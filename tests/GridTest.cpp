@@ -1,7 +1,7 @@
 // Geometry of the grid, life of its buffers, and its composition into the host's bitmap.
 
 #include "grid/BufferSizes.h"
-#include "output/WidenRow.h"
+#include "output/RowWidener.h"
 #include "tests/CountingHost.h"
 
 namespace zlibvideo {

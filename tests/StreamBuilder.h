@@ -9,7 +9,6 @@
 #include <random>
 #include <vector>
 
-#include "bitstream/CodecType.h"
 #include "bitstream/FrameHeader.h"
 #include "bitstream/MessageBody.h"
 

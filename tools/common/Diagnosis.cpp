@@ -9,10 +9,10 @@
 #include <optional>
 #include <vector>
 
-#include "bitstream/BlockFormat.h"
-#include "bitstream/CodecType.h"
+#include "bitstream/FrameHeader.h"
 #include "bitstream/Priming.h"
 #include "bitstream/RowBand.h"
+#include "grid/BlockFormat.h"
 #include "grid/BufferSizes.h"
 #include "tools/common/ZlibTrial.h"
 

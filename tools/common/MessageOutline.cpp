@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "bitstream/CodecType.h"
+#include "bitstream/FrameHeader.h"
 #include "bitstream/MessageBody.h"
 #include "grid/BlockedCodec.h"
 #include "tools/common/Wording.h"

@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include "bitstream/BlockFormat.h"
+#include "grid/BlockFormat.h"
 #include "tools/info/Base64.h"
 #include "tools/info/MessageJson.h"
 #include "tools/info/ReportPage.h"

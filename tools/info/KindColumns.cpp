@@ -1,6 +1,6 @@
 #include "tools/info/KindColumns.h"
 
-#include "bitstream/CodecType.h"
+#include "bitstream/FrameHeader.h"
 
 namespace zlibvideo {
 

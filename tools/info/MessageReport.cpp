@@ -1,7 +1,6 @@
 #include "tools/info/MessageReport.h"
 
 #include "bitstream/MessageBody.h"
-#include "colour/PaletteSize.h"
 #include "grid/BufferSizes.h"
 #include "tools/common/Diagnosis.h"
 #include "tools/common/ZlibTrial.h"

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <utility>
 
-#include "bitstream/CodecType.h"
+#include "bitstream/FrameHeader.h"
 #include "tools/info/ChangeBar.h"
 #include "tools/info/Format.h"
 

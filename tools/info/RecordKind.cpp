@@ -1,7 +1,7 @@
 #include "tools/info/RecordKind.h"
 
-#include "bitstream/BlockFormat.h"
-#include "bitstream/CodecType.h"
+#include "bitstream/FrameHeader.h"
+#include "grid/BlockFormat.h"
 
 namespace zlibvideo {
 namespace {

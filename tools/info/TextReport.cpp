@@ -1,6 +1,6 @@
 #include "tools/info/TextReport.h"
 
-#include "bitstream/CodecType.h"
+#include "bitstream/FrameHeader.h"
 #include "tools/common/Diagnosis.h"
 #include "tools/common/Wording.h"
 #include "tools/info/Format.h"

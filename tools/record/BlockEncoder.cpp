@@ -4,10 +4,9 @@
 #include <limits>
 #include <utility>
 
-#include "bitstream/BlockFormat.h"
 #include "bitstream/BlockRecord.h"
-#include "bitstream/CodecType.h"
 #include "bitstream/FrameHeader.h"
+#include "grid/BlockFormat.h"
 #include "grid/BufferSizes.h"
 #include "tools/common/SpanOf.h"
 #include "tools/record/DecoderModel.h"

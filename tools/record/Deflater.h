@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "bitstream/ByteSpan.h"
-#include "bitstream/StreamForm.h"
+#include "bitstream/InflateStream.h"
 
 namespace zlibvideo {
 

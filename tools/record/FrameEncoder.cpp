@@ -3,9 +3,9 @@
 #include <cstring>
 #include <string>
 
-#include "bitstream/BlockFormat.h"
 #include "bitstream/BlockRecord.h"
 #include "bitstream/MessageBody.h"
+#include "grid/BlockFormat.h"
 #include "tools/common/SpanOf.h"
 #include "tools/common/Wording.h"
 #include "tools/record/CutBlock.h"

@@ -1,7 +1,7 @@
 #ifndef ZLIBVIDEO_TOOLS_RECORD_RECORDOPTIONS_H
 #define ZLIBVIDEO_TOOLS_RECORD_RECORDOPTIONS_H
 
-#include "bitstream/CodecType.h"
+#include "bitstream/FrameHeader.h"
 
 namespace zlibvideo {
 

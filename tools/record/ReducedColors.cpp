@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "colour/PaletteSize.h"
 #include "colour/ReducedCode.h"
 #include "grid/BufferSizes.h"
 #include "tools/record/PixelColor.h"

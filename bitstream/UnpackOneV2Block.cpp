@@ -5,10 +5,10 @@
 #include <cstdint>
 #include <cstring>
 
-#include "bitstream/BlockFormat.h"
 #include "bitstream/InflateStream.h"
 #include "bitstream/Priming.h"
 #include "bitstream/RowBand.h"
+#include "grid/BlockFormat.h"
 #include "grid/BlockedCodec.h"
 
 using zlibvideo::ByteSpan;

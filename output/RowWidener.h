@@ -1,5 +1,5 @@
-#ifndef ZLIBVIDEO_OUTPUT_WIDENROW_H
-#define ZLIBVIDEO_OUTPUT_WIDENROW_H
+#ifndef ZLIBVIDEO_OUTPUT_ROWWIDENER_H
+#define ZLIBVIDEO_OUTPUT_ROWWIDENER_H
 
 #include <span>
 
@@ -29,4 +29,4 @@ std::span<const NamedRowWidener> AvailableRowWideners();
 
 }  // namespace zlibvideo
 
-#endif  // ZLIBVIDEO_OUTPUT_WIDENROW_H
+#endif  // ZLIBVIDEO_OUTPUT_ROWWIDENER_H

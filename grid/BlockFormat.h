@@ -1,5 +1,5 @@
-#ifndef ZLIBVIDEO_BITSTREAM_BLOCKFORMAT_H
-#define ZLIBVIDEO_BITSTREAM_BLOCKFORMAT_H
+#ifndef ZLIBVIDEO_GRID_BLOCKFORMAT_H
+#define ZLIBVIDEO_GRID_BLOCKFORMAT_H
 
 namespace zlibvideo {
 
@@ -26,4 +26,4 @@ constexpr bool HasColorField(unsigned int format) {
 
 }  // namespace zlibvideo
 
-#endif  // ZLIBVIDEO_BITSTREAM_BLOCKFORMAT_H
+#endif  // ZLIBVIDEO_GRID_BLOCKFORMAT_H

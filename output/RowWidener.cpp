@@ -1,4 +1,4 @@
-#include "output/WidenRow.h"
+#include "output/RowWidener.h"
 
 #include <bit>
 #include <cstddef>
