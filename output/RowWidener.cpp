@@ -98,10 +98,10 @@ void WidenRowsPortably(const unsigned char* source, const BitmapRows& targets, i
   }
 }
 
-// The versions below work in groups of 16 pixels, of which all block widths are multiples but
-// those of a cut last column. The last group of a row ends with the row: where the width is no
-// multiple it overlaps the group before it, whose pixels are then written twice. Rows shorter than
-// a group go the portable way. No group reads or writes a byte that is not its own.
+// The versions below work in groups of 16 pixels. A block's width is a multiple of 16, but in the
+// last column, which may be cut: there, the last group of a row still ends with the row and
+// overlaps the group before it, whose pixels are then written twice. Rows shorter than a group go
+// the portable way. No group reads or writes a byte that is not its own.
 constexpr int kGroup = 16;
 
 using GroupWidener = void (*)(const unsigned char* source, unsigned char* target);
@@ -131,11 +131,23 @@ template <GroupWidener widenGroup>
 
 #ifdef ZLIBVIDEO_WIDEN_X86
 
-// Four pixels are 12 bytes, loads are 16 bytes wide, and 8 pixels are 24 bytes: the first four
-// pixels are taken from the bytes 0 to 15, the other four from the bytes 8 to 23. An index of -1
-// makes a 0, where the alpha goes.
-#define ZLIBVIDEO_FIRST_FOUR_PIXELS 0, 1, 2, -1, 3, 4, 5, -1, 6, 7, 8, -1, 9, 10, 11, -1
-#define ZLIBVIDEO_OTHER_FOUR_PIXELS 4, 5, 6, -1, 7, 8, 9, -1, 10, 11, 12, -1, 13, 14, 15, -1
+// Eight pixels are 24 bytes of a block and 32 of the bitmap, and loads are 16 bytes wide. One lane
+// of 16 bytes takes four pixels: the first from bytes 0 to 15, where they stand in front,
+//
+//   block    B0 G0 R0 B1 G1 R1 B2 G2 R2 B3 G3 R3 b4 g4 r4 b5    unused: what is in small letters
+//   bitmap   B0 G0 R0 FF B1 G1 R1 FF B2 G2 R2 FF B3 G3 R3 FF
+//
+// and the other from bytes 8 to 23, where they stand behind, so that no byte after them is read:
+//
+//   block    r2 b3 g3 r3 B4 G4 R4 B5 G5 R5 B6 G6 R6 B7 G7 R7
+//   bitmap   B4 G4 R4 FF B5 G5 R5 FF B6 G6 R6 FF B7 G7 R7 FF
+//
+// For each byte of the bitmap, the byte of the load that goes there; -1 makes a 0, which the alpha
+// then fills.
+alignas(32) constexpr signed char kSpread[2][16] = {
+    {0, 1, 2, -1, 3, 4, 5, -1, 6, 7, 8, -1, 9, 10, 11, -1},
+    {4, 5, 6, -1, 7, 8, 9, -1, 10, 11, 12, -1, 13, 14, 15, -1},
+};
 constexpr int kOtherFourPixels = 8;
 constexpr int kAlphaBits = static_cast<int>(0xFF000000);
 
@@ -158,8 +170,8 @@ __m128i Load16(const unsigned char* bytes) {
 [[gnu::target("ssse3")]] void WidenEightPixelsSsse3(const unsigned char* source,
                                                     unsigned char* target) {
   const __m128i alpha = _mm_set1_epi32(kAlphaBits);
-  const __m128i first = _mm_setr_epi8(ZLIBVIDEO_FIRST_FOUR_PIXELS);
-  const __m128i other = _mm_setr_epi8(ZLIBVIDEO_OTHER_FOUR_PIXELS);
+  const __m128i first = _mm_load_si128(reinterpret_cast<const __m128i*>(kSpread[0]));
+  const __m128i other = _mm_load_si128(reinterpret_cast<const __m128i*>(kSpread[1]));
   const __m128i low = _mm_shuffle_epi8(Load16(source), first);
   const __m128i high = _mm_shuffle_epi8(Load16(source + kOtherFourPixels), other);
   _mm_storeu_si128(reinterpret_cast<__m128i*>(target), _mm_or_si128(low, alpha));
@@ -169,7 +181,7 @@ __m128i Load16(const unsigned char* bytes) {
 [[gnu::target("avx2")]] void WidenEightPixelsAvx2(const unsigned char* source,
                                                   unsigned char* target) {
   const __m256i alpha = _mm256_set1_epi32(kAlphaBits);
-  const __m256i spread = _mm256_setr_epi8(ZLIBVIDEO_FIRST_FOUR_PIXELS, ZLIBVIDEO_OTHER_FOUR_PIXELS);
+  const __m256i spread = _mm256_load_si256(reinterpret_cast<const __m256i*>(kSpread));
   const __m256i bytes = _mm256_inserti128_si256(_mm256_castsi128_si256(Load16(source)),
                                                 Load16(source + kOtherFourPixels), 1);
   _mm256_storeu_si256(reinterpret_cast<__m256i*>(target),
