@@ -80,31 +80,30 @@ void FloorFinder::FindPass(const MessageOutline& outline, int pass, MessageFloor
     if (entry.place.pass != pass || entry.record.payload.size == 0) continue;
     const auto index = static_cast<std::size_t>(entry.place.row * outline.gridWidth) +
                        static_cast<std::size_t>(entry.place.column);
-    BitmapDataBlock* block = fDecoder.GetBlock(entry.place.row, entry.place.column);
-    floor->calls.push_back(CallFor(entry.record, index, block, floor->blockCapacity));
+    const BitmapDataBlock* block = fDecoder.GetBlock(entry.place.row, entry.place.column);
+    floor->calls.push_back(CallFor(entry.record, index, *block, floor->blockCapacity));
   }
 }
 
-ZlibCall FloorFinder::CallFor(const BlockRecord& record, std::size_t index, BitmapDataBlock* block,
-                              unsigned int capacity) {
+ZlibCall FloorFinder::CallFor(const BlockRecord& record, std::size_t index,
+                              const BitmapDataBlock& block, unsigned int capacity) {
   ZlibCall call;
   call.payload = record.payload;
   call.block = index;
   call.room = capacity;
-  call.reduced = HasColorField(record.format);
-  if ((record.format & kFormatIntermediatePathMask) == 0) return call;
+  const unsigned int format = record.header.format;
+  call.reduced = HasColorField(format);
+  if (IsDirect(format)) return call;
 
-  block->fFormat = record.format;
-  block->fDiffRowStart = record.diffRowStart;
-  block->fDiffRowCount = record.diffRowCount;
   call.kind = ZlibCall::Kind::kZlibStream;
-  if ((record.format & kFormatPrimed) != 0) {
+  if (IsPrimed(format)) {
     call.kind = ZlibCall::Kind::kPrimedRawStream;
-    call.dictionary = Share(index, PrimingDictionary(*block));
+    call.dictionary = Share(index, PrimingDictionary(block, format));
   }
-  if ((record.format & kFormatDiffRows) != 0) {
+  if (HasBand(format)) {
     RowBand band;
-    Require(RowBand::Find(*block, capacity, &band) == RowBand::Fault::kNone, "no such band");
+    Require(RowBand::Find(block, record.header, capacity, &band) == RowBand::Fault::kNone,
+            "no such band");
     if (band.IsEmpty()) call.payload = {};  // the decoder ignores it
     call.offset = band.offset;
     call.room = capacity - band.offset - band.after;

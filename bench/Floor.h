@@ -78,7 +78,7 @@ class FloorFinder {
 
  private:
   void FindPass(const MessageOutline& outline, int pass, MessageFloor* floor);
-  ZlibCall CallFor(const BlockRecord& record, std::size_t index, BitmapDataBlock* block,
+  ZlibCall CallFor(const BlockRecord& record, std::size_t index, const BitmapDataBlock& block,
                    unsigned int capacity);
   /// Compares what `call` gives with what the decoder's block holds.
   void Check(const ZlibCall& call, const MessageFloor& floor);

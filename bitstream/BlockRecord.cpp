@@ -1,18 +1,8 @@
 #include "bitstream/BlockRecord.h"
 
 #include "bitstream/FrameHeader.h"
-#include "grid/BlockFormat.h"
 
 namespace zlibvideo {
-namespace {
-
-bool ReadVersion2Header(ByteCursor* body, BlockRecord* record) {
-  if (!body->ReadU8(&record->format)) return false;
-  if ((record->format & kFormatDiffRows) == 0) return true;
-  return body->ReadU8(&record->diffRowStart) && body->ReadU8(&record->diffRowCount);
-}
-
-}  // namespace
 
 bool BlockRecord::Read(ByteCursor* cursor, int codecType, BlockRecord* record) {
   *record = {};
@@ -23,7 +13,7 @@ bool BlockRecord::Read(ByteCursor* cursor, int codecType, BlockRecord* record) {
   record->size = size;
   if (record->IsEmpty()) return true;
   ByteCursor body(bytes);
-  if (codecType == kCodecTypeVersion2 && !ReadVersion2Header(&body, record)) return false;
+  if (codecType == kCodecTypeVersion2 && !BlockHeader::Read(&body, &record->header)) return false;
   record->payload = body.Rest();
   return true;
 }

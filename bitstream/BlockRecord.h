@@ -1,15 +1,13 @@
 #ifndef ZLIBVIDEO_BITSTREAM_BLOCKRECORD_H
 #define ZLIBVIDEO_BITSTREAM_BLOCKRECORD_H
 
-#include <cstdint>
-
+#include "bitstream/BlockHeader.h"
 #include "bitstream/ByteCursor.h"
 
 namespace zlibvideo {
 
 /// One block's record in a message body: a 16-bit size, then that many bytes. In version 2 those
-/// begin with a format byte and, when its `kFormatDiffRows` bit is set, the two bytes of a row
-/// band; the rest is the payload. Other versions have only the payload.
+/// begin with a header; the rest is the payload. Other versions have only the payload.
 struct BlockRecord {
   /// Bytes of the size field in front of every record.
   static constexpr unsigned int kSizeFieldBytes = 2;
@@ -18,10 +16,7 @@ struct BlockRecord {
 
   /// Value of the size field; 0 means that the block is unchanged and nothing follows.
   unsigned int size = 0;
-  std::uint8_t format = 0;
-  /// The band, in rows of the block; 0 and 0 when the format byte announces none.
-  std::uint8_t diffRowStart = 0;
-  std::uint8_t diffRowCount = 0;
+  BlockHeader header;
   ByteSpan payload;
 
   bool IsEmpty() const { return size == 0; }

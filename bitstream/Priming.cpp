@@ -28,8 +28,8 @@ std::array<unsigned char, kStoredBlockHeaderSize> StoredBlockHeader(unsigned int
           static_cast<unsigned char>(high ^ 0xFF)};
 }
 
-ByteSpan PrimingDictionary(const BitmapDataBlock& block) {
-  if (HasColorField(block.fFormat) && block.fConvertedData != nullptr) {
+ByteSpan PrimingDictionary(const BitmapDataBlock& block, unsigned int format) {
+  if (HasColorField(format) && block.fConvertedData != nullptr) {
     return {block.fConvertedData, static_cast<unsigned int>(block.fConvertedDataSize)};
   }
   return {block.fPreviousData, static_cast<unsigned int>(block.fPreviousDataSize)};

@@ -22,9 +22,10 @@ inline constexpr unsigned int kStoredBlockHeaderSize = 5;
 /// and padding, the length, and its complement, least significant bytes first.
 std::array<unsigned char, kStoredBlockHeaderSize> StoredBlockHeader(unsigned int length);
 
-/// The dictionary of `block`'s payload: the previous data for 3-byte pixels; the converted data
-/// otherwise, or the previous data when there is none. Empty when there is nothing to prime with.
-ByteSpan PrimingDictionary(const BitmapDataBlock& block);
+/// The dictionary of a primed payload of this format for `block`: the previous data for 3-byte
+/// pixels; the converted data otherwise, or the previous data when there is none. Empty when there
+/// is nothing to prime with. Valid until the block's reference data changes.
+ByteSpan PrimingDictionary(const BitmapDataBlock& block, unsigned int format);
 
 /// Feeds a dictionary to a raw stream: as stored blocks of at most `kMaxStoredBlock` bytes that
 /// land one after the other from the start of `output`. False when the stream refuses any of it. A

@@ -8,14 +8,15 @@
 
 namespace zlibvideo {
 
-RowBand::Fault RowBand::Find(const BitmapDataBlock& block, unsigned int room, RowBand* band) {
+RowBand::Fault RowBand::Find(const BitmapDataBlock& block, const BlockHeader& header,
+                             unsigned int room, RowBand* band) {
   // 64 bits hold every product and sum below, so no test can be fooled by a wrap.
   constexpr std::uint64_t kMaxCount = std::numeric_limits<std::uint32_t>::max();
   const auto previous = static_cast<std::uint32_t>(block.fPreviousDataSize);
   const std::uint64_t row = std::uint64_t{static_cast<std::uint32_t>(block.fWidth)} *
                             static_cast<std::uint32_t>(kBlockPixelBytes);
-  const std::uint64_t length = row * block.fDiffRowCount;
-  const std::uint64_t offset = row * block.fDiffRowStart;
+  const std::uint64_t length = row * header.diffRowCount;
+  const std::uint64_t offset = row * header.diffRowStart;
   const std::uint64_t end = offset + length;
   const std::uint64_t blockSize = row * static_cast<std::uint32_t>(block.fHeight);
 

@@ -1,6 +1,8 @@
 #ifndef ZLIBVIDEO_BITSTREAM_ROWBAND_H
 #define ZLIBVIDEO_BITSTREAM_ROWBAND_H
 
+#include "bitstream/BlockHeader.h"
+
 struct BitmapDataBlock;
 
 namespace zlibvideo {
@@ -27,10 +29,11 @@ struct RowBand {
     kPreviousDataTooShort,  ///< rows after the band are not all in the previous data
   };
 
-  /// The band that `block`'s header fields announce, for a destination of `room` bytes; `*band` is
-  /// left alone on a fault. A band of no rows is reported with all three 0, whatever row
-  /// it names.
-  [[nodiscard]] static Fault Find(const BitmapDataBlock& block, unsigned int room, RowBand* band);
+  /// The band that `header` announces, in `block` and a destination of `room` bytes; `*band` is
+  /// left alone on a fault. A band of no rows is reported with all three 0, whatever row it names.
+  /// Of the block, only its geometry and the size of its previous data are read.
+  [[nodiscard]] static Fault Find(const BitmapDataBlock& block, const BlockHeader& header,
+                                  unsigned int room, RowBand* band);
 };
 
 }  // namespace zlibvideo

@@ -122,9 +122,9 @@ bool BlockedCodec::UnpackVersion1Block(BitmapDataBlock* block, std::int32_t capa
 bool BlockedCodec::UnpackVersion2Block(BitmapDataBlock* block, std::int32_t capacity,
                                        const BlockRecord& record) {
   const bool hasRoom = block->SetRawData(nullptr, capacity);
-  block->fFormat = record.format;
-  block->fDiffRowStart = record.diffRowStart;
-  block->fDiffRowCount = record.diffRowCount;
+  block->fFormat = record.header.format;
+  block->fDiffRowStart = record.header.diffRowStart;
+  block->fDiffRowCount = record.header.diffRowCount;
   if (!hasRoom) return false;
 
   auto length = static_cast<unsigned int>(capacity);

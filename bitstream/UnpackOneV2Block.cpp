@@ -5,12 +5,14 @@
 #include <cstdint>
 #include <cstring>
 
+#include "bitstream/BlockHeader.h"
 #include "bitstream/InflateStream.h"
 #include "bitstream/Priming.h"
 #include "bitstream/RowBand.h"
 #include "grid/BlockFormat.h"
 #include "grid/BlockedCodec.h"
 
+using zlibvideo::BlockHeader;
 using zlibvideo::ByteSpan;
 using zlibvideo::InflateStream;
 using zlibvideo::RowBand;
@@ -19,11 +21,17 @@ namespace {
 
 bool OpenForPayload(const BitmapDataBlock& block, InflateStream* stream, unsigned char* destination,
                     unsigned int room) {
-  if ((block.fFormat & zlibvideo::kFormatPrimed) == 0) {
-    return stream->Open(zlibvideo::StreamForm::kZlib);
-  }
+  if (!zlibvideo::IsPrimed(block.fFormat)) return stream->Open(zlibvideo::StreamForm::kZlib);
+  const ByteSpan dictionary = zlibvideo::PrimingDictionary(block, block.fFormat);
   return stream->Open(zlibvideo::StreamForm::kRawDeflate) &&
-         zlibvideo::Prime(stream, zlibvideo::PrimingDictionary(block), destination, room);
+         zlibvideo::Prime(stream, dictionary, destination, room);
+}
+
+/// The band that the block's header announces, or an empty one where it announces none.
+bool FindBand(const BitmapDataBlock& block, unsigned int room, RowBand* band) {
+  if (!zlibvideo::HasBand(block.fFormat)) return true;
+  const BlockHeader header = {block.fFormat, block.fDiffRowStart, block.fDiffRowCount};
+  return RowBand::Find(block, header, room, band) == RowBand::Fault::kNone;
 }
 
 /// Takes all rows before the band, and those after it from byte `from` of the block on, from the
@@ -33,6 +41,16 @@ void CopyRowsAroundBand(const BitmapDataBlock& block, const RowBand& band, unsig
   std::memcpy(destination, block.fPreviousData, band.offset);
   const unsigned int end = band.End() + band.after;
   if (from < end) std::memcpy(destination + from, block.fPreviousData + from, end - from);
+}
+
+/// Inflates a colour-reduced stream and returns its size in bytes. An error of the payload is no
+/// error of the block: what came out of it is converted. Without a scratch buffer zlib refuses the
+/// call and nothing comes out.
+unsigned int InflateCodes(InflateStream* stream, ByteSpan payload, unsigned char* scratch,
+                          unsigned int room) {
+  const unsigned int before = stream->TotalOutput();
+  static_cast<void>(stream->Inflate(payload, scratch, room, Z_FINISH));
+  return stream->TotalOutput() - before;
 }
 
 /// Inflates 3-byte pixels and returns the bytes at `output` that are this payload's: those it gave,
@@ -54,7 +72,7 @@ bool BlockedCodec::UnpackOneV2Block(BitmapDataBlock* block, char /*unused1*/,
                                     unsigned char* payload, unsigned int payloadLength,
                                     unsigned char* /*unused2*/, unsigned int* length) {
   unsigned int produced = *length;
-  const bool direct = (block->fFormat & zlibvideo::kFormatIntermediatePathMask) == 0;
+  const bool direct = zlibvideo::IsDirect(block->fFormat);
   const bool decoded = direct ? DecompressDirectBlock(block, payload, payloadLength, &produced)
                               : DecompressIntermediateBlock(block->fRawData, &produced, payload,
                                                             payloadLength, block);
@@ -92,22 +110,18 @@ bool BlockedCodec::DecompressIntermediateBlock(unsigned char* destination,
                                                unsigned int payloadLength, BitmapDataBlock* block) {
   if (block->fPreviousData == nullptr) return false;
 
-  const unsigned int destinationRoom = *destinationLength;
+  const unsigned int wholeRoom = *destinationLength;
   InflateStream stream;
-  if (payloadLength != 0 && !OpenForPayload(*block, &stream, destination, destinationRoom)) {
-    return false;
-  }
+  if (payloadLength != 0 && !OpenForPayload(*block, &stream, destination, wholeRoom)) return false;
   const unsigned int primed = stream.TotalOutput();
 
   RowBand band;
-  if ((block->fFormat & zlibvideo::kFormatDiffRows) != 0) {
-    if (RowBand::Find(*block, destinationRoom, &band) != RowBand::Fault::kNone) return false;
-    if (band.IsEmpty()) {
-      // There are no rows for a payload to fill: it is ignored.
-      *destinationLength = static_cast<unsigned int>(block->fPreviousDataSize);
-      std::memcpy(destination, block->fPreviousData, *destinationLength);
-      return stream.Close();
-    }
+  if (!FindBand(*block, wholeRoom, &band)) return false;
+  if (zlibvideo::HasBand(block->fFormat) && band.IsEmpty()) {
+    // There are no rows for a payload to fill: it is ignored.
+    *destinationLength = static_cast<unsigned int>(block->fPreviousDataSize);
+    std::memcpy(destination, block->fPreviousData, *destinationLength);
+    return stream.Close();
   }
   if (payloadLength == 0) {
     CopyRowsAroundBand(*block, band, band.End(), destination);
@@ -115,17 +129,14 @@ bool BlockedCodec::DecompressIntermediateBlock(unsigned char* destination,
   }
 
   const unsigned int around = band.offset + band.after;
-  const unsigned int room = destinationRoom > around ? destinationRoom - around : 0;
+  const unsigned int room = wholeRoom > around ? wholeRoom - around : 0;
   unsigned char* output = destination + band.offset;
   if (zlibvideo::HasColorField(block->fFormat)) {
     CopyRowsAroundBand(*block, band, band.End(), destination);
-    // An error of the payload is no error of the block: what came out of it is converted. Without
-    // a scratch buffer zlib refuses the call and nothing comes out.
-    static_cast<void>(stream.Inflate({payload, payloadLength}, fScratchColorBuffer,
-                                     static_cast<unsigned int>(fScratchColorBufferSize), Z_FINISH));
+    const unsigned int size = InflateCodes(&stream, {payload, payloadLength}, fScratchColorBuffer,
+                                           static_cast<unsigned int>(fScratchColorBufferSize));
     unsigned int converted = room;
-    ConvertImageColorToQuarn24(output, &converted, fScratchColorBuffer,
-                               stream.TotalOutput() - primed, block->fFormat);
+    ConvertImageColorToQuarn24(output, &converted, fScratchColorBuffer, size, block->fFormat);
     *destinationLength = around + converted;
   } else {
     const unsigned int given = InflatePixels(&stream, {payload, payloadLength}, output, room);

@@ -13,7 +13,7 @@ namespace {
 /// What an input begins with; the payload follows.
 struct BlockCase {
   std::uint8_t blockSizeCodes, width, height;
-  std::uint8_t format, diffRowStart, diffRowCount;
+  BlockHeader header;
   std::uint8_t previousSize[3], convertedSize[3];
 };
 constexpr std::size_t kCaseSize = sizeof(BlockCase);
@@ -38,9 +38,9 @@ struct OneBlockDecoder : ZLibVideoDecompressor {
     Require(block->SetRawData(nullptr, RawDataCapacity(width, height)));
     SetPrior(from.previousSize, block, &BitmapDataBlock::SetPreviousData);
     SetPrior(from.convertedSize, block, &BitmapDataBlock::SetConvertedData);
-    block->fFormat = from.format;
-    block->fDiffRowStart = from.diffRowStart;
-    block->fDiffRowCount = from.diffRowCount;
+    block->fFormat = from.header.format;
+    block->fDiffRowStart = from.header.diffRowStart;
+    block->fDiffRowCount = from.header.diffRowCount;
   }
   BitmapDataBlock* Block() const { return GetBlock(0, 0); }
 };
@@ -64,15 +64,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const bool decoded =
       decoder.UnpackOneV2Block(block, 0, payload.data(), SpanOf(payload).size, nullptr, &length);
   Require(decoded ? length <= room : length == room && !block->fProcessed);
-  const bool replaced = (from.format & kFormatIntermediatePathMask) == 0 && block->fProcessed;
+  const bool replaced = IsDirect(from.header.format) && block->fProcessed;
   Require(Previous(*block) == (replaced ? CopyOf({block->fRawData, length}) : previous));
-  if (decoded && (from.format & kFormatDiffRows) != 0 && from.diffRowCount != 0) {
+  if (decoded && HasBand(from.header.format) && from.header.diffRowCount != 0) {
     // The band lies within the block and its previous data, which shows in the rows before it.
     const std::ptrdiff_t row = std::ptrdiff_t{kBlockPixelBytes} * block->fWidth;
-    Require(from.diffRowStart + from.diffRowCount <= block->fHeight);
+    Require(from.header.diffRowStart + from.header.diffRowCount <= block->fHeight);
     Require(row * block->fHeight <= block->fPreviousDataSize);
-    Require(
-        std::equal(block->fRawData, block->fRawData + row * from.diffRowStart, previous.data()));
+    Require(std::equal(block->fRawData, block->fRawData + row * from.header.diffRowStart,
+                       previous.data()));
   }
   return 0;
 }
@@ -86,10 +86,7 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t s
   std::memcpy(&to, data, kCaseSize);
   OneBlockDecoder decoder(to);
   Bytes payload(data + kCaseSize, data + size);
-  payload = MutatePayload(decoder.Block(), SpanOf(payload), true, &random);
-  to.format = decoder.Block()->fFormat;
-  to.diffRowStart = decoder.Block()->fDiffRowStart;
-  to.diffRowCount = decoder.Block()->fDiffRowCount;
+  payload = MutatePayload(*decoder.Block(), SpanOf(payload), &to.header, true, &random);
   std::memcpy(data, &to, kCaseSize);
   payload.resize(std::min(payload.size(), maxSize - kCaseSize));
   std::copy(payload.begin(), payload.end(), data + kCaseSize);

@@ -13,10 +13,10 @@ void MutateBytes(Bytes* bytes) {
   bytes->resize(LLVMFuzzerMutate(bytes->data(), size, bytes->size()));
 }
 
-Bytes Inflate(const BitmapDataBlock& block, ByteSpan payload) {
+Bytes Inflate(const BitmapDataBlock& block, unsigned int format, ByteSpan payload) {
   constexpr unsigned int kMaxContent = 1 << 16;
-  const bool primed = (block.fFormat & kFormatPrimed) != 0;
-  const ByteSpan dictionary = primed ? PrimingDictionary(block) : ByteSpan();
+  const bool primed = IsPrimed(format);
+  const ByteSpan dictionary = primed ? PrimingDictionary(block, format) : ByteSpan();
   Bytes content(dictionary.size + kMaxContent);
   InflateStream stream;
   if (!stream.Open(primed ? StreamForm::kRawDeflate : StreamForm::kZlib)) return {};
@@ -27,32 +27,33 @@ Bytes Inflate(const BitmapDataBlock& block, ByteSpan payload) {
 }
 
 /// More often than not the band suits the block.
-void MutateHeader(BitmapDataBlock* block, Random* random) {
+void MutateHeader(const BitmapDataBlock& block, BlockHeader* header, Random* random) {
   const auto any = [random] { return static_cast<std::uint8_t>(Below(256, random)); };
-  const auto rows = static_cast<unsigned int>(block->fHeight);
+  const auto rows = static_cast<unsigned int>(block.fHeight);
   const unsigned int start = Below(rows, random);
   const unsigned int count = Below(rows - start + 2, random);
-  if (OneIn(2, random)) block->fFormat = any();
-  block->fDiffRowStart = OneIn(16, random) ? any() : static_cast<std::uint8_t>(start);
-  block->fDiffRowCount = OneIn(16, random) ? any() : static_cast<std::uint8_t>(count);
+  if (OneIn(2, random)) header->format = any();
+  header->diffRowStart = OneIn(16, random) ? any() : static_cast<std::uint8_t>(start);
+  header->diffRowCount = OneIn(16, random) ? any() : static_cast<std::uint8_t>(count);
 }
 
 }  // namespace
 
-Bytes MutatePayload(BitmapDataBlock* block, ByteSpan payload, bool withHeader, Random* random) {
-  Bytes content = Inflate(*block, payload);
-  if (withHeader) MutateHeader(block, random);
+Bytes MutatePayload(const BitmapDataBlock& block, ByteSpan payload, BlockHeader* header,
+                    bool withHeader, Random* random) {
+  Bytes content = Inflate(block, header->format, payload);
+  if (withHeader) MutateHeader(block, header, random);
   // Sizes at which something changes: the band, the block, the room for it.
-  const int row = block->fWidth * kBlockPixelBytes;
-  const int sizes[] = {0, row * block->fDiffRowCount, row * block->fHeight,
-                       block->fRawDataCapacity};
+  const int row = block.fWidth * kBlockPixelBytes;
+  const int sizes[] = {0, row * header->diffRowCount, row * block.fHeight, block.fRawDataCapacity};
   const auto size = static_cast<unsigned int>(sizes[Below(4, random)]);
   if (size != 0) content.resize(size + Below(2, random), static_cast<unsigned char>((*random)()));
   if (size == 0 || OneIn(2, random)) MutateBytes(&content);
 
   // Without priming, a dictionary makes a zlib stream that asks for it.
-  const bool primed = (block->fFormat & kFormatPrimed) != 0;
-  const ByteSpan prior = primed || OneIn(16, random) ? PrimingDictionary(*block) : ByteSpan();
+  const bool primed = IsPrimed(header->format);
+  const ByteSpan prior =
+      primed || OneIn(16, random) ? PrimingDictionary(block, header->format) : ByteSpan();
   Bytes result = primed ? RawDeflate(content, CopyOf(prior)) : Zlib(content, CopyOf(prior));
   if (OneIn(16, random)) MutateBytes(&result);
   if (OneIn(16, random)) result.resize(Below(result.size() + 1, random));

@@ -7,6 +7,7 @@
 #include <random>
 #include <vector>
 
+#include "bitstream/BlockHeader.h"
 #include "bitstream/FrameHeader.h"
 #include "grid/BitmapDataBlock.h"
 #include "tests/StreamBuilder.h"
@@ -55,9 +56,11 @@ inline bool ReadSmallHeader(const Bytes& message, FrameHeader* header) {
          header->imageWidth * header->imageHeight <= kMaxPixels;
 }
 
-/// A payload for `block` with the contents of `payload`, mutated, compressed as the block's header
-/// bytes say and primed with its data. `withHeader` gives it other header bytes before that.
-Bytes MutatePayload(BitmapDataBlock* block, ByteSpan payload, bool withHeader, Random* random);
+/// A payload for `block` with the contents of `payload`, which `header` belongs to: mutated,
+/// compressed as the header says and primed with the block's data. With `withHeader`, `*header`
+/// becomes another before that.
+Bytes MutatePayload(const BitmapDataBlock& block, ByteSpan payload, BlockHeader* header,
+                    bool withHeader, Random* random);
 
 }  // namespace zlibvideo
 

@@ -31,19 +31,17 @@ void MutateHeader(FrameHeader* header, Random* random) {
 }
 
 /// A record for `block` with what `read` holds, mutated or as it is.
-Record MakeRecord(BitmapDataBlock* block, int codecType, const BlockRecord& read, bool mutate,
+Record MakeRecord(const BitmapDataBlock& block, int codecType, const BlockRecord& read, bool mutate,
                   Random* random) {
   const bool hasHeader = codecType == kCodecTypeVersion2;
-  block->fFormat = read.format;
-  block->fDiffRowStart = read.diffRowStart;
-  block->fDiffRowCount = read.diffRowCount;
+  BlockHeader header = read.header;
   Record record;
   if (mutate ? OneIn(8, random) : read.IsEmpty()) return record;
-  record.payload =
-      mutate ? MutatePayload(block, read.payload, hasHeader, random) : CopyOf(read.payload);
-  if (hasHeader) record.format = block->fFormat;
-  if (hasHeader && (block->fFormat & kFormatDiffRows) != 0) {
-    record.band = {block->fDiffRowStart, block->fDiffRowCount};
+  record.payload = mutate ? MutatePayload(block, read.payload, &header, hasHeader, random)
+                          : CopyOf(read.payload);
+  if (hasHeader) record.format = header.format;
+  if (hasHeader && HasBand(header.format)) {
+    record.band = {header.diffRowStart, header.diffRowCount};
   }
   return record;
 }
@@ -59,8 +57,8 @@ void MutatePass(const InspectingDecoder& decoder, ByteCursor* in, Message* out, 
         *in = ByteCursor(nullptr, 0);
         read = {};
       }
-      out->records.push_back(MakeRecord(decoder.FindBlock(row, column), out->header.codecType, read,
-                                        !present || OneIn(rarity, random), random));
+      out->records.push_back(MakeRecord(*decoder.FindBlock(row, column), out->header.codecType,
+                                        read, !present || OneIn(rarity, random), random));
     }
   }
 }

@@ -19,6 +19,15 @@ inline constexpr unsigned int kFormatIntermediatePathMask =
 inline constexpr unsigned int kFormatColorMask = 0x18;
 inline constexpr unsigned int kFormatColorReduced = 0x10;
 
+constexpr bool IsDirect(unsigned int format) {
+  return (format & kFormatIntermediatePathMask) == 0;
+}
+constexpr bool IsPrimed(unsigned int format) {
+  return (format & kFormatPrimed) != 0;
+}
+constexpr bool HasBand(unsigned int format) {
+  return (format & kFormatDiffRows) != 0;
+}
 /// Whether the payload's pixels are anything but 3-byte pixels.
 constexpr bool HasColorField(unsigned int format) {
   return (format & kFormatColorMask) != 0;

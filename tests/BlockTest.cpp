@@ -245,10 +245,10 @@ TEST_F(BlockTest, TestsBandsOneByOne) {
     BitmapDataBlock b;
     b.Initialize(0, width, width == kWide ? 90 : 16, width, false);
     b.fPreviousDataSize = previous;
-    b.fDiffRowStart = static_cast<std::uint8_t>(start);
-    b.fDiffRowCount = static_cast<std::uint8_t>(rows);
+    const BlockHeader header = {kFormatDiffRows, static_cast<std::uint8_t>(start),
+                                static_cast<std::uint8_t>(rows)};
     RowBand band;
-    EXPECT_EQ(RowBand::Find(b, 848, &band), fault) << start << ' ' << rows;
+    EXPECT_EQ(RowBand::Find(b, header, 848, &band), fault) << start << ' ' << rows;
   }
 }
 

@@ -21,33 +21,6 @@ namespace {
 
 using Record = MessageOutline::Record;
 
-/// Lends a block the header fields of a record, which a later record of it may have replaced.
-class LentHeaderFields {
- public:
-  LentHeaderFields(BitmapDataBlock* block, const BlockRecord& record)
-      : fBlock(block),
-        fFormat(block->fFormat),
-        fDiffRowStart(block->fDiffRowStart),
-        fDiffRowCount(block->fDiffRowCount) {
-    Set(record.format, record.diffRowStart, record.diffRowCount);
-  }
-  LentHeaderFields(const LentHeaderFields&) = delete;
-  LentHeaderFields& operator=(const LentHeaderFields&) = delete;
-  ~LentHeaderFields() { Set(fFormat, fDiffRowStart, fDiffRowCount); }
-
- private:
-  void Set(std::uint8_t format, std::uint8_t start, std::uint8_t count) {
-    fBlock->fFormat = format;
-    fBlock->fDiffRowStart = start;
-    fBlock->fDiffRowCount = count;
-  }
-
-  BitmapDataBlock* const fBlock;
-  const std::uint8_t fFormat;
-  const std::uint8_t fDiffRowStart;
-  const std::uint8_t fDiffRowCount;
-};
-
 unsigned int PixelRoom(const FrameHeader& header) {
   return static_cast<unsigned int>(RawDataCapacity(header.blockWidth, header.blockHeight));
 }
@@ -56,31 +29,34 @@ unsigned int ScratchRoom(const FrameHeader& header) {
   return static_cast<unsigned int>(ScratchBufferSize(header.blockWidth, header.blockHeight));
 }
 
-std::string DescribeBand(const BitmapDataBlock& block) {
-  const std::string first = std::to_string(block.fDiffRowStart);
-  const std::string last = std::to_string(block.fDiffRowStart + block.fDiffRowCount - 1);
+std::string DescribeBand(const BlockHeader& header, const BitmapDataBlock& block) {
+  const std::string first = std::to_string(header.diffRowStart);
+  const std::string last = std::to_string(header.diffRowStart + header.diffRowCount - 1);
   return "the record's band of " +
          (first == last ? "row " + first : "rows " + first + " to " + last) + ", in a block of " +
          std::to_string(block.fHeight) + " rows, ";
 }
 
-std::string DescribeBandFault(RowBand::Fault fault, const BitmapDataBlock& block,
-                              unsigned int room) {
+std::string DescribeBandFault(RowBand::Fault fault, const BlockHeader& header,
+                              const BitmapDataBlock& block, unsigned int room) {
   const std::string reference =
       "the block's reference pixels (" + std::to_string(block.fPreviousDataSize) + " bytes)";
   switch (fault) {
     case RowBand::Fault::kPreviousDataTooLong:
       return reference + " do not fit the room of " + std::to_string(room) + " bytes";
     case RowBand::Fault::kStartsBeyondRoom:
-      return DescribeBand(block) + "starts past the room of " + std::to_string(room) + " bytes";
+      return DescribeBand(header, block) + "starts past the room of " + std::to_string(room) +
+             " bytes";
     case RowBand::Fault::kEndsBeyondPrevious:
-      return DescribeBand(block) + "ends past " + reference;
+      return DescribeBand(header, block) + "ends past " + reference;
     case RowBand::Fault::kEndsBeyondRoom:
-      return DescribeBand(block) + "ends past the room of " + std::to_string(room) + " bytes";
+      return DescribeBand(header, block) + "ends past the room of " + std::to_string(room) +
+             " bytes";
     case RowBand::Fault::kPreviousDataTooShort:
-      return DescribeBand(block) + "leaves rows above it that " + reference + " do not hold";
+      return DescribeBand(header, block) + "leaves rows above it that " + reference +
+             " do not hold";
     default:
-      return DescribeBand(block) + "ends past the block";
+      return DescribeBand(header, block) + "ends past the block";
   }
 }
 
@@ -91,14 +67,14 @@ bool CanPrime(ByteSpan dictionary, unsigned int room) {
 }
 
 /// Why an intermediate payload is refused; nothing when it is not.
-std::optional<std::string> WhyRefused(BitmapDataBlock* block, const BlockRecord& record,
+std::optional<std::string> WhyRefused(const BitmapDataBlock& block, const BlockRecord& record,
                                       unsigned int room) {
-  if (block->fPreviousData == nullptr) {
+  const BlockHeader& header = record.header;
+  if (block.fPreviousData == nullptr) {
     return "the record builds on reference pixels, but no direct record has given the block any";
   }
-  const LentHeaderFields fields(block, record);
-  if (record.payload.size != 0 && (record.format & kFormatPrimed) != 0) {
-    const ByteSpan dictionary = PrimingDictionary(*block);
+  if (record.payload.size != 0 && IsPrimed(header.format)) {
+    const ByteSpan dictionary = PrimingDictionary(block, header.format);
     if (dictionary.size == 0) return "the record is primed, but the block's dictionary is empty";
     if (!CanPrime(dictionary, room)) {
       return "the record is primed, but zlib refuses the block's dictionary of " +
@@ -106,14 +82,14 @@ std::optional<std::string> WhyRefused(BitmapDataBlock* block, const BlockRecord&
     }
   }
   RowBand band;
-  if ((record.format & kFormatDiffRows) == 0) return std::nullopt;
-  const RowBand::Fault fault = RowBand::Find(*block, room, &band);
+  if (!HasBand(header.format)) return std::nullopt;
+  const RowBand::Fault fault = RowBand::Find(block, header, room, &band);
   if (fault == RowBand::Fault::kNone) return std::nullopt;
-  return DescribeBandFault(fault, *block, room);
+  return DescribeBandFault(fault, header, block, room);
 }
 
 Failure DiagnoseStream(const Record& culprit, const FrameHeader& header) {
-  const bool reduced = HasColorField(culprit.record.format);
+  const bool reduced = HasColorField(culprit.record.header.format);
   const ZlibTrial trial =
       ZlibTrial::Run(culprit.record.payload, reduced ? ScratchRoom(header) : PixelRoom(header));
   return {"the record's payload " + (trial.fault.empty() ? "was refused by zlib" : trial.fault),
@@ -128,10 +104,10 @@ std::optional<Failure> FindRefused(const InspectingDecoder& decoder, const Messa
   for (auto entry = begin; entry != outline.records.end(); ++entry) {
     if (entry->record.IsEmpty()) continue;
     // Decoding did not reach the next direct payload.
-    if ((entry->record.format & kFormatIntermediatePathMask) == 0) break;
-    BitmapDataBlock* block = decoder.FindBlock(entry->place.row, entry->place.column);
+    if (IsDirect(entry->record.header.format)) break;
+    const BitmapDataBlock* block = decoder.FindBlock(entry->place.row, entry->place.column);
     if (block == nullptr) continue;
-    if (auto why = WhyRefused(block, entry->record, room)) {
+    if (auto why = WhyRefused(*block, entry->record, room)) {
       return Failure{std::move(*why), entry->offset, entry->place};
     }
   }

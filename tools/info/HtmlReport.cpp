@@ -57,9 +57,9 @@ Json Cells(const MessageReport& report) {
     const RecordKind kind = KindOf(entry.record, report.outline.header->codecType);
     Json cell = {report.CellIndex(entry.place), static_cast<int>(kind), entry.Bytes(),
                  entry.place.pass};
-    if ((entry.record.format & kFormatDiffRows) != 0) {
-      cell.push_back(entry.record.diffRowStart);
-      cell.push_back(entry.record.diffRowCount);
+    if (HasBand(entry.record.header.format)) {
+      cell.push_back(entry.record.header.diffRowStart);
+      cell.push_back(entry.record.header.diffRowCount);
     }
     cells.push_back(std::move(cell));
   }

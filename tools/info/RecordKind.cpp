@@ -38,10 +38,11 @@ RecordKind KindOf(const BlockRecord& record, int codecType) {
   if (codecType != kCodecTypeVersion1 && codecType != kCodecTypeVersion2) {
     return RecordKind::kSkipped;
   }
-  const RecordKind plain = PlainKind(record.format);
-  if (!HasColorField(record.format)) return plain;
-  return (record.format & kFormatColorMask) == kFormatColorReduced ? ReducedKind(plain)
-                                                                   : RecordKind::kUnconvertible;
+  const RecordKind plain = PlainKind(record.header.format);
+  if (!HasColorField(record.header.format)) return plain;
+  return (record.header.format & kFormatColorMask) == kFormatColorReduced
+             ? ReducedKind(plain)
+             : RecordKind::kUnconvertible;
 }
 
 }  // namespace zlibvideo

@@ -6,10 +6,10 @@
 
 #include "bitstream/BlockRecord.h"
 #include "bitstream/FrameHeader.h"
+#include "bitstream/Priming.h"
 #include "grid/BlockFormat.h"
 #include "grid/BufferSizes.h"
 #include "tools/common/SpanOf.h"
-#include "tools/record/DecoderModel.h"
 
 namespace zlibvideo {
 namespace {
@@ -54,17 +54,15 @@ Band ChangedRows(const BitmapDataBlock& block, ByteSpan pixels) {
 }
 
 BlockPayload Payload(unsigned int format, std::vector<unsigned char> bytes, Band band = {}) {
-  return {static_cast<std::uint8_t>(format), static_cast<std::uint8_t>(band.firstRow),
-          static_cast<std::uint8_t>(band.rowCount), std::move(bytes)};
+  return {{static_cast<std::uint8_t>(format), static_cast<std::uint8_t>(band.firstRow),
+           static_cast<std::uint8_t>(band.rowCount)},
+          std::move(bytes)};
 }
 
 }  // namespace
 
 std::size_t BlockPayload::RecordSize(int codecType) const {
-  constexpr std::size_t kFormatByte = 1;
-  constexpr std::size_t kBandBytes = 2;
-  if (codecType != kCodecTypeVersion2) return bytes.size();
-  return kFormatByte + ((format & kFormatDiffRows) != 0 ? kBandBytes : 0) + bytes.size();
+  return bytes.size() + (codecType == kCodecTypeVersion2 ? header.Size() : 0);
 }
 
 BlockEncoder::BlockEncoder(const RecordOptions& options)
@@ -73,9 +71,10 @@ BlockEncoder::BlockEncoder(const RecordOptions& options)
       fZlib(StreamForm::kZlib, options.level),
       fRaw(StreamForm::kRawDeflate, options.level) {}
 
-BlockPayload BlockEncoder::Encode(BitmapDataBlock* block, ByteSpan pixels, const Forms& forms) {
-  const bool intermediate = forms.intermediate && HasReference(*block, pixels);
-  if (intermediate && ChangedRows(*block, pixels).rowCount == 0) {
+BlockPayload BlockEncoder::Encode(const BitmapDataBlock& block, ByteSpan pixels,
+                                  const Forms& forms) {
+  const bool intermediate = forms.intermediate && HasReference(block, pixels);
+  if (intermediate && ChangedRows(block, pixels).rowCount == 0) {
     return Payload(kFormatDiffRows, {});  // a band of no rows: the block goes back to its reference
   }
   Smallest smallest;
@@ -85,7 +84,7 @@ BlockPayload BlockEncoder::Encode(BitmapDataBlock* block, ByteSpan pixels, const
                                      : *std::move(smallest.intermediate);
 }
 
-void BlockEncoder::TryForms(BitmapDataBlock* block, ByteSpan pixels, bool intermediate,
+void BlockEncoder::TryForms(const BitmapDataBlock& block, ByteSpan pixels, bool intermediate,
                             const ReducedColors* colors, Smallest* smallest) {
   const unsigned int direct = ColorField(colors);
   const unsigned int primed = direct | kFormatPrimed;
@@ -96,14 +95,14 @@ void BlockEncoder::TryForms(BitmapDataBlock* block, ByteSpan pixels, bool interm
   TryBand(block, pixels, colors, smallest);
 }
 
-void BlockEncoder::TryBand(BitmapDataBlock* block, ByteSpan pixels, const ReducedColors* colors,
-                           Smallest* smallest) {
+void BlockEncoder::TryBand(const BitmapDataBlock& block, ByteSpan pixels,
+                           const ReducedColors* colors, Smallest* smallest) {
   // A band of all rows gains nothing over the forms without one; any other fits its two bytes.
   static_assert(FrameHeader::kMaxBlockSize - 1 <= std::numeric_limits<std::uint8_t>::max());
-  const Band band = ChangedRows(*block, pixels);
-  if (band.rowCount == static_cast<unsigned int>(block->fHeight)) return;
+  const Band band = ChangedRows(block, pixels);
+  if (band.rowCount == static_cast<unsigned int>(block.fHeight)) return;
 
-  const unsigned int rowBytes = RowBytes(*block);
+  const unsigned int rowBytes = RowBytes(block);
   const std::vector<unsigned char> carried = Carried(
       {pixels.data + std::size_t{band.firstRow} * rowBytes, band.rowCount * rowBytes}, colors);
   const unsigned int banded = ColorField(colors) | kFormatDiffRows;
@@ -113,9 +112,10 @@ void BlockEncoder::TryBand(BitmapDataBlock* block, ByteSpan pixels, const Reduce
               &smallest->intermediate);
 }
 
-std::vector<unsigned char> BlockEncoder::CompressPrimed(BitmapDataBlock* block, unsigned int format,
+std::vector<unsigned char> BlockEncoder::CompressPrimed(const BitmapDataBlock& block,
+                                                        unsigned int format,
                                                         const std::vector<unsigned char>& data) {
-  return fRaw.Compress(SpanOf(data), DecoderModel::Dictionary(block, format));
+  return fRaw.Compress(SpanOf(data), PrimingDictionary(block, format));
 }
 
 void BlockEncoder::KeepSmaller(BlockPayload candidate,

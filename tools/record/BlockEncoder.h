@@ -2,10 +2,10 @@
 #define ZLIBVIDEO_TOOLS_RECORD_BLOCKENCODER_H
 
 #include <cstddef>
-#include <cstdint>
 #include <optional>
 #include <vector>
 
+#include "bitstream/BlockHeader.h"
 #include "bitstream/ByteSpan.h"
 #include "grid/BitmapDataBlock.h"
 #include "tools/record/Deflater.h"
@@ -16,9 +16,7 @@ namespace zlibvideo {
 
 /// What a block record will carry.
 struct BlockPayload {
-  std::uint8_t format = 0;
-  std::uint8_t diffRowStart = 0;
-  std::uint8_t diffRowCount = 0;
+  BlockHeader header;
   std::vector<unsigned char> bytes;
 
   /// Value of the record's size field in a stream of this codec type.
@@ -41,7 +39,7 @@ class BlockEncoder {
   /// The smallest payload for `pixels`, laid out as in a block's buffer, and a block in this
   /// state. A direct one wins a tie, or as much more as the options allow, because it renews the
   /// reference data. The payload may be too large for a record.
-  BlockPayload Encode(BitmapDataBlock* block, ByteSpan pixels, const Forms& forms);
+  BlockPayload Encode(const BitmapDataBlock& block, ByteSpan pixels, const Forms& forms);
 
  private:
   /// The smallest payloads so far.
@@ -50,11 +48,11 @@ class BlockEncoder {
     std::optional<BlockPayload> intermediate;
   };
 
-  void TryForms(BitmapDataBlock* block, ByteSpan pixels, bool intermediate,
+  void TryForms(const BitmapDataBlock& block, ByteSpan pixels, bool intermediate,
                 const ReducedColors* colors, Smallest* smallest);
-  void TryBand(BitmapDataBlock* block, ByteSpan pixels, const ReducedColors* colors,
+  void TryBand(const BitmapDataBlock& block, ByteSpan pixels, const ReducedColors* colors,
                Smallest* smallest);
-  std::vector<unsigned char> CompressPrimed(BitmapDataBlock* block, unsigned int format,
+  std::vector<unsigned char> CompressPrimed(const BitmapDataBlock& block, unsigned int format,
                                             const std::vector<unsigned char>& data);
   void KeepSmaller(BlockPayload candidate, std::optional<BlockPayload>* smallest) const;
   bool DirectIsPreferred(const Smallest& smallest) const;

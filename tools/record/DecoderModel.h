@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <vector>
 
-#include "bitstream/ByteSpan.h"
 #include "decoder/ZLibVideoDecompressor.h"
 
 namespace zlibvideo {
@@ -24,9 +23,6 @@ class DecoderModel : public ZLibVideoDecompressor {
   [[nodiscard]] bool ApplyPalette(std::vector<unsigned char>* message, std::size_t start);
   [[nodiscard]] bool ApplyPass(std::vector<unsigned char>* message, std::size_t start,
                                int codecType);
-
-  /// What a payload of this format will be primed with; empty when there is nothing.
-  static ByteSpan Dictionary(BitmapDataBlock* block, unsigned int format);
 };
 
 }  // namespace zlibvideo

@@ -130,7 +130,7 @@ bool FrameEncoder::WriteBlock(BitmapDataBlock* block, const Pass& pass) {
     return false;
   }
   const std::vector<unsigned char> pixels = CutBlock(pass.target, *block);
-  const BlockPayload payload = fBlockEncoder.Encode(block, SpanOf(pixels), pass.forms);
+  const BlockPayload payload = fBlockEncoder.Encode(*block, SpanOf(pixels), pass.forms);
   const std::size_t size = payload.RecordSize(fOptions.codecType);
   if (size > BlockRecord::kMaxSize) {
     throw RecordError("a block of " + SizeText(block->fWidth, block->fHeight) + " pixels takes " +
@@ -141,11 +141,9 @@ bool FrameEncoder::WriteBlock(BitmapDataBlock* block, const Pass& pass) {
   }
   AppendSize(size);
   if (fOptions.codecType == kCodecTypeVersion2) {
-    fMessage.push_back(payload.format);
-    if ((payload.format & kFormatDiffRows) != 0) {
-      fMessage.push_back(payload.diffRowStart);
-      fMessage.push_back(payload.diffRowCount);
-    }
+    unsigned char header[BlockHeader::kMaxSize];
+    payload.header.Write(header);
+    fMessage.insert(fMessage.end(), header, header + payload.header.Size());
   }
   fMessage.insert(fMessage.end(), payload.bytes.begin(), payload.bytes.end());
   return true;
