@@ -100,8 +100,9 @@ bool ZLibVideoDecompressor::DecompressVideo(Vorn::GCAPI::GCRef<SObject> video,
   if (video) {
     ReallocBitmap(video, header.imageWidth, header.imageHeight, false, false, kBitmapVideoFrame,
                   nullptr, nullptr);
-    SBitmapCore* bitmap = video->GetBitmapCore();
-    if (!skipPush && bitmap != nullptr) PushFrame(bitmap);
+    // Looked up only now: sizing may have made or exchanged it.
+    SBitmapCore* bitmap = skipPush ? nullptr : video->GetBitmapCore();
+    if (bitmap != nullptr) PushFrame(bitmap);
   }
   ++fDecodedFrameCount;
   return true;

@@ -79,9 +79,9 @@ class ZLIBVIDEO_EXPORT VideoDecompressor {
   /// Asks for a reload.
   virtual void ReloadVideoBuffer(Vorn::GCAPI::GCRef<SObject> /*video*/) { fReloadPending = true; }
   /// Destroys the texture; notes when neither texture nor buffer is left.
-  virtual void DeleteVideoTexture() { DeleteResource(&fVideoTexture, fVideoBuffer); }
+  virtual void DeleteVideoTexture() { DeleteResource(&fVideoTexture, &fVideoBuffer); }
   /// Destroys the buffer; notes when neither texture nor buffer is left.
-  virtual void DeleteVideoBuffer() { DeleteResource(&fVideoBuffer, fVideoTexture); }
+  virtual void DeleteVideoBuffer() { DeleteResource(&fVideoBuffer, &fVideoTexture); }
   /// Brings back pictures that later ones refer to; there are none outside the decoder.
   virtual void ReloadReferenceFrames() {}
   /// Host service. No decoder calls it.
@@ -124,11 +124,12 @@ class ZLIBVIDEO_EXPORT VideoDecompressor {
     return resource;
   }
 
-  void DeleteResource(HostObject** resource, const HostObject* other) {
+  void DeleteResource(HostObject** resource, HostObject* const* other) {
     if (*resource == nullptr) return;
     delete *resource;
     *resource = nullptr;
-    if (other == nullptr) fVideoResourcesReleased = true;
+    // Looked at now: destroying the one may have taken the other with it.
+    if (*other == nullptr) fVideoResourcesReleased = true;
   }
 };
 
