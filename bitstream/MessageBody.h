@@ -21,8 +21,8 @@ inline constexpr unsigned int kFlagSecondPass = 0x02;
   *compressed = {};
   std::uint16_t size = 0;
   if (!cursor->ReadU16(&size)) return false;
-  // A record that does not fit is no failure of the message: what follows the size is then parsed
-  // as block records, which has the last word.
+  // A record that does not fit does not fail the message here: what follows the size is then parsed
+  // as block records, and those decide.
   static_cast<void>(cursor->ReadSpan(size, compressed));
   return true;
 }

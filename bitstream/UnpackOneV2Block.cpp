@@ -53,10 +53,11 @@ unsigned int InflateCodes(InflateStream* stream, ByteSpan payload, unsigned char
   return stream->TotalOutput() - before;
 }
 
-/// Inflates 3-byte pixels and returns the bytes at `output` that are this payload's: those it gave,
-/// or, where zlib refuses it or gets nothing out of it, all of the room, blackened: it must not
-/// show what priming or an earlier message left there. One that merely ends early blackens nothing.
-/// Behind its bytes the room holds whatever zlib likes: one that copies by vectors goes beyond.
+/// Inflates 3-byte pixels and returns how many bytes at `output` are this payload's: those that it
+/// gave; or all of the room, blackened, where zlib refuses it as damaged or for want of a preset
+/// dictionary, so that it does not show what priming or an earlier message left there. A payload
+/// that is merely cut off blackens nothing. Behind the payload's bytes the rest of the room holds
+/// anything: a zlib that copies by vectors writes beyond what it produced.
 unsigned int InflatePixels(InflateStream* stream, ByteSpan payload, unsigned char* output,
                            unsigned int room) {
   const unsigned int before = stream->TotalOutput();

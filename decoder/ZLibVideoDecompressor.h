@@ -11,7 +11,14 @@
 /// Decoder of one video stream of codec type 3 (version 1) or 6 (version 2). It may be used and
 /// destroyed through either base; the host's reference count governs its life. It keeps what the
 /// stream decoded so far and nothing else; key frames reset nothing. It starts no threads and
-/// takes no locks: calls on one object must not overlap.
+/// takes no locks: calls on one object must not overlap. A host's loop:
+///
+///   auto* decoder = new ZLibVideoDecompressor(player, stream);
+///   while (NextMessage(&message)) {
+///     // On failure the bitmap still shows the last picture; go on with the next message.
+///     const bool shown = decoder->DecompressVideoMessage(video, &message, false, false) == 1;
+///   }
+///   decoder->DecRef();
 class ZLIBVIDEO_EXPORT ZLibVideoDecompressor : public VideoDecompressor, public BlockedCodec {
  public:
   /// Hands both pointers to the host base.
@@ -40,7 +47,9 @@ class ZLIBVIDEO_EXPORT ZLibVideoDecompressor : public VideoDecompressor, public 
   bool Flush() override;
   /// zlib decompression of one whole buffer (RFC 1950). An empty source succeeds and leaves the
   /// length as it was. Otherwise the length becomes the bytes produced, whatever the result; false
-  /// when the source is not a complete stream or does not fit.
+  /// when the source does not begin with a complete stream or does not fit. Bytes of the source
+  /// behind the stream are not looked at. Behind the bytes produced, the rest of the room holds
+  /// whatever zlib left there.
   [[nodiscard]] bool DecompressBlock(unsigned char* destination, unsigned int* destinationLength,
                                      const unsigned char* source,
                                      unsigned int sourceLength) override;
@@ -49,12 +58,15 @@ class ZLIBVIDEO_EXPORT ZLibVideoDecompressor : public VideoDecompressor, public 
   /// video object, has the host size its bitmap and, unless `skipPush`, composes the picture into
   /// it; a video object without a bitmap is passed over. False when the message was not decoded:
   /// the bitmap and the count of decoded messages are then untouched, and blocks decoded before the
-  /// fault keep their new contents.
+  /// fault keep their new contents. A well-formed message of a codec type other than 3 and 6
+  /// changes no block, but is drawn and counted like any other.
   ///
   /// `video` may be null. `message` may be null only where `length` is below 7, which fails; its
   /// bytes may be anything, are only read, and are not needed afterwards. Of `length`, the low 32
-  /// bits count. The host allocator's `std::bad_alloc` passes
-  /// through: the message then counts as not decoded, and the object can take the next one.
+  /// bits count. The host allocator's `std::bad_alloc` passes through: the message then counts as
+  /// not decoded, and the object can take the next one. So does what else the host throws while the
+  /// bitmap is sized or drawn: the blocks are then decoded, but the message is not counted, and a
+  /// bitmap that was locked stays locked.
   [[nodiscard]] bool DecompressVideo(Vorn::GCAPI::GCRef<SObject> video, unsigned char* message,
                                      unsigned long length, bool skipPush);
 };

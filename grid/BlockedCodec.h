@@ -47,13 +47,18 @@ class ZLIBVIDEO_EXPORT BlockedCodec {
 
   // Grid (grid/BlockedCodec.cpp)
 
-  /// Prepares for a message of this geometry (pixels; images 1 to 4095, blocks 1 to 256). Keeps
-  /// everything when nothing changed and a grid exists; otherwise replaces the grid by one of
-  /// empty blocks and drops the scratch buffer. Colour table and palette survive. False when there
-  /// is no grid to decode into, or when the host returned null for one of its records: such a
-  /// partly built grid is kept, the next call with the same geometry takes it as it is, and
-  /// whatever walks it skips the missing records. After a `std::bad_alloc` no grid is left, so the
-  /// next call builds it.
+  /// Prepares for a message of this geometry, in pixels: images of 1 to 4095, blocks of 1 to 256 a
+  /// side. The caller sees to these ranges, they are not checked: a block size of 0 is divided by.
+  ///
+  /// Keeps everything when nothing changed and a grid exists. Otherwise replaces the grid by one of
+  /// empty blocks and drops the scratch buffer; colour table and palette survive.
+  ///
+  /// False when the host returned null. Null for the array of records leaves no grid, and the next
+  /// call builds it. Null for a record leaves a grid with records missing: the next call with the
+  /// same geometry takes it as it is and returns true, and whatever walks it passes the missing
+  /// ones over. Only `DeleteBlocks`, or a change of geometry, gets the grid built anew, after which
+  /// every block needs a direct payload as in a key frame; a host had better throw. After
+  /// `std::bad_alloc` no grid is left, and the next call builds it.
   [[nodiscard]] bool SetupCodec(std::int32_t imageWidth, std::int32_t imageHeight,
                                 std::int32_t blockWidth, std::int32_t blockHeight);
   /// Replaces the grid, for the image size stored and the block size given, which must be the one
@@ -83,32 +88,49 @@ class ZLIBVIDEO_EXPORT BlockedCodec {
 
   // Message body (bitstream/)
 
-  /// Decodes the body of a message, given from its frame header on, into the grid. `length` counts
-  /// the whole message in bytes. Returns the body bytes consumed (version 2: not counting the
-  /// flags byte), or -1 when the message fails; blocks decoded before the failure keep their new
-  /// contents. The last argument is not read.
+  /// Decodes the body of a message, given from its frame header on, into the grid. The header is
+  /// passed over, not read: the geometry is that of the last `SetupCodec`, the codec type is the
+  /// one given. A type other than 3 and 6 has its records walked and changes no block. `length`
+  /// counts the whole message in bytes. Returns the body bytes consumed (version 2: not counting
+  /// the flags byte), or -1 when the message fails; blocks decoded before the failure keep their
+  /// new contents. Bytes after the last record are not looked at. The last argument is not read.
   [[nodiscard]] int UnpackMessage(unsigned char* message, unsigned int length, char codecType,
                                   char unused);
   /// Decodes one pass, a record for every block of the grid, from the `available` bytes at
-  /// `records`. Returns the bytes consumed, or -1.
+  /// `records`. Returns the bytes consumed, or -1. In version 2 a block that is marked as processed
+  /// has its record passed over, so `ClearProcessedFlags` comes before a pass; and payloads with a
+  /// colour field need the scratch buffer, so `CheckScratchColorBuffer` does too. `UnpackMessage`
+  /// sees to both.
   [[nodiscard]] int UnpackBlocks(unsigned char* records, unsigned int available, char codecType);
   /// Reads a palette record and installs what it holds; a palette that cannot be decompressed to
   /// exactly its size leaves the current one. Returns the bytes that the record occupies, or -1
   /// when not even its size is there.
   [[nodiscard]] int UnpackPalette(unsigned char* record, unsigned int available);
   /// Decodes one version-2 payload into `block`, whose header fields are set and whose pixel
-  /// buffer has `*length` bytes of room. On success with pixels, `*length` becomes the bytes that
-  /// the block then has, and the block counts as processed. False when the block was not decoded;
-  /// `fRawDataSize`, `fProcessed` and `*length` are unchanged then. Two arguments are not read.
+  /// buffer has `*length` bytes of room, at least those of the block. Payloads with a colour field
+  /// go by way of the scratch buffer, which must exist: without it a direct one fails and an
+  /// intermediate one gives nothing. On success, `*length` becomes the bytes that the block then
+  /// has, as far as the payload accounts for them, and the block counts as processed; a length of
+  /// 0 changes neither. An empty payload counts the whole room, unless it has a band of no rows,
+  /// and so does one whose conversion is rejected. False when the block was not decoded:
+  /// `fRawDataSize`, `fProcessed` and `*length` are unchanged then, its pixels may be partly
+  /// written. Two arguments are not read.
   [[nodiscard]] bool UnpackOneV2Block(BitmapDataBlock* block, char unused1, unsigned char* payload,
                                       unsigned int payloadLength, unsigned char* unused2,
                                       unsigned int* length);
   /// The path of primed, banded and otherwise intermediate payloads: decodes into `destination`,
-  /// whose room is `*destinationLength` bytes, at least those of the block. On success
-  /// `*destinationLength` becomes the bytes of the rows taken around the band plus those that the
-  /// payload gave; errors in the payload's own compressed data do not make it fail. False without
-  /// previous data, when the band does not fit, and when zlib refuses to start or to take the
-  /// dictionary; `destination` may then hold a part of it. The block is only read.
+  /// whose room is `*destinationLength` bytes, at least those of the block. The block is only read.
+  ///
+  /// On success `*destinationLength` becomes the bytes of the rows taken around the band plus those
+  /// that the payload gave; for a band of no rows, the size of the previous data. It stays the room
+  /// where the payload is empty, unless the band has no rows, and where the conversion of colours
+  /// is rejected. Errors in the payload's own compressed data do not make it fail, and bytes behind
+  /// the end of that data are accepted.
+  ///
+  /// False without previous data, when the band does not fit, when a primed payload that is not
+  /// empty has an empty dictionary, and when zlib refuses to start, to take the dictionary or to
+  /// end; `destination` may then hold the dictionary or all that was decoded, and the length means
+  /// nothing.
   [[nodiscard]] bool DecompressIntermediateBlock(unsigned char* destination,
                                                  unsigned int* destinationLength,
                                                  const unsigned char* payload,
@@ -134,8 +156,10 @@ class ZLIBVIDEO_EXPORT BlockedCodec {
   // Output (output/)
 
   /// Writes the picture into `bitmap`, not null and at least as large as the picture: rows in
-  /// reverse order, opaque, black where nothing was ever decoded for a block. Does nothing to a
-  /// bitmap that is not addressable. The grid is only read.
+  /// reverse order and opaque. A block is black while it has no buffer, that is until a first
+  /// payload for it was tried, whatever came of that; a block whose record is missing leaves its
+  /// place in the bitmap alone. Does nothing to a bitmap that is not addressable. The grid is only
+  /// read. An exception of the host's from within leaves the bitmap locked.
   void PushFrame(SBitmapCore* bitmap);
 
   /// The palette that a stream begins with: 0x00RRGGBB.

@@ -36,9 +36,12 @@ class ZLIBVIDEO_EXPORT SBitmapCore {
   void LockBits(bool forWriting);
   /// Host service. Ends what `LockBits` began.
   void UnlockBits();
-  /// Host service. The pixels of `area` have changed; called while the pixels are locked.
+  /// Host service. The pixels of `area` have changed; called while the pixels are locked, so what
+  /// it throws leaves them locked.
   void UpdateMipMap(SRECT area);
-  /// Host service. Makes the pixels addressable again and stores their address.
+  /// Host service. Makes the pixels addressable again and stores their address, which must not stay
+  /// null: it is written to next. Called while the pixels are locked. Must not throw: the bitmap
+  /// would stay locked and half drawn.
   void Restore();
 
  protected:

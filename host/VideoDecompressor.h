@@ -45,9 +45,10 @@ class ZLIBVIDEO_EXPORT VideoDecompressor {
                                        int length) = 0;
   /// Whether a message may be left out without harm to later ones.
   virtual bool CanDropDecode(TCMessage* /*message*/) { return false; }
-  /// What stands behind the decoder, null for nothing.
+  /// A library object that the decoder wraps; null when there is none.
   virtual void* GetInstance() = 0;
-  /// Ends what is under way, after a seek or anywhere; true when that was done.
+  /// Drops whatever the decoder has taken in but not yet shown, after a seek or at any time. True
+  /// when nothing is left to drop.
   virtual bool FlushAfterSeek() = 0;
   virtual bool Flush() = 0;
   /// Host services around the buffers of `video`. No decoder calls them.
@@ -59,13 +60,15 @@ class ZLIBVIDEO_EXPORT VideoDecompressor {
   virtual void DecRef() {
     if (--fRefCount == 0) delete this;
   }
-  /// How much the host should hold ready, and pictures or time that the decoder holds back: 0, it
-  /// asks for nothing and holds nothing. The units are the host's.
+  /// How full the host should keep its buffer of messages: below the low water mark it buffers, up
+  /// to the high one. 0: this decoder asks for nothing. The unit is the host's.
   virtual int GetLowWater() { return 0; }
   virtual int GetHighWater() { return 0; }
+  /// How long a picture waits in the decoder before it is shown, in pictures and in time (unit of
+  /// the host). 0: each message shows its own picture.
   virtual int GetDPBSize() { return 0; }
   virtual int GetDPBTime() { return 0; }
-  /// Whether buffering must begin anew at `time`, in the host's unit.
+  /// Whether the host must fill its buffer anew at `time`, in its unit.
   virtual bool NeedBufferingRestart(unsigned int /*time*/) const { return false; }
   /// The texture, still owned by the decoder; null while reloading is disabled. Clears a pending
   /// reload.
@@ -82,7 +85,7 @@ class ZLIBVIDEO_EXPORT VideoDecompressor {
   virtual void DeleteVideoTexture() { DeleteResource(&fVideoTexture, &fVideoBuffer); }
   /// Destroys the buffer; notes when neither texture nor buffer is left.
   virtual void DeleteVideoBuffer() { DeleteResource(&fVideoBuffer, &fVideoTexture); }
-  /// Brings back pictures that later ones refer to; there are none outside the decoder.
+  /// Brings back pictures that later ones refer to. Nothing here: the decoder keeps them itself.
   virtual void ReloadReferenceFrames() {}
   /// Host service. No decoder calls it.
   virtual void DeleteHWCodec(Vorn::GCAPI::GCRef<SObject> video);
@@ -99,8 +102,9 @@ class ZLIBVIDEO_EXPORT VideoDecompressor {
 
  protected:
   /// Host service. Afterwards the bitmap surface of `video` is at least `width` × `height` pixels
-  /// of 4 bytes; composition writes there next and cannot tell whether it came about. The decoder
-  /// passes false, false, `kBitmapVideoFrame`, null and null, and ignores the result.
+  /// of 4 bytes, or `video` has none: the decoder writes there next, without a look at the result.
+  /// It passes false, false, `kBitmapVideoFrame`, null and null. What this throws reaches whoever
+  /// called the decoder; the message's blocks are decoded then, but it is not counted.
   bool ReallocBitmap(Vorn::GCAPI::GCRef<SObject> video, int width, int height, bool flag1,
                      bool flag2, EBitmapType type, SRECT const* area, SPOINT const* origin);
 

@@ -10,8 +10,8 @@
 #include "host/SBitmapCore.h"
 
 /// The stand-in host's bitmap: pixels in plain memory, rows from the top with nothing between
-/// them. 0 × 0 until it is given a size. The stand-in host takes every bitmap for one of these:
-/// with it, a decoder must not be given any other.
+/// them. 0 × 0 until it is given a size. The stand-in host casts every bitmap that it is handed to
+/// this class, so a program that links it draws into no other.
 class StandInBitmap : public SBitmapCore {
  public:
   /// The pixels start on a cache line boundary, so that two blocks side by side share no line where

@@ -6,8 +6,8 @@
 #include "host/SObject.h"
 #include "host/standin/StandInBitmap.h"
 
-/// The stand-in host's video object. It owns its bitmap. The stand-in host takes every video object
-/// for one of these: with it, a decoder must not be given any other.
+/// The stand-in host's video object. It owns its bitmap. The stand-in host casts every video object
+/// that it is handed to this class, so a program that links it passes no other.
 class StandInVideoObject : public SObject {
  public:
   StandInVideoObject() {
