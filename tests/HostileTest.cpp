@@ -4,6 +4,7 @@
 
 #include "grid/BufferSizes.h"
 #include "tests/CountingHost.h"
+#include "tests/ZlibProbe.h"
 
 namespace zlibvideo {
 namespace {
@@ -70,7 +71,8 @@ TEST_F(HostileTest, ShowsStaleMemoryOnlyInKnownPlaces) {
       }
       pictures.push_back(video->bitmap.Pixels());
     }
-    EXPECT_EQ(pictures[0] != pictures[1], shows) << name;
+    const bool differ = pictures[0] != pictures[1];
+    EXPECT_TRUE(differ == shows || (!differ && !ZlibLeavesRoomAlone())) << name;
   }
 }
 
