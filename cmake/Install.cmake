@@ -19,7 +19,7 @@ install(DIRECTORY host DESTINATION ${zlibvideo_include_dir} COMPONENT developmen
 set_target_properties(zlibvideo PROPERTIES EXPORT_NAME static)
 set_target_properties(zlibvideo_shared PROPERTIES EXPORT_NAME shared)
 set_target_properties(zlibvideo_standin_archive PROPERTIES EXPORT_NAME standin_archive)
-install(TARGETS zlibvideo zlibvideo_shared zlibvideo_standin_archive EXPORT zlibvideo-targets
+install(TARGETS ${zlibvideo_libraries} EXPORT zlibvideo-targets
   LIBRARY COMPONENT runtime NAMELINK_COMPONENT development
   ARCHIVE COMPONENT development)
 install(EXPORT zlibvideo-targets NAMESPACE zlibvideo:: DESTINATION ${zlibvideo_package_dir}
