@@ -1,0 +1,38 @@
+#ifndef ZLIBVIDEO_COLOUR_RUNCONVERTER_H
+#define ZLIBVIDEO_COLOUR_RUNCONVERTER_H
+
+#include <cstdint>
+#include <span>
+
+namespace zlibvideo {
+
+/// What is left of a colour-reduced stream to convert, and of the room for its block pixels.
+struct RestOfStream {
+  const unsigned char* source;
+  const unsigned char* sourceEnd;
+  unsigned char* target;
+  unsigned char* targetEnd;
+};
+
+/// Converts most of a stream, by runs of codes of a kind, and returns the rest, for which the
+/// caller goes on code by code: the pixels of the rest may already hold anything, as far as its
+/// codes and its room reach, and must be written. Nothing is read behind the source or written
+/// behind the room. `palette` has 128 colours 0x00RRGGBB, `colors` 32768.
+using RunConverter = RestOfStream (*)(RestOfStream rest, const std::uint32_t* palette,
+                                      const std::uint32_t* colors);
+
+/// The fastest one that this processor can run.
+RunConverter FastestRunConverter();
+
+struct NamedRunConverter {
+  const char* name;
+  RunConverter convert;
+};
+
+/// All that this processor can run, the portable one first and the fastest last. They differ in
+/// speed, and in what they leave.
+std::span<const NamedRunConverter> AvailableRunConverters();
+
+}  // namespace zlibvideo
+
+#endif  // ZLIBVIDEO_COLOUR_RUNCONVERTER_H
