@@ -14,7 +14,7 @@
 #include "grid/BlockFormat.h"
 #include "grid/BufferSizes.h"
 #include "host/BitmapPixel.h"
-#include "tools/common/SpanOf.h"
+#include "tools/stream/SpanOf.h"
 
 namespace zlibvideo::bench {
 namespace {

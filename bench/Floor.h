@@ -10,7 +10,7 @@
 #include "bitstream/BlockRecord.h"
 #include "bitstream/FrameHeader.h"
 #include "decoder/ZLibVideoDecompressor.h"
-#include "tools/common/MessageOutline.h"
+#include "tools/stream/MessageOutline.h"
 
 namespace zlibvideo::bench {
 

@@ -13,7 +13,7 @@
 #include "decoder/ZLibVideoDecompressor.h"
 #include "grid/BufferSizes.h"
 #include "host/standin/StandInVideoObject.h"
-#include "tools/common/SpanOf.h"
+#include "tools/stream/SpanOf.h"
 
 namespace zlibvideo::bench {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <filesystem>
 
-#include "tools/common/MessageFileReader.h"
-#include "tools/common/ToolError.h"
+#include "tools/cli/ToolError.h"
+#include "tools/stream/MessageFileReader.h"
 
 namespace zlibvideo::bench {
 

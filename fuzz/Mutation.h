@@ -11,7 +11,7 @@
 #include "bitstream/FrameHeader.h"
 #include "grid/BitmapDataBlock.h"
 #include "tests/StreamBuilder.h"
-#include "tools/common/SpanOf.h"
+#include "tools/stream/SpanOf.h"
 
 extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, std::size_t maxSize);
 

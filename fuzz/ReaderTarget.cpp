@@ -3,7 +3,7 @@
 #include <cstdio>
 
 #include "fuzz/Mutation.h"
-#include "tools/common/MessageFileReader.h"
+#include "tools/stream/MessageFileReader.h"
 
 namespace zlibvideo {
 

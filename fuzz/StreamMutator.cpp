@@ -7,7 +7,7 @@
 #include "fuzz/Mutation.h"
 #include "grid/BlockFormat.h"
 #include "grid/BufferSizes.h"
-#include "tools/common/InspectingDecoder.h"
+#include "tools/stream/InspectingDecoder.h"
 
 namespace zlibvideo {
 namespace {

@@ -12,10 +12,10 @@
 #include <string_view>
 #include <vector>
 
-#include "tools/common/ExitStatus.h"
-#include "tools/common/InputFile.h"
-#include "tools/common/OutputFile.h"
-#include "tools/common/PrintLine.h"
+#include "tools/cli/ExitStatus.h"
+#include "tools/cli/InputFile.h"
+#include "tools/cli/OutputFile.h"
+#include "tools/cli/PrintLine.h"
 #include "tools/decode/DecodeCommand.h"
 #include "tools/info/InfoCommand.h"
 #include "tools/record/RecordCommand.h"

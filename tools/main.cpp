@@ -5,10 +5,10 @@
 #include <new>
 
 #include "tools/CommandLine.h"
-#include "tools/common/ExitStatus.h"
-#include "tools/common/PrintLine.h"
-#include "tools/common/TemporaryFiles.h"
-#include "tools/common/ToolError.h"
+#include "tools/cli/ExitStatus.h"
+#include "tools/cli/PrintLine.h"
+#include "tools/cli/TemporaryFiles.h"
+#include "tools/cli/ToolError.h"
 
 namespace {
 

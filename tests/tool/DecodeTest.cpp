@@ -9,9 +9,9 @@
 
 #include "tests/GoodStream.h"
 #include "tests/tool/ToolFixture.h"
-#include "tools/common/MessageFileReader.h"
-#include "tools/common/MessageFileWriter.h"
 #include "tools/decode/Bt709.h"
+#include "tools/stream/MessageFileReader.h"
+#include "tools/stream/MessageFileWriter.h"
 
 namespace zlibvideo {
 namespace {

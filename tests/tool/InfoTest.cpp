@@ -3,9 +3,9 @@
 
 #include "tests/StreamBuilder.h"
 #include "tests/tool/ToolFixture.h"
-#include "tools/common/Diagnosis.h"
-#include "tools/common/MessageFileWriter.h"
-#include "tools/common/StreamDecoder.h"
+#include "tools/stream/Diagnosis.h"
+#include "tools/stream/MessageFileWriter.h"
+#include "tools/stream/StreamDecoder.h"
 
 namespace zlibvideo {
 namespace {

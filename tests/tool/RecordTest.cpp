@@ -5,13 +5,13 @@
 
 #include "tests/StreamBuilder.h"
 #include "tests/tool/ToolFixture.h"
-#include "tools/common/MessageOutline.h"
-#include "tools/common/PngFile.h"
-#include "tools/common/SpanOf.h"
-#include "tools/common/StreamDecoder.h"
 #include "tools/info/RecordKind.h"
+#include "tools/pictures/PngFile.h"
 #include "tools/record/FrameEncoder.h"
 #include "tools/record/RecordError.h"
+#include "tools/stream/MessageOutline.h"
+#include "tools/stream/SpanOf.h"
+#include "tools/stream/StreamDecoder.h"
 
 namespace zlibvideo {
 namespace {

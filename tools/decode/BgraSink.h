@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "tools/common/OutputFile.h"
+#include "tools/cli/OutputFile.h"
 #include "tools/decode/FrameSink.h"
 
 namespace zlibvideo {

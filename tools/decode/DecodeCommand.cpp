@@ -5,9 +5,9 @@
 #include <memory>
 #include <string>
 
-#include "tools/common/FileNameValidator.h"
-#include "tools/common/InputFile.h"
-#include "tools/common/RangeValidator.h"
+#include "tools/cli/FileNameValidator.h"
+#include "tools/cli/InputFile.h"
+#include "tools/cli/RangeValidator.h"
 #include "tools/decode/DecodeOptions.h"
 #include "tools/decode/NamePattern.h"
 #include "tools/decode/RunDecode.h"

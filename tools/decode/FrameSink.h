@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "tools/common/FrameView.h"
+#include "tools/pictures/FrameView.h"
 
 namespace zlibvideo {
 

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "tools/common/FrameView.h"
+#include "tools/pictures/FrameView.h"
 
 namespace zlibvideo {
 

@@ -3,10 +3,10 @@
 #include <filesystem>
 #include <utility>
 
-#include "tools/common/OutputFile.h"
-#include "tools/common/PrintLine.h"
-#include "tools/common/ToolError.h"
-#include "tools/common/Wording.h"
+#include "tools/cli/OutputFile.h"
+#include "tools/cli/PrintLine.h"
+#include "tools/cli/ToolError.h"
+#include "tools/cli/Wording.h"
 
 namespace zlibvideo {
 

@@ -1,8 +1,8 @@
 #include "tools/decode/PngSink.h"
 
-#include "tools/common/OutputFile.h"
-#include "tools/common/PngFile.h"
-#include "tools/common/ToolError.h"
+#include "tools/cli/OutputFile.h"
+#include "tools/cli/ToolError.h"
+#include "tools/pictures/PngFile.h"
 
 namespace zlibvideo {
 

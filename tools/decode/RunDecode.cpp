@@ -4,17 +4,17 @@
 #include <new>
 #include <string>
 
-#include "tools/common/Diagnosis.h"
-#include "tools/common/ExitStatus.h"
-#include "tools/common/MessageFileReader.h"
-#include "tools/common/OutputFile.h"
-#include "tools/common/PrintLine.h"
-#include "tools/common/ProgressBar.h"
-#include "tools/common/StreamDecoder.h"
-#include "tools/common/ToolError.h"
-#include "tools/common/Wording.h"
+#include "tools/cli/ExitStatus.h"
+#include "tools/cli/OutputFile.h"
+#include "tools/cli/PrintLine.h"
+#include "tools/cli/ProgressBar.h"
+#include "tools/cli/ToolError.h"
+#include "tools/cli/Wording.h"
 #include "tools/decode/FrameSink.h"
 #include "tools/decode/MakeSink.h"
+#include "tools/stream/Diagnosis.h"
+#include "tools/stream/MessageFileReader.h"
+#include "tools/stream/StreamDecoder.h"
 
 namespace zlibvideo {
 namespace {

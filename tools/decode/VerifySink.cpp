@@ -2,7 +2,7 @@
 
 #include <cerrno>
 
-#include "tools/common/ToolError.h"
+#include "tools/cli/ToolError.h"
 #include "tools/decode/HashLine.h"
 
 namespace zlibvideo {

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "tools/common/InputFile.h"
+#include "tools/cli/InputFile.h"
 #include "tools/decode/FrameSink.h"
 
 namespace zlibvideo {

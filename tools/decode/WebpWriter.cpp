@@ -5,7 +5,7 @@
 
 #include <new>
 
-#include "tools/common/ToolError.h"
+#include "tools/cli/ToolError.h"
 
 namespace zlibvideo {
 namespace {

@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "tools/common/OutputFile.h"
+#include "tools/cli/OutputFile.h"
 #include "tools/decode/FrameRate.h"
 #include "tools/decode/MovieWriter.h"
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/common/OutputFile.h"
+#include "tools/cli/OutputFile.h"
 #include "tools/decode/FrameRate.h"
 #include "tools/decode/MovieWriter.h"
 

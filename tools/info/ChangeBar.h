@@ -3,8 +3,8 @@
 
 #include <string>
 
+#include "tools/cli/Terminal.h"
 #include "tools/info/MessageReport.h"
-#include "tools/info/Terminal.h"
 
 namespace zlibvideo {
 

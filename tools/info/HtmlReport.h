@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "tools/common/OutputFile.h"
+#include "tools/cli/OutputFile.h"
 #include "tools/info/PicturePatches.h"
 #include "tools/info/ReportWriter.h"
 

@@ -5,20 +5,20 @@
 #include <new>
 #include <string>
 
-#include "tools/common/ExitStatus.h"
-#include "tools/common/FileNameValidator.h"
-#include "tools/common/MessageFileReader.h"
-#include "tools/common/OutputFile.h"
-#include "tools/common/PrintLine.h"
-#include "tools/common/ProgressBar.h"
-#include "tools/common/RangeValidator.h"
-#include "tools/common/StreamDecoder.h"
-#include "tools/common/ToolError.h"
-#include "tools/common/Wording.h"
-#include "tools/info/Format.h"
+#include "tools/cli/ExitStatus.h"
+#include "tools/cli/FileNameValidator.h"
+#include "tools/cli/Format.h"
+#include "tools/cli/OutputFile.h"
+#include "tools/cli/PrintLine.h"
+#include "tools/cli/ProgressBar.h"
+#include "tools/cli/RangeValidator.h"
+#include "tools/cli/ToolError.h"
+#include "tools/cli/Wording.h"
 #include "tools/info/HtmlReport.h"
 #include "tools/info/JsonReport.h"
 #include "tools/info/TextReport.h"
+#include "tools/stream/MessageFileReader.h"
+#include "tools/stream/StreamDecoder.h"
 
 namespace zlibvideo {
 namespace {

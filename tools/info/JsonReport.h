@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "tools/common/OutputFile.h"
+#include "tools/cli/OutputFile.h"
 #include "tools/info/ReportWriter.h"
 
 namespace zlibvideo {

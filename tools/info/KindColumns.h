@@ -4,9 +4,9 @@
 #include <cstdint>
 #include <vector>
 
+#include "tools/cli/Terminal.h"
 #include "tools/info/MessageReport.h"
 #include "tools/info/RecordKind.h"
-#include "tools/info/Terminal.h"
 
 namespace zlibvideo {
 

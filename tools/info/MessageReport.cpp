@@ -2,8 +2,8 @@
 
 #include "bitstream/MessageBody.h"
 #include "grid/BufferSizes.h"
-#include "tools/common/Diagnosis.h"
-#include "tools/common/ZlibTrial.h"
+#include "tools/stream/Diagnosis.h"
+#include "tools/stream/ZlibTrial.h"
 
 namespace zlibvideo {
 namespace {

@@ -6,10 +6,10 @@
 #include <optional>
 #include <vector>
 
-#include "tools/common/InspectingDecoder.h"
-#include "tools/common/MessageFileReader.h"
-#include "tools/common/MessageOutline.h"
 #include "tools/info/RecordKind.h"
+#include "tools/stream/InspectingDecoder.h"
+#include "tools/stream/MessageFileReader.h"
+#include "tools/stream/MessageOutline.h"
 
 namespace zlibvideo {
 

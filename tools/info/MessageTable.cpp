@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "bitstream/FrameHeader.h"
+#include "tools/cli/Format.h"
 #include "tools/info/ChangeBar.h"
-#include "tools/info/Format.h"
 
 namespace zlibvideo {
 namespace {

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
+#include "tools/cli/Terminal.h"
 #include "tools/info/KindColumns.h"
 #include "tools/info/MessageReport.h"
-#include "tools/info/Terminal.h"
 
 namespace zlibvideo {
 

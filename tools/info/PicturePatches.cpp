@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "tools/common/PngFile.h"
+#include "tools/pictures/PngFile.h"
 
 namespace zlibvideo {
 namespace {

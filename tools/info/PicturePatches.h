@@ -6,7 +6,7 @@
 #include <optional>
 #include <vector>
 
-#include "tools/common/FrameView.h"
+#include "tools/pictures/FrameView.h"
 
 namespace zlibvideo {
 

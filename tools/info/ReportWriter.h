@@ -1,9 +1,9 @@
 #ifndef ZLIBVIDEO_TOOLS_INFO_REPORTWRITER_H
 #define ZLIBVIDEO_TOOLS_INFO_REPORTWRITER_H
 
-#include "tools/common/FrameView.h"
 #include "tools/info/MessageReport.h"
 #include "tools/info/StreamSummary.h"
+#include "tools/pictures/FrameView.h"
 
 namespace zlibvideo {
 

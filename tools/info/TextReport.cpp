@@ -1,10 +1,10 @@
 #include "tools/info/TextReport.h"
 
 #include "bitstream/FrameHeader.h"
-#include "tools/common/Diagnosis.h"
-#include "tools/common/Wording.h"
-#include "tools/info/Format.h"
+#include "tools/cli/Format.h"
+#include "tools/cli/Wording.h"
 #include "tools/info/KindColumns.h"
+#include "tools/stream/Diagnosis.h"
 
 namespace zlibvideo {
 namespace {

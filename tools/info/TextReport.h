@@ -4,10 +4,10 @@
 #include <optional>
 #include <string>
 
-#include "tools/common/OutputFile.h"
+#include "tools/cli/OutputFile.h"
+#include "tools/cli/Terminal.h"
 #include "tools/info/MessageTable.h"
 #include "tools/info/ReportWriter.h"
-#include "tools/info/Terminal.h"
 
 namespace zlibvideo {
 

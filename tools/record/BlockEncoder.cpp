@@ -9,7 +9,7 @@
 #include "bitstream/Priming.h"
 #include "grid/BlockFormat.h"
 #include "grid/BufferSizes.h"
-#include "tools/common/SpanOf.h"
+#include "tools/stream/SpanOf.h"
 
 namespace zlibvideo {
 namespace {

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "grid/BitmapDataBlock.h"
-#include "tools/common/Picture.h"
+#include "tools/pictures/Picture.h"
 
 namespace zlibvideo {
 

@@ -6,10 +6,10 @@
 #include "bitstream/BlockRecord.h"
 #include "bitstream/MessageBody.h"
 #include "grid/BlockFormat.h"
-#include "tools/common/SpanOf.h"
-#include "tools/common/Wording.h"
+#include "tools/cli/Wording.h"
 #include "tools/record/CutBlock.h"
 #include "tools/record/RecordError.h"
+#include "tools/stream/SpanOf.h"
 
 namespace zlibvideo {
 namespace {

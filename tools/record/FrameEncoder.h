@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "bitstream/FrameHeader.h"
-#include "tools/common/Picture.h"
+#include "tools/pictures/Picture.h"
 #include "tools/record/BlockEncoder.h"
 #include "tools/record/DecoderModel.h"
 #include "tools/record/RecordOptions.h"

@@ -13,18 +13,18 @@
 
 #include "bitstream/FrameHeader.h"
 #include "host/standin/StandInMessage.h"
-#include "tools/common/ExitStatus.h"
-#include "tools/common/FileNameValidator.h"
-#include "tools/common/InputFile.h"
-#include "tools/common/MessageFileWriter.h"
-#include "tools/common/OutputFile.h"
-#include "tools/common/PngFile.h"
-#include "tools/common/ProgressBar.h"
-#include "tools/common/RangeValidator.h"
-#include "tools/common/ToolError.h"
+#include "tools/cli/ExitStatus.h"
+#include "tools/cli/FileNameValidator.h"
+#include "tools/cli/InputFile.h"
+#include "tools/cli/OutputFile.h"
+#include "tools/cli/ProgressBar.h"
+#include "tools/cli/RangeValidator.h"
+#include "tools/cli/ToolError.h"
+#include "tools/pictures/PngFile.h"
 #include "tools/record/FrameEncoder.h"
 #include "tools/record/RecordError.h"
 #include "tools/record/RecordOptions.h"
+#include "tools/stream/MessageFileWriter.h"
 
 namespace zlibvideo {
 namespace {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "bitstream/ByteSpan.h"
-#include "tools/common/Picture.h"
+#include "tools/pictures/Picture.h"
 
 namespace zlibvideo {
 

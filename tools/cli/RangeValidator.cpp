@@ -1,0 +1,33 @@
+#include "tools/cli/RangeValidator.h"
+
+#include <CLI/CLI.hpp>
+#include <charconv>
+#include <string>
+#include <system_error>
+
+namespace zlibvideo {
+namespace {
+
+bool IsInRange(const std::string& text, std::uint64_t min, std::uint64_t max) {
+  const char* const end = text.data() + text.size();
+  std::uint64_t number = 0;
+  const auto [rest, error] = std::from_chars(text.data(), end, number);
+  const bool leadingZero = text.size() > 1 && text.front() == '0';
+  return error == std::errc() && rest == end && !leadingZero && min <= number && number <= max;
+}
+
+}  // namespace
+
+CLI::Validator RangeValidator(std::uint64_t min, std::uint64_t max) {
+  const std::string range = max == kNoMaximum
+                                ? ", " + std::to_string(min) + " or more"
+                                : " from " + std::to_string(min) + " to " + std::to_string(max);
+  return CLI::Validator(
+      [min, max, range](const std::string& text) {
+        if (IsInRange(text, min, max)) return std::string();
+        return "\"" + text + "\" is not a whole number" + range;
+      },
+      "", "range");
+}
+
+}  // namespace zlibvideo

@@ -1,0 +1,154 @@
+#include "tools/pictures/PngFile.h"
+
+#include <png.h>
+
+#include <cerrno>
+#include <cstddef>
+#include <new>
+
+#include "bitstream/FrameHeader.h"
+#include "tools/cli/InputFile.h"
+#include "tools/cli/ToolError.h"
+#include "tools/cli/Wording.h"
+
+namespace zlibvideo {
+namespace {
+
+constexpr std::size_t kRgbaBytes = 4;
+constexpr unsigned char kOpaque = 0xFF;
+
+/// What libpng last complained about; its error handler leaves by longjmp and cannot return it.
+struct PngProblem {
+  char text[128] = "";
+};
+
+void KeepProblem(png_structp png, png_const_charp text) {
+  auto* problem = static_cast<PngProblem*>(png_get_error_ptr(png));
+  std::snprintf(problem->text, sizeof(problem->text), "%s", text);
+  png_longjmp(png, 1);
+}
+
+void IgnoreWarning(png_structp /*png*/, png_const_charp /*text*/) {}
+
+/// Owns libpng's reader.
+class PngReader {
+ public:
+  explicit PngReader(std::FILE* stream)
+      : fPng(png_create_read_struct(PNG_LIBPNG_VER_STRING, &fProblem, KeepProblem, IgnoreWarning)),
+        fInfo(fPng == nullptr ? nullptr : png_create_info_struct(fPng)) {
+    if (fInfo == nullptr) {
+      png_destroy_read_struct(&fPng, nullptr, nullptr);
+      throw std::bad_alloc();
+    }
+    png_init_io(fPng, stream);
+  }
+  ~PngReader() { png_destroy_read_struct(&fPng, &fInfo, nullptr); }
+  PngReader(const PngReader&) = delete;
+  PngReader& operator=(const PngReader&) = delete;
+
+  const char* Problem() const { return fProblem.text; }
+  png_uint_32 Width() const { return png_get_image_width(fPng, fInfo); }
+  png_uint_32 Height() const { return png_get_image_height(fPng, fInfo); }
+
+  // libpng may leave these two by longjmp: nothing in them may need a destructor.
+  [[nodiscard]] bool ReadInfo() {
+    if (setjmp(png_jmpbuf(fPng)) != 0) return false;
+    png_read_info(fPng, fInfo);
+    return true;
+  }
+  /// Reads the pixels as blue, green, red and opacity, 8 bits each.
+  [[nodiscard]] bool ReadRows(png_bytep* rows) {
+    if (setjmp(png_jmpbuf(fPng)) != 0) return false;
+    png_set_expand(fPng);
+    png_set_scale_16(fPng);
+    png_set_gray_to_rgb(fPng);
+    png_set_add_alpha(fPng, kOpaque, PNG_FILLER_AFTER);
+    png_set_bgr(fPng);
+    png_read_image(fPng, rows);
+    png_read_end(fPng, nullptr);
+    return true;
+  }
+
+ private:
+  PngProblem fProblem;
+  png_structp fPng;
+  png_infop fInfo;
+};
+
+[[noreturn]] void FailRead(std::FILE* stream, const std::string& name, const char* problem) {
+  if (std::ferror(stream) != 0) throw ToolError::FromSystem(name, "cannot be read", errno);
+  if (std::feof(stream) != 0) problem = "it ends early";
+  throw ToolError(name + ": cannot be read as PNG: " + problem);
+}
+
+/// Drops the opacity; false when a pixel is not opaque.
+bool PackOpaque(const std::vector<unsigned char>& source, std::vector<unsigned char>* target) {
+  target->resize(source.size() / kRgbaBytes * Picture::kPixelBytes);
+  unsigned char* out = target->data();
+  for (std::size_t i = 0; i < source.size(); i += kRgbaBytes) {
+    if (source[i + 3] != kOpaque) return false;
+    *out++ = source[i];
+    *out++ = source[i + 1];
+    *out++ = source[i + 2];
+  }
+  return true;
+}
+
+}  // namespace
+
+Picture ReadPng(const std::string& path) {
+  const InputFile file = OpenInput(path);
+  return ReadPng(file.get(), InputName(path));
+}
+
+Picture ReadPng(std::FILE* stream, const std::string& name) {
+  PngReader reader(stream);
+  if (!reader.ReadInfo()) FailRead(stream, name, reader.Problem());
+  constexpr png_uint_32 kMaxSize = FrameHeader::kMaxImageSize;
+  if (reader.Width() > kMaxSize || reader.Height() > kMaxSize) {
+    throw ToolError(name + ": is " + SizeText(reader.Width(), reader.Height()) +
+                    " pixels; a stream's pictures have at most " + std::to_string(kMaxSize) +
+                    " a side");
+  }
+
+  const std::size_t rowBytes = reader.Width() * kRgbaBytes;
+  std::vector<unsigned char> pixels(rowBytes * reader.Height());
+  std::vector<png_bytep> rows(reader.Height());
+  for (std::size_t row = 0; row < rows.size(); ++row) rows[row] = &pixels[row * rowBytes];
+  if (!reader.ReadRows(rows.data())) FailRead(stream, name, reader.Problem());
+
+  Picture picture;
+  picture.width = static_cast<int>(reader.Width());
+  picture.height = static_cast<int>(reader.Height());
+  if (!PackOpaque(pixels, &picture.pixels)) {
+    throw ToolError(name + ": has transparent pixels; a stream's pictures are opaque");
+  }
+  return picture;
+}
+
+void EncodePng(const FrameView& frame, std::vector<unsigned char>* png) {
+  std::vector<unsigned char> colours(frame.PixelCount() * Picture::kPixelBytes);
+  unsigned char* out = colours.data();
+  for (std::size_t i = 0; i < frame.ByteCount(); i += FrameView::kPixelBytes) {
+    *out++ = frame.pixels[i];
+    *out++ = frame.pixels[i + 1];
+    *out++ = frame.pixels[i + 2];
+  }
+
+  png_image image = {};
+  image.version = PNG_IMAGE_VERSION;
+  image.width = static_cast<png_uint_32>(frame.width);
+  image.height = static_cast<png_uint_32>(frame.height);
+  image.format = PNG_FORMAT_BGR;
+  // Without row filters: pictures of a desktop come out smaller so.
+  image.flags = PNG_IMAGE_FLAG_FAST;
+  png_alloc_size_t size = PNG_IMAGE_PNG_SIZE_MAX(image);
+  png->resize(size);
+  // From a valid picture to room enough, only memory can be short.
+  if (png_image_write_to_memory(&image, png->data(), &size, 0, colours.data(), 0, nullptr) == 0) {
+    throw std::bad_alloc();
+  }
+  png->resize(size);
+}
+
+}  // namespace zlibvideo

@@ -1,0 +1,17 @@
+#ifndef ZLIBVIDEO_TOOLS_STREAM_SPANOF_H
+#define ZLIBVIDEO_TOOLS_STREAM_SPANOF_H
+
+#include <vector>
+
+#include "bitstream/ByteSpan.h"
+
+namespace zlibvideo {
+
+/// All of `bytes`, at most 4 GiB; valid until they change or go.
+inline ByteSpan SpanOf(const std::vector<unsigned char>& bytes) {
+  return {bytes.data(), static_cast<unsigned int>(bytes.size())};
+}
+
+}  // namespace zlibvideo
+
+#endif  // ZLIBVIDEO_TOOLS_STREAM_SPANOF_H
