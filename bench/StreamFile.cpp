@@ -3,7 +3,7 @@
 #include <filesystem>
 
 #include "tools/cli/ToolError.h"
-#include "tools/stream/MessageFileReader.h"
+#include "tools/stream/MessageFile.h"
 
 namespace zlibvideo::bench {
 

@@ -3,7 +3,7 @@
 #include <cstdio>
 
 #include "fuzz/Mutation.h"
-#include "tools/stream/MessageFileReader.h"
+#include "tools/stream/MessageFile.h"
 
 namespace zlibvideo {
 

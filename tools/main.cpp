@@ -1,15 +1,28 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cstddef>
 #include <exception>
+#include <iostream>
+#include <iterator>
+#include <memory>
 #include <new>
+#include <set>
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <vector>
 
-#include "tools/CommandLine.h"
-#include "tools/cli/ExitStatus.h"
-#include "tools/cli/PrintLine.h"
+#include "tools/Commands.h"
+#include "tools/cli/InputFile.h"
+#include "tools/cli/OutputFile.h"
 #include "tools/cli/TemporaryFiles.h"
+#include "tools/cli/Terminal.h"
 #include "tools/cli/ToolError.h"
 
+namespace zlibvideo {
 namespace {
 
 /// A file that is opened takes the lowest free descriptor. Were one of the standard three free,
@@ -28,10 +41,147 @@ void FillStandardDescriptors() {
   }
 }
 
+constexpr const char* kDescription =
+    "Decodes, makes and examines block-based lossless video compressed with zlib.";
+constexpr const char* kFooter = R"(
+A message file (.zvm) holds the messages of one stream in order: for each its
+length as a 24-bit unsigned number, most significant byte first, then its bytes.
+"-" stands for standard input or standard output.
+
+Exit status: 0 all went well; 1 could not run (arguments, input, output);
+2 some messages failed or the file is cut off, the rest was done;
+3 decode --verify found a difference; 130 interrupted, 143 terminated.
+
+"zlibvideo COMMAND --help" explains a command by example.)";
+
+/// The library lists options that exclude one another in the order of their addresses.
+class HelpFormatter : public CLI::Formatter {
+ public:
+  std::string make_option_opts(const CLI::Option* option) const override {
+    const std::string text = CLI::Formatter::make_option_opts(option);
+    const std::size_t place = text.find(kExcludes);
+    if (place == std::string::npos) return text;
+    std::istringstream list(text.substr(place + kExcludes.size()));
+    std::set<std::string> names{std::istream_iterator<std::string>(list), {}};
+    return text.substr(0, place) + std::string(kExcludes) + " " + CLI::detail::join(names, " ");
+  }
+
+ private:
+  static constexpr std::string_view kExcludes = "Excludes:";
+};
+
+/// "zlibvideo", with the command that was named.
+std::string CalledName(const CLI::App& app) {
+  std::string name = app.get_name();
+  for (const CLI::App* command : app.get_subcommands()) name += " " + command->get_name();
+  return name;
+}
+
+/// Help or version, whichever was asked for. Throws when standard output cannot be written.
+int PrintHelp(const CLI::App& app, const CLI::ParseError& request) {
+  std::ostringstream text;
+  const int status = app.exit(request, text);
+  OutputFile output(kStandardStreamName);
+  output.Write(text.str());
+  output.Commit();
+  return status;
+}
+
+/// Arguments that nothing takes, in their order, which the library's own text reverses.
+std::string ExplainExtras(const CLI::App& app) {
+  std::vector<std::string> arguments = app.remaining(true);
+  // A mark before positional arguments is among them.
+  const auto mark = std::find(arguments.begin(), arguments.end(), "--");
+  if (mark != arguments.end()) arguments.erase(mark);
+  if (app.get_subcommands().empty()) {
+    const auto name = std::find_if(arguments.begin(), arguments.end(), [](const std::string& text) {
+      return text.empty() || text.front() != '-';
+    });
+    if (name != arguments.end()) {
+      return "\"" + *name + "\" is not a command; commands are decode, record and info";
+    }
+  }
+  return (arguments.size() == 1 ? "unexpected argument: " : "unexpected arguments: ") +
+         CLI::detail::join(arguments, " ");
+}
+
+/// An option with too few or too many values. The library's text begins with the option.
+std::string ExplainMismatch(const std::string& text) {
+  const std::string option = text.substr(0, text.find(':'));
+  if (text.ends_with(" missing")) return option + " needs a value";
+  if (text.find(": At Most 1 ") != std::string::npos) return option + " is given more than once";
+  return text;
+}
+
+/// A flag with a value. The library's text is "Could not convert: --flag = value".
+std::string ExplainConversion(const std::string& text) {
+  constexpr std::string_view kBegin = ": ";
+  const std::size_t begin = text.find(kBegin);
+  const std::size_t end = text.find(" = ");
+  if (begin == std::string::npos || end == std::string::npos) return text;
+  const std::size_t flag = begin + kBegin.size();
+  return text.substr(flag, end - flag) + " takes no value";
+}
+
+/// Options that exclude each other. The library's text is "--a excludes --b".
+std::string ExplainExcludes(std::string text) {
+  constexpr std::string_view kVerb = " excludes ";
+  const std::size_t place = text.find(kVerb);
+  if (place == std::string::npos) return text;
+  return text.replace(place, kVerb.size(), " and ") + " cannot be combined";
+}
+
+std::string Explain(const CLI::App& app, const CLI::ParseError& error) {
+  switch (static_cast<CLI::ExitCodes>(error.get_exit_code())) {
+    case CLI::ExitCodes::ExtrasError:
+      return ExplainExtras(app);
+    case CLI::ExitCodes::ArgumentMismatch:
+      return ExplainMismatch(error.what());
+    case CLI::ExitCodes::ConversionError:
+      return ExplainConversion(error.what());
+    case CLI::ExitCodes::ExcludesError:
+      return ExplainExcludes(error.what());
+    default:
+      return error.what();
+  }
+}
+
+int ReportUsage(const CLI::App& app, const CLI::ParseError& error) {
+  if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success))
+    return PrintHelp(app, error);
+  PrintLine(Explain(app, error));
+  std::cerr << "Run \"" << CalledName(app) << " --help\" for usage.\n";
+  return kExitCouldNotRun;
+}
+
+/// Parses the arguments, runs the command that they name and returns its exit status. Usage errors
+/// are printed. Throws what the command throws.
+int RunCommandLine(int argc, const char* const* argv) {
+  CLI::App app(kDescription, "zlibvideo");
+  app.footer(kFooter);
+  app.formatter(std::make_shared<HelpFormatter>());
+  app.set_version_flag("--version", "zlibvideo " ZLIBVIDEO_VERSION);
+  app.require_subcommand(0, 1);
+
+  int status = kExitSuccess;
+  AddDecodeCommand(app, &status);
+  AddRecordCommand(app, &status);
+  AddInfoCommand(app, &status);
+  try {
+    app.parse(argc, argv);
+    if (app.get_subcommands().empty())
+      throw CLI::ValidationError("a command is required: decode, record or info");
+  } catch (const CLI::ParseError& error) {
+    return ReportUsage(app, error);
+  }
+  return status;
+}
+
 }  // namespace
+}  // namespace zlibvideo
 
 int main(int argc, char** argv) {
-  FillStandardDescriptors();
+  zlibvideo::FillStandardDescriptors();
   zlibvideo::InstallSignalHandlers();
   try {
     return zlibvideo::RunCommandLine(argc, argv);

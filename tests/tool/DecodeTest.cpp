@@ -10,8 +10,7 @@
 #include "tests/GoodStream.h"
 #include "tests/tool/ToolFixture.h"
 #include "tools/decode/Bt709.h"
-#include "tools/stream/MessageFileReader.h"
-#include "tools/stream/MessageFileWriter.h"
+#include "tools/stream/MessageFile.h"
 
 namespace zlibvideo {
 namespace {

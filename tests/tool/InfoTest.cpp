@@ -4,7 +4,7 @@
 #include "tests/StreamBuilder.h"
 #include "tests/tool/ToolFixture.h"
 #include "tools/stream/Diagnosis.h"
-#include "tools/stream/MessageFileWriter.h"
+#include "tools/stream/MessageFile.h"
 #include "tools/stream/StreamDecoder.h"
 
 namespace zlibvideo {

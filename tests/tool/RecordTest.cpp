@@ -6,7 +6,7 @@
 #include "tests/StreamBuilder.h"
 #include "tests/tool/ToolFixture.h"
 #include "tools/info/RecordKind.h"
-#include "tools/pictures/PngFile.h"
+#include "tools/pictures/Png.h"
 #include "tools/record/FrameEncoder.h"
 #include "tools/record/RecordError.h"
 #include "tools/stream/MessageOutline.h"

@@ -6,8 +6,7 @@
 #include <cstdio>
 #include <utility>
 
-#include "tools/cli/PrintLine.h"
-#include "tools/cli/TerminalWidth.h"
+#include "tools/cli/Terminal.h"
 #include "tools/cli/Wording.h"
 
 namespace zlibvideo {

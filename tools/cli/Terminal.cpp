@@ -2,12 +2,15 @@
 
 #include <langinfo.h>
 #include <locale.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <charconv>
+#include <cstdio>
 #include <cstdlib>
 #include <string_view>
 
-#include "tools/cli/TerminalWidth.h"
+#include "tools/cli/Wording.h"
 
 namespace zlibvideo {
 namespace {
@@ -26,6 +29,23 @@ bool LocaleIsUtf8() {
 }
 
 }  // namespace
+
+void PrintLine(const std::string& text) {
+  std::string line = "zlibvideo: " + Printable(text) + "\n";
+  if (isatty(STDERR_FILENO) == 1) line.insert(0, kEraseTerminalLine);
+  std::fputs(line.c_str(), stderr);
+}
+
+std::size_t TerminalWidth(int descriptor) {
+  constexpr std::size_t kUsualWidth = 80;
+  const std::string_view wanted = Environment("COLUMNS");
+  std::size_t columns = 0;
+  std::from_chars(wanted.data(), wanted.data() + wanted.size(), columns);
+  if (columns != 0) return columns;
+  winsize size = {};
+  if (ioctl(descriptor, TIOCGWINSZ, &size) != 0 || size.ws_col == 0) return kUsualWidth;
+  return size.ws_col;
+}
 
 Terminal Terminal::OfStandardOutput() {
   Terminal terminal;

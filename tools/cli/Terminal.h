@@ -6,6 +6,17 @@
 
 namespace zlibvideo {
 
+/// Makes a terminal start its current line over.
+inline constexpr const char* kEraseTerminalLine = "\r\x1b[K";
+
+/// Prints "zlibvideo: TEXT" to stderr, made `Printable`. On a terminal it takes the place of a
+/// progress bar, which comes back with its next update.
+void PrintLine(const std::string& text);
+
+/// Characters in a line of the terminal that `descriptor` is: COLUMNS of the environment if set,
+/// else what the terminal says.
+std::size_t TerminalWidth(int descriptor);
+
 /// What the output of a text report can show.
 struct Terminal {
   /// Characters beyond ASCII.

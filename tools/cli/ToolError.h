@@ -3,10 +3,20 @@
 
 #include <stdexcept>
 #include <string>
-
-#include "tools/cli/ExitStatus.h"
+#include <system_error>
 
 namespace zlibvideo {
+
+/// Exit statuses of all commands.
+enum ExitStatus : int {
+  kExitSuccess = 0,
+  /// Wrong arguments, or a file that cannot be read or written or has no whole message.
+  kExitCouldNotRun = 1,
+  /// Some messages failed, or the message file is cut off; all others were decoded.
+  kExitDamagedInput = 2,
+  /// `decode --verify` found a message that differs from the list.
+  kExitMismatch = 3,
+};
 
 /// An error that stops the tool: a file that cannot be opened, a full disk. `what()` is one line
 /// that names the file; `main` prints it, unless it is empty, and ends with the status.
@@ -20,7 +30,9 @@ class ToolError : public std::runtime_error {
   /// Not an error: the reader of standard output has closed it, as `head` does.
   static ToolError ReaderLeft() { return ToolError(""); }
   /// "NAME: WHAT: text of the system's error number".
-  static ToolError FromSystem(const std::string& name, const std::string& what, int error);
+  static ToolError FromSystem(const std::string& name, const std::string& what, int error) {
+    return ToolError(name + ": " + what + ": " + std::generic_category().message(error));
+  }
 
  private:
   ExitStatus fStatus;

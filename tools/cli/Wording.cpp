@@ -1,5 +1,8 @@
 #include "tools/cli/Wording.h"
 
+#include <array>
+#include <cstdio>
+
 namespace zlibvideo {
 namespace {
 
@@ -9,6 +12,16 @@ constexpr char kC1Lead = '\xC2';
 bool IsC1Tail(char c) {
   const auto code = static_cast<unsigned char>(c);
   return 0x80 <= code && code <= 0x9F;
+}
+
+std::string OneDecimal(double value, const char* unit) {
+  std::array<char, 48> text;
+  std::snprintf(text.data(), text.size(), "%.1f %s", value, unit);
+  return text.data();
+}
+
+std::string Padding(const std::string& text, std::size_t width) {
+  return std::string(width > text.size() ? width - text.size() : 0, ' ');
 }
 
 }  // namespace
@@ -21,6 +34,25 @@ std::string SizeText(std::int64_t width, std::int64_t height) {
   return std::to_string(width) + "x" + std::to_string(height);
 }
 
+std::string HumanBytes(std::uint64_t bytes) {
+  constexpr double kStep = 1024;
+  // Below this a value prints as less than 1024.0 of its unit.
+  constexpr double kNextUnit = 1023.95;
+  if (bytes < 1024) return std::to_string(bytes) + " B";
+  double value = static_cast<double>(bytes) / kStep;
+  for (const char* unit : {"KiB", "MiB", "GiB"}) {
+    if (value < kNextUnit) return OneDecimal(value, unit);
+    value /= kStep;
+  }
+  return OneDecimal(value, "TiB");
+}
+
+std::string Percent(std::uint64_t part, std::uint64_t whole) {
+  constexpr double kHundred = 100;
+  if (whole == 0) return OneDecimal(0, "%");
+  return OneDecimal(static_cast<double>(part) * kHundred / static_cast<double>(whole), "%");
+}
+
 std::string Printable(std::string text) {
   constexpr unsigned char kDelete = 0x7F;
   for (char& c : text) {
@@ -31,6 +63,14 @@ std::string Printable(std::string text) {
     if (IsC1Tail(text[i + 1])) text.replace(i, 2, "?");
   }
   return text;
+}
+
+std::string AlignRight(const std::string& text, std::size_t width) {
+  return Padding(text, width) + text;
+}
+
+std::string AlignLeft(const std::string& text, std::size_t width) {
+  return text + Padding(text, width);
 }
 
 }  // namespace zlibvideo

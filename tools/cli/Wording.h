@@ -1,6 +1,7 @@
 #ifndef ZLIBVIDEO_TOOLS_CLI_WORDING_H
 #define ZLIBVIDEO_TOOLS_CLI_WORDING_H
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -10,9 +11,16 @@ namespace zlibvideo {
 std::string Counted(std::uint64_t count, const std::string& noun);
 /// "1280x720".
 std::string SizeText(std::int64_t width, std::int64_t height);
+/// A number of bytes for people: "812 B", "12.3 KiB", "4.0 MiB".
+std::string HumanBytes(std::uint64_t bytes);
+/// `part` of `whole` in percent, rounded to one decimal: "12.5 %". "0.0 %" of nothing.
+std::string Percent(std::uint64_t part, std::uint64_t whole);
 /// `text` as one line that a terminal shows and does not obey: control characters, which may come
 /// from a file name, are replaced.
 std::string Printable(std::string text);
+/// `text` with spaces before or after it to make it at least `width` bytes. ASCII only.
+std::string AlignRight(const std::string& text, std::size_t width);
+std::string AlignLeft(const std::string& text, std::size_t width);
 
 }  // namespace zlibvideo
 

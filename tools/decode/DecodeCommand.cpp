@@ -1,13 +1,11 @@
-#include "tools/decode/DecodeCommand.h"
-
 #include <CLI/CLI.hpp>
 #include <filesystem>
 #include <memory>
 #include <string>
 
-#include "tools/cli/FileNameValidator.h"
+#include "tools/Commands.h"
 #include "tools/cli/InputFile.h"
-#include "tools/cli/RangeValidator.h"
+#include "tools/cli/Options.h"
 #include "tools/decode/DecodeOptions.h"
 #include "tools/decode/NamePattern.h"
 #include "tools/decode/RunDecode.h"

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "tools/pictures/FrameView.h"
+#include "tools/pictures/Picture.h"
 
 namespace zlibvideo {
 

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "tools/pictures/FrameView.h"
+#include "tools/pictures/Picture.h"
 
 namespace zlibvideo {
 

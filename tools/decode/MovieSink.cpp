@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "tools/cli/OutputFile.h"
-#include "tools/cli/PrintLine.h"
+#include "tools/cli/Terminal.h"
 #include "tools/cli/ToolError.h"
 #include "tools/cli/Wording.h"
 

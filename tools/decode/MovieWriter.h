@@ -1,7 +1,7 @@
 #ifndef ZLIBVIDEO_TOOLS_DECODE_MOVIEWRITER_H
 #define ZLIBVIDEO_TOOLS_DECODE_MOVIEWRITER_H
 
-#include "tools/pictures/FrameView.h"
+#include "tools/pictures/Picture.h"
 
 namespace zlibvideo {
 

@@ -2,7 +2,7 @@
 
 #include "tools/cli/OutputFile.h"
 #include "tools/cli/ToolError.h"
-#include "tools/pictures/PngFile.h"
+#include "tools/pictures/Png.h"
 
 namespace zlibvideo {
 

@@ -4,16 +4,15 @@
 #include <new>
 #include <string>
 
-#include "tools/cli/ExitStatus.h"
 #include "tools/cli/OutputFile.h"
-#include "tools/cli/PrintLine.h"
 #include "tools/cli/ProgressBar.h"
+#include "tools/cli/Terminal.h"
 #include "tools/cli/ToolError.h"
 #include "tools/cli/Wording.h"
 #include "tools/decode/FrameSink.h"
 #include "tools/decode/MakeSink.h"
 #include "tools/stream/Diagnosis.h"
-#include "tools/stream/MessageFileReader.h"
+#include "tools/stream/MessageFile.h"
 #include "tools/stream/StreamDecoder.h"
 
 namespace zlibvideo {

@@ -1,23 +1,19 @@
-#include "tools/info/InfoCommand.h"
-
 #include <CLI/CLI.hpp>
 #include <memory>
 #include <new>
 #include <string>
 
-#include "tools/cli/ExitStatus.h"
-#include "tools/cli/FileNameValidator.h"
-#include "tools/cli/Format.h"
+#include "tools/Commands.h"
+#include "tools/cli/Options.h"
 #include "tools/cli/OutputFile.h"
-#include "tools/cli/PrintLine.h"
 #include "tools/cli/ProgressBar.h"
-#include "tools/cli/RangeValidator.h"
+#include "tools/cli/Terminal.h"
 #include "tools/cli/ToolError.h"
 #include "tools/cli/Wording.h"
 #include "tools/info/HtmlReport.h"
 #include "tools/info/JsonReport.h"
 #include "tools/info/TextReport.h"
-#include "tools/stream/MessageFileReader.h"
+#include "tools/stream/MessageFile.h"
 #include "tools/stream/StreamDecoder.h"
 
 namespace zlibvideo {

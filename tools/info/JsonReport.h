@@ -1,12 +1,18 @@
 #ifndef ZLIBVIDEO_TOOLS_INFO_JSONREPORT_H
 #define ZLIBVIDEO_TOOLS_INFO_JSONREPORT_H
 
+#include <nlohmann/json.hpp>
 #include <string>
 
 #include "tools/cli/OutputFile.h"
+#include "tools/info/MessageReport.h"
 #include "tools/info/ReportWriter.h"
 
 namespace zlibvideo {
+
+/// A message's report as one object. All messages have the same keys, those that `zlibvideo info
+/// --help` explains; a value that does not apply is null.
+nlohmann::ordered_json MessageJson(const MessageReport& report);
 
 /// The report as JSON lines: one object (`MessageJson`) for each message.
 class JsonReport : public ReportWriter {

@@ -8,7 +8,7 @@
 
 #include "tools/info/RecordKind.h"
 #include "tools/stream/InspectingDecoder.h"
-#include "tools/stream/MessageFileReader.h"
+#include "tools/stream/MessageFile.h"
 #include "tools/stream/MessageOutline.h"
 
 namespace zlibvideo {
@@ -68,6 +68,24 @@ struct MessageReport {
     return static_cast<std::size_t>(place.row) * static_cast<std::size_t>(outline.gridWidth) +
            static_cast<std::size_t>(place.column);
   }
+};
+
+/// What the messages of a stream add up to.
+struct StreamSummary {
+  std::uint64_t messages = 0;
+  std::uint64_t failed = 0;
+  /// Messages that were decoded and call themselves key frames.
+  std::uint64_t keyFrames = 0;
+  /// Of all messages, without their lengths in the file.
+  std::uint64_t bytes = 0;
+  std::uint32_t largestBytes = 0;
+  /// Index of the first message of that size.
+  std::uint64_t largestIndex = 0;
+  RecordTallies tallies = {};
+
+  void Add(const MessageReport& report);
+  /// Over all kinds of records.
+  RecordTally AllRecords() const;
 };
 
 }  // namespace zlibvideo

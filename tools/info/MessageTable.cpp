@@ -1,12 +1,12 @@
 #include "tools/info/MessageTable.h"
 
 #include <algorithm>
+#include <array>
 #include <string_view>
 #include <utility>
 
 #include "bitstream/FrameHeader.h"
-#include "tools/cli/Format.h"
-#include "tools/info/ChangeBar.h"
+#include "tools/cli/Wording.h"
 
 namespace zlibvideo {
 namespace {
@@ -24,6 +24,9 @@ constexpr std::size_t kBarGap = 2;
 /// A bar shorter than its shorter heading is not worth its place.
 constexpr std::string_view kBarHeading = "left to right";
 constexpr std::string_view kBriefBarHeading = "where";
+
+/// Characters that a change bar takes where there is room.
+constexpr int kChangeBarWidth = 16;
 
 constexpr std::size_t kMostPasses = 2;
 
@@ -49,7 +52,95 @@ const char* PaletteName(PaletteOutcome outcome) {
   return outcome == PaletteOutcome::kInstalled ? "new" : "kept";
 }
 
+/// For the kinds that a message of this codec type can have.
+const std::vector<KindColumn>& KindColumnsOf(int codecType) {
+  using enum RecordKind;
+  static const std::vector<KindColumn> kVersion1 = {{"empty", "empty", {kEmpty}},
+                                                    {"direct", "direct", {kDirect}}};
+  static const std::vector<KindColumn> kVersion2 = {
+      {"empty", "empty", {kEmpty}},
+      {"direct", "dir", {kDirect, kReducedDirect}},
+      {"primed", "prim", {kPrimed, kReducedPrimed}},
+      {"banded", "band", {kBanded, kReducedBanded}},
+      {"p+band", "p+b", {kPrimedBanded, kReducedPrimedBanded}},
+      {"interm", "int", {kIntermediate, kReducedIntermediate}, true},
+      {"other", "oth", {kUnconvertible}, true},
+      {"reduced",
+       "red",
+       {kReducedDirect, kReducedPrimed, kReducedBanded, kReducedPrimedBanded, kReducedIntermediate},
+       true},
+  };
+  static const std::vector<KindColumn> kOther = {{"empty", "empty", {kEmpty}},
+                                                 {"skipped", "skipped", {kSkipped}}};
+  if (codecType == kCodecTypeVersion1) return kVersion1;
+  return codecType == kCodecTypeVersion2 ? kVersion2 : kOther;
+}
+
+/// The first for no change at all, the last for every block.
+constexpr std::array<const char*, 9> kUnicodeLevels = {"·", "▁", "▂", "▃", "▄", "▅", "▆", "▇", "█"};
+constexpr std::array<const char*, 9> kAsciiLevels = {".", ":", "-", "=", "+", "*", "%", "@", "#"};
+
+int CountChanged(const MessageReport& report, int firstColumn, int endColumn) {
+  int changed = 0;
+  for (int row = 0; row < report.outline.gridHeight; ++row) {
+    for (int column = firstColumn; column < endColumn; ++column) {
+      if (report.CellAt(row, column) != RecordKind::kEmpty) ++changed;
+    }
+  }
+  return changed;
+}
+
+/// Where a message changed the picture, from its left edge to its right: each character stands for
+/// one or more columns of blocks, and the more of their blocks changed, the fuller it is. At most
+/// `mostWidth` characters, which must be positive.
+std::string ChangeBar(const MessageReport& report, int mostWidth, const Terminal& terminal) {
+  const auto& levels = terminal.unicode ? kUnicodeLevels : kAsciiLevels;
+  const int highest = static_cast<int>(levels.size()) - 1;
+  const int columns = report.outline.gridWidth;
+  const int width = std::min(columns, mostWidth);
+  std::string bar;
+  for (int cell = 0; cell < width; ++cell) {
+    const int first = cell * columns / width;
+    const int end = (cell + 1) * columns / width;
+    const int blocks = (end - first) * report.outline.gridHeight;
+    // Rounded up, so that a single block shows, and full only when every block changed.
+    const int changed = CountChanged(report, first, end);
+    const int level = changed == blocks ? highest : (changed * (highest - 1) + blocks - 1) / blocks;
+    bar += levels[static_cast<std::size_t>(level)];
+  }
+  return bar;
+}
+
 }  // namespace
+
+Terminal::Style StyleOf(RecordKind kind) {
+  using Style = Terminal::Style;
+  switch (kind) {
+    case RecordKind::kEmpty:
+    case RecordKind::kSkipped:
+      return Style::kDim;
+    case RecordKind::kDirect:
+    case RecordKind::kReducedDirect:
+      return Style::kBlue;
+    case RecordKind::kPrimed:
+    case RecordKind::kReducedPrimed:
+      return Style::kMagenta;
+    case RecordKind::kBanded:
+    case RecordKind::kReducedBanded:
+      return Style::kCyan;
+    case RecordKind::kPrimedBanded:
+    case RecordKind::kReducedPrimedBanded:
+      return Style::kGreen;
+    default:
+      return Style::kYellow;
+  }
+}
+
+std::uint64_t KindColumn::CountIn(const MessageReport& report) const {
+  std::uint64_t count = 0;
+  for (const RecordKind kind : kinds) count += report.TallyOf(kind).count;
+  return count;
+}
 
 void MessageTable::Begin(const MessageReport& first) {
   fCodecType = first.outline.header->codecType;

@@ -2,14 +2,30 @@
 #define ZLIBVIDEO_TOOLS_INFO_MESSAGETABLE_H
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <vector>
 
 #include "tools/cli/Terminal.h"
-#include "tools/info/KindColumns.h"
 #include "tools/info/MessageReport.h"
+#include "tools/info/RecordKind.h"
 
 namespace zlibvideo {
+
+/// How text about records of that kind is shown.
+Terminal::Style StyleOf(RecordKind kind);
+
+/// Kinds that the table of messages counts together, under one heading.
+struct KindColumn {
+  const char* heading;
+  /// The heading where lines have to be short.
+  const char* briefHeading;
+  std::vector<RecordKind> kinds;
+  /// Shown only once a message has such a record.
+  bool rare = false;
+
+  std::uint64_t CountIn(const MessageReport& report) const;
+};
 
 /// The table of a text report, a row for each message, made as wide as the terminal lets it be.
 /// Rows are written while the stream is read, so that columns are chosen without knowing what is

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "tools/pictures/PngFile.h"
+#include "tools/pictures/Png.h"
 
 namespace zlibvideo {
 namespace {

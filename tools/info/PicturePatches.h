@@ -6,7 +6,7 @@
 #include <optional>
 #include <vector>
 
-#include "tools/pictures/FrameView.h"
+#include "tools/pictures/Picture.h"
 
 namespace zlibvideo {
 

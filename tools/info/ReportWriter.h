@@ -2,8 +2,7 @@
 #define ZLIBVIDEO_TOOLS_INFO_REPORTWRITER_H
 
 #include "tools/info/MessageReport.h"
-#include "tools/info/StreamSummary.h"
-#include "tools/pictures/FrameView.h"
+#include "tools/pictures/Picture.h"
 
 namespace zlibvideo {
 

@@ -1,9 +1,7 @@
 #include "tools/info/TextReport.h"
 
 #include "bitstream/FrameHeader.h"
-#include "tools/cli/Format.h"
 #include "tools/cli/Wording.h"
-#include "tools/info/KindColumns.h"
 #include "tools/stream/Diagnosis.h"
 
 namespace zlibvideo {

@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <vector>
 
+#include "output/BitmapRows.h"
+
 namespace zlibvideo {
 
 /// A picture to be encoded: rows from the top with nothing between them, 3 bytes a pixel in the
@@ -15,6 +17,25 @@ struct Picture {
   int width = 0;
   int height = 0;
   std::vector<unsigned char> pixels;
+};
+
+/// A decoded picture, not owned: rows from the top with nothing between them, 4 bytes a pixel:
+/// blue, green, red, opacity. 0 × 0 before the first picture.
+struct FrameView {
+  static constexpr std::size_t kPixelBytes = kBitmapPixelBytes;
+
+  const unsigned char* pixels = nullptr;
+  /// Pixels.
+  int width = 0;
+  int height = 0;
+
+  std::size_t PixelCount() const {
+    return static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+  }
+  std::size_t ByteCount() const { return PixelCount() * kPixelBytes; }
+  bool HasSizeOf(const FrameView& other) const {
+    return width == other.width && height == other.height;
+  }
 };
 
 }  // namespace zlibvideo

@@ -1,13 +1,14 @@
 #include "tools/record/FrameEncoder.h"
 
+#include <cstddef>
 #include <cstring>
 #include <string>
 
 #include "bitstream/BlockRecord.h"
 #include "bitstream/MessageBody.h"
 #include "grid/BlockFormat.h"
+#include "grid/BufferSizes.h"
 #include "tools/cli/Wording.h"
-#include "tools/record/CutBlock.h"
 #include "tools/record/RecordError.h"
 #include "tools/stream/SpanOf.h"
 
@@ -25,6 +26,25 @@ FrameHeader MakeHeader(int width, int height, const RecordOptions& options) {
   header.blockWidth = options.blockWidth;
   header.blockHeight = options.blockHeight;
   return header;
+}
+
+/// The part of `picture` that `block` covers, as the block's buffer has it: bottom row first.
+/// REQUIRES: the block belongs to a grid over a picture of this size.
+std::vector<unsigned char> CutBlock(const Picture& picture, const BitmapDataBlock& block) {
+  static_assert(Picture::kPixelBytes == kBlockPixelBytes);
+  // The block's place is given in a frame whose rows run upward.
+  const std::ptrdiff_t stride = block.fImageStride;
+  const std::ptrdiff_t bottomRow = picture.height - 1 - block.fImageOffset / stride;
+  const std::ptrdiff_t left = block.fImageOffset % stride;
+  const std::ptrdiff_t rowBytes = std::ptrdiff_t{block.fWidth} * kBlockPixelBytes;
+
+  std::vector<unsigned char> cut;
+  cut.reserve(static_cast<std::size_t>(rowBytes * block.fHeight));
+  for (std::ptrdiff_t y = 0; y < block.fHeight; ++y) {
+    const auto row = picture.pixels.begin() + (bottomRow - y) * stride + left;
+    cut.insert(cut.end(), row, row + rowBytes);
+  }
+  return cut;
 }
 
 bool Shows(const BitmapDataBlock& block, const Picture& picture) {

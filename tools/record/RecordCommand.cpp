@@ -1,5 +1,3 @@
-#include "tools/record/RecordCommand.h"
-
 #include <CLI/CLI.hpp>
 #include <charconv>
 #include <limits>
@@ -13,18 +11,17 @@
 
 #include "bitstream/FrameHeader.h"
 #include "host/standin/StandInMessage.h"
-#include "tools/cli/ExitStatus.h"
-#include "tools/cli/FileNameValidator.h"
+#include "tools/Commands.h"
 #include "tools/cli/InputFile.h"
+#include "tools/cli/Options.h"
 #include "tools/cli/OutputFile.h"
 #include "tools/cli/ProgressBar.h"
-#include "tools/cli/RangeValidator.h"
 #include "tools/cli/ToolError.h"
-#include "tools/pictures/PngFile.h"
+#include "tools/pictures/Png.h"
 #include "tools/record/FrameEncoder.h"
 #include "tools/record/RecordError.h"
 #include "tools/record/RecordOptions.h"
-#include "tools/stream/MessageFileWriter.h"
+#include "tools/stream/MessageFile.h"
 
 namespace zlibvideo {
 namespace {

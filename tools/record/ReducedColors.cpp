@@ -5,10 +5,20 @@
 
 #include "colour/ReducedCode.h"
 #include "grid/BufferSizes.h"
-#include "tools/record/PixelColor.h"
 
 namespace zlibvideo {
 namespace {
+
+/// A block pixel as a colour 0x00RRGGBB.
+std::uint32_t LoadColor(const unsigned char* pixel) {
+  return static_cast<std::uint32_t>(pixel[0] | pixel[1] << 8 | pixel[2] << 16);
+}
+
+void StoreColor(std::uint32_t color, unsigned char* pixel) {
+  pixel[0] = static_cast<unsigned char>(color & 0xFF);
+  pixel[1] = static_cast<unsigned char>(color >> 8 & 0xFF);
+  pixel[2] = static_cast<unsigned char>(color >> 16 & 0xFF);
+}
 
 std::unordered_map<std::uint32_t, std::size_t> CountColors(const Picture& picture) {
   std::unordered_map<std::uint32_t, std::size_t> counts;

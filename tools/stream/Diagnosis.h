@@ -3,7 +3,6 @@
 
 #include <string>
 
-#include "tools/stream/Failure.h"
 #include "tools/stream/InspectingDecoder.h"
 #include "tools/stream/MessageOutline.h"
 

@@ -4,9 +4,9 @@
 #include <memory>
 
 #include "host/standin/StandInVideoObject.h"
-#include "tools/pictures/FrameView.h"
+#include "tools/pictures/Picture.h"
 #include "tools/stream/InspectingDecoder.h"
-#include "tools/stream/MessageFileReader.h"
+#include "tools/stream/MessageFile.h"
 
 namespace zlibvideo {
 

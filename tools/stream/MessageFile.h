@@ -1,12 +1,14 @@
-#ifndef ZLIBVIDEO_TOOLS_STREAM_MESSAGEFILEREADER_H
-#define ZLIBVIDEO_TOOLS_STREAM_MESSAGEFILEREADER_H
+#ifndef ZLIBVIDEO_TOOLS_STREAM_MESSAGEFILE_H
+#define ZLIBVIDEO_TOOLS_STREAM_MESSAGEFILE_H
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "tools/cli/InputFile.h"
+#include "tools/cli/OutputFile.h"
 
 namespace zlibvideo {
 
@@ -68,6 +70,22 @@ class MessageFileReader {
   std::string fProblem;
 };
 
+/// Writes a message file, as `MessageFileReader` reads it.
+class MessageFileWriter {
+ public:
+  /// Writes to `path`, or standard output for "-", as `OutputFile` does.
+  explicit MessageFileWriter(const std::string& path) : fFile(path) {}
+
+  /// Appends one message. Throws `ToolError` when it cannot be written, or is longer than 24 bits
+  /// can express.
+  void Write(const unsigned char* bytes, std::size_t length);
+  /// Puts the file under its name; without it nothing is left.
+  void Commit() { fFile.Commit(); }
+
+ private:
+  OutputFile fFile;
+};
+
 }  // namespace zlibvideo
 
-#endif  // ZLIBVIDEO_TOOLS_STREAM_MESSAGEFILEREADER_H
+#endif  // ZLIBVIDEO_TOOLS_STREAM_MESSAGEFILE_H

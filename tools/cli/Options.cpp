@@ -1,4 +1,4 @@
-#include "tools/cli/RangeValidator.h"
+#include "tools/cli/Options.h"
 
 #include <CLI/CLI.hpp>
 #include <charconv>
@@ -17,6 +17,14 @@ bool IsInRange(const std::string& text, std::uint64_t min, std::uint64_t max) {
 }
 
 }  // namespace
+
+CLI::Validator FileNameValidator() {
+  return CLI::Validator(
+      [](const std::string& name) {
+        return name.empty() ? std::string("the name is empty") : std::string();
+      },
+      "", "file name");
+}
 
 CLI::Validator RangeValidator(std::uint64_t min, std::uint64_t max) {
   const std::string range = max == kNoMaximum

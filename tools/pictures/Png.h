@@ -1,11 +1,10 @@
-#ifndef ZLIBVIDEO_TOOLS_PICTURES_PNGFILE_H
-#define ZLIBVIDEO_TOOLS_PICTURES_PNGFILE_H
+#ifndef ZLIBVIDEO_TOOLS_PICTURES_PNG_H
+#define ZLIBVIDEO_TOOLS_PICTURES_PNG_H
 
 #include <cstdio>
 #include <string>
 #include <vector>
 
-#include "tools/pictures/FrameView.h"
 #include "tools/pictures/Picture.h"
 
 namespace zlibvideo {
@@ -24,4 +23,4 @@ void EncodePng(const FrameView& frame, std::vector<unsigned char>* png);
 
 }  // namespace zlibvideo
 
-#endif  // ZLIBVIDEO_TOOLS_PICTURES_PNGFILE_H
+#endif  // ZLIBVIDEO_TOOLS_PICTURES_PNG_H

@@ -1,5 +1,5 @@
-#ifndef ZLIBVIDEO_TOOLS_CLI_RANGEVALIDATOR_H
-#define ZLIBVIDEO_TOOLS_CLI_RANGEVALIDATOR_H
+#ifndef ZLIBVIDEO_TOOLS_CLI_OPTIONS_H
+#define ZLIBVIDEO_TOOLS_CLI_OPTIONS_H
 
 #include <cstdint>
 #include <limits>
@@ -10,6 +10,10 @@ class Validator;
 
 namespace zlibvideo {
 
+/// Refuses an empty file name, as a script passes for an unset variable. Without the check it would
+/// count as no name at all.
+CLI::Validator FileNameValidator();
+
 inline constexpr std::uint64_t kNoMaximum = std::numeric_limits<std::uint64_t>::max();
 
 /// Accepts whole numbers from `min` to `max`, both included, in decimal digits alone. A leading
@@ -18,4 +22,4 @@ CLI::Validator RangeValidator(std::uint64_t min, std::uint64_t max = kNoMaximum)
 
 }  // namespace zlibvideo
 
-#endif  // ZLIBVIDEO_TOOLS_CLI_RANGEVALIDATOR_H
+#endif  // ZLIBVIDEO_TOOLS_CLI_OPTIONS_H

@@ -1,4 +1,4 @@
-#include "tools/stream/MessageFileReader.h"
+#include "tools/stream/MessageFile.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -6,6 +6,7 @@
 
 #include "bitstream/ByteCursor.h"
 #include "host/TCMessage.h"
+#include "host/standin/StandInMessage.h"
 #include "tools/cli/ToolError.h"
 #include "tools/cli/Wording.h"
 
@@ -74,6 +75,17 @@ MessageFileReader::Result MessageFileReader::Stop(std::uint64_t messageOffset,
              (inLengthField ? "the length of " : "") + "message " + std::to_string(fMessageCount);
   if (fMessageCount == 0) fProblem += "; it may not be a message file";
   return Result::kCutOff;
+}
+
+void MessageFileWriter::Write(const unsigned char* bytes, std::size_t length) {
+  if (length > StandInMessage::kMaxLength) {
+    throw ToolError(fFile.Name() + ": a message of " + std::to_string(length) +
+                    " bytes does not fit; a message file takes up to " +
+                    std::to_string(StandInMessage::kMaxLength));
+  }
+  const StandInMessage message(nullptr, static_cast<std::uint32_t>(length));
+  fFile.Write(message.fPayloadLength, sizeof(message.fPayloadLength));
+  fFile.Write(bytes, length);
 }
 
 }  // namespace zlibvideo

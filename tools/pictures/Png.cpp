@@ -1,4 +1,4 @@
-#include "tools/pictures/PngFile.h"
+#include "tools/pictures/Png.h"
 
 #include <png.h>
 

@@ -1,0 +1,18 @@
+#ifndef ZLIBVIDEO_TOOLS_COMMANDS_H
+#define ZLIBVIDEO_TOOLS_COMMANDS_H
+
+namespace CLI {
+class App;
+}
+
+namespace zlibvideo {
+
+// Each adds the command of its name, which a folder of that name holds, to those of `app`. When the
+// arguments name it, parsing runs it and stores its exit status. `exitStatus` must outlive `app`.
+void AddDecodeCommand(CLI::App& app, int* exitStatus);
+void AddInfoCommand(CLI::App& app, int* exitStatus);
+void AddRecordCommand(CLI::App& app, int* exitStatus);
+
+}  // namespace zlibvideo
+
+#endif  // ZLIBVIDEO_TOOLS_COMMANDS_H
