@@ -1,12 +1,17 @@
-#include "tools/info/HtmlReport.h"
-
 #include <algorithm>
+#include <cstdint>
 #include <filesystem>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "grid/BlockFormat.h"
-#include "tools/info/JsonReport.h"
+#include "tools/cli/OutputFile.h"
+#include "tools/info/PicturePatches.h"
 #include "tools/info/ReportPage.h"
+#include "tools/info/ReportWriter.h"
 
 namespace zlibvideo {
 namespace {
@@ -92,7 +97,26 @@ Json PatchObject(const PicturePatches::Patch& patch) {
           {"whole", patch.whole}, {"src", "data:image/png;base64," + EncodeBase64(patch.png)}};
 }
 
-}  // namespace
+/// The report as one self-contained web page: the page of `report.html` with the stream's data in
+/// three places of it. Each message is the object of `MessageJson` and two keys more:
+///
+///   cells    for each record that was decoded and is not empty: index of its cell in the grid, of
+///            its kind, its bytes, its pass; first row and rows of its band, if it has one
+///   patch    how the picture changed: x, y, width, height (pixels from the top left), whole (it
+///            needs no patch before it), src (a data URI); null when it did not; "omitted" once
+///            the pictures have reached their limit
+class HtmlReport : public ReportWriter {
+ public:
+  HtmlReport(const std::string& path, const std::string& name, std::uint64_t pictureBytes);
+
+  void Write(const MessageReport& report, const FrameView& frame) override;
+  void Finish(const StreamSummary& summary, const std::string& problem) override;
+
+ private:
+  OutputFile fOutput;
+  PicturePatches fPatches;
+  bool fFirst = true;
+};
 
 HtmlReport::HtmlReport(const std::string& path, const std::string& name, std::uint64_t pictureBytes)
     : fOutput(path), fPatches(pictureBytes) {
@@ -117,6 +141,13 @@ void HtmlReport::Finish(const StreamSummary& /*summary*/, const std::string& pro
   fOutput.Write(ForScript(Json(problem)));
   fOutput.Write(kAtProblem.after.data(), kAtProblem.after.size());
   fOutput.Commit();
+}
+
+}  // namespace
+
+std::unique_ptr<ReportWriter> MakeHtmlReport(const std::string& path, const std::string& name,
+                                             std::uint64_t pictureBytes) {
+  return std::make_unique<HtmlReport>(path, name, pictureBytes);
 }
 
 }  // namespace zlibvideo

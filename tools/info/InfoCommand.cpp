@@ -10,9 +10,7 @@
 #include "tools/cli/Terminal.h"
 #include "tools/cli/ToolError.h"
 #include "tools/cli/Wording.h"
-#include "tools/info/HtmlReport.h"
-#include "tools/info/JsonReport.h"
-#include "tools/info/TextReport.h"
+#include "tools/info/ReportWriter.h"
 #include "tools/stream/MessageFile.h"
 #include "tools/stream/StreamDecoder.h"
 
@@ -74,12 +72,11 @@ struct InfoOptions {
 
 std::unique_ptr<ReportWriter> MakeWriter(const InfoOptions& options) {
   if (!options.html.empty()) {
-    return std::make_unique<HtmlReport>(options.html, InputName(options.input),
-                                        options.pictureLimit * kBytesPerMebibyte);
+    return MakeHtmlReport(options.html, InputName(options.input),
+                          options.pictureLimit * kBytesPerMebibyte);
   }
-  if (options.json) return std::make_unique<JsonReport>(kStandardStreamName);
-  return std::make_unique<TextReport>(
-      kStandardStreamName, TextReport::Options{Terminal::OfStandardOutput(), options.map});
+  if (options.json) return MakeJsonReport();
+  return MakeTextReport(options.map);
 }
 
 using Result = MessageFileReader::Result;

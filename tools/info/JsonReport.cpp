@@ -1,6 +1,12 @@
-#include "tools/info/JsonReport.h"
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <string>
 
 #include "bitstream/FrameHeader.h"
+
+#include "tools/cli/InputFile.h"
+#include "tools/cli/OutputFile.h"
+#include "tools/info/ReportWriter.h"
 
 namespace zlibvideo {
 namespace {
@@ -45,6 +51,20 @@ Json FailureObject(const std::optional<Failure>& failure) {
   return object;
 }
 
+/// The report as JSON lines: one object for each message.
+class JsonReport : public ReportWriter {
+ public:
+  void Write(const MessageReport& report, const FrameView& /*frame*/) override {
+    fOutput.Write(MessageJson(report).dump() + "\n");
+  }
+  void Finish(const StreamSummary& /*summary*/, const std::string& /*problem*/) override {
+    fOutput.Commit();
+  }
+
+ private:
+  OutputFile fOutput{kStandardStreamName};
+};
+
 }  // namespace
 
 Json MessageJson(const MessageReport& report) {
@@ -72,12 +92,8 @@ Json MessageJson(const MessageReport& report) {
   return object;
 }
 
-void JsonReport::Write(const MessageReport& report, const FrameView& /*frame*/) {
-  fOutput.Write(MessageJson(report).dump() + "\n");
-}
-
-void JsonReport::Finish(const StreamSummary& /*summary*/, const std::string& /*problem*/) {
-  fOutput.Commit();
+std::unique_ptr<ReportWriter> MakeJsonReport() {
+  return std::make_unique<JsonReport>();
 }
 
 }  // namespace zlibvideo

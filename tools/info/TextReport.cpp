@@ -1,7 +1,14 @@
-#include "tools/info/TextReport.h"
+#include <memory>
+#include <optional>
+#include <string>
 
 #include "bitstream/FrameHeader.h"
+#include "tools/cli/InputFile.h"
+#include "tools/cli/OutputFile.h"
+#include "tools/cli/Terminal.h"
 #include "tools/cli/Wording.h"
+#include "tools/info/MessageTable.h"
+#include "tools/info/ReportWriter.h"
 #include "tools/stream/Diagnosis.h"
 
 namespace zlibvideo {
@@ -28,12 +35,34 @@ bool SameGeometry(const FrameHeader& a, const FrameHeader& b) {
          a.blockHeight == b.blockHeight;
 }
 
-}  // namespace
+/// The report for people: a table with a line for each message, what is wrong under those that
+/// failed, and a summary.
+class TextReport : public ReportWriter {
+ public:
+  explicit TextReport(bool maps) : fMaps(maps) {}
+
+  void Write(const MessageReport& report, const FrameView& frame) override;
+  void Finish(const StreamSummary& summary, const std::string& problem) override;
+
+ private:
+  void WriteGeometry(const MessageReport& report);
+  void WriteHeadings();
+  void WriteNotes(const MessageReport& report);
+  void WriteMap(const MessageReport& report);
+  void WriteRecordTable(const StreamSummary& summary);
+  std::string Mark(bool good) const;
+
+  const Terminal fTerminal = Terminal::OfStandardOutput();
+  const bool fMaps;
+  OutputFile fOutput{kStandardStreamName};
+  MessageTable fTable{fTerminal};
+  /// As last written; messages that share it follow one another in one table.
+  std::optional<FrameHeader> fGeometry;
+};
 
 std::string TextReport::Mark(bool good) const {
-  const Terminal& terminal = fOptions.terminal;
-  return good ? terminal.Styled(terminal.Either("✓", "+"), Style::kGreen)
-              : terminal.Styled(terminal.Either("✗", "!"), Style::kRed);
+  return good ? fTerminal.Styled(fTerminal.Either("✓", "+"), Style::kGreen)
+              : fTerminal.Styled(fTerminal.Either("✗", "!"), Style::kRed);
 }
 
 void TextReport::Write(const MessageReport& report, const FrameView& /*frame*/) {
@@ -48,23 +77,23 @@ void TextReport::Write(const MessageReport& report, const FrameView& /*frame*/) 
   fOutput.Write((report.HasGrid() ? fTable.Row(report) : MessageTable::RowWithoutGrid(report)) +
                 "\n");
   WriteNotes(report);
-  if (fOptions.maps && report.HasGrid()) WriteMap(report);
+  if (fMaps && report.HasGrid()) WriteMap(report);
 }
 
 void TextReport::WriteGeometry(const MessageReport& report) {
-  const Terminal& terminal = fOptions.terminal;
   const FrameHeader& header = *report.outline.header;
-  const std::string dot = terminal.Either(" · ", ", ");
+  const std::string dot = fTerminal.Either(" · ", ", ");
   const std::string line = CodecName(header.codecType) + dot + "picture " +
-                           Size(header.imageWidth, header.imageHeight, terminal) + dot + "blocks " +
-                           Size(header.blockWidth, header.blockHeight, terminal) + dot + "grid " +
-                           Size(report.outline.gridWidth, report.outline.gridHeight, terminal) +
+                           Size(header.imageWidth, header.imageHeight, fTerminal) + dot +
+                           "blocks " + Size(header.blockWidth, header.blockHeight, fTerminal) +
+                           dot + "grid " +
+                           Size(report.outline.gridWidth, report.outline.gridHeight, fTerminal) +
                            " = " + Counted(report.cells.size(), "block");
-  fOutput.Write((report.index == 0 ? "" : "\n") + terminal.Styled(line, Style::kBold) + "\n");
+  fOutput.Write((report.index == 0 ? "" : "\n") + fTerminal.Styled(line, Style::kBold) + "\n");
 }
 
 void TextReport::WriteHeadings() {
-  fOutput.Write(fOptions.terminal.Styled(fTable.Headings(), Style::kDim) + "\n");
+  fOutput.Write(fTerminal.Styled(fTable.Headings(), Style::kDim) + "\n");
 }
 
 void TextReport::WriteNotes(const MessageReport& report) {
@@ -91,7 +120,7 @@ void TextReport::WriteMap(const MessageReport& report) {
                           report.failure->block->row == row &&
                           report.failure->block->column == column;
       const char letter = failed ? '!' : WordsOf(kind).letter;
-      line += fOptions.terminal.Styled({letter}, failed ? Style::kRed : StyleOf(kind));
+      line += fTerminal.Styled({letter}, failed ? Style::kRed : StyleOf(kind));
     }
     fOutput.Write(line + "\n");
   }
@@ -122,23 +151,28 @@ void TextReport::WriteRecordTable(const StreamSummary& summary) {
   constexpr std::size_t kLabelWidth = 26;
   constexpr std::size_t kBytesWidth = 11;
   constexpr std::size_t kPercentWidth = 9;
-  const Terminal& terminal = fOptions.terminal;
   const RecordTally all = summary.AllRecords();
   const std::string headings = "  " + AlignLeft("records", kLabelWidth) +
                                AlignRight("count", kBytesWidth) + AlignRight("", kPercentWidth) +
                                AlignRight("bytes", kBytesWidth);
-  fOutput.Write("\n" + terminal.Styled(headings, Style::kDim) + "\n");
+  fOutput.Write("\n" + fTerminal.Styled(headings, Style::kDim) + "\n");
   for (std::size_t kind = 0; kind < kRecordKindCount; ++kind) {
     const RecordTally& tally = summary.tallies[kind];
     if (tally.count == 0) continue;
     const auto& words = kRecordKindWords[kind];
-    fOutput.Write(terminal.Styled({words.letter, ' '}, StyleOf(static_cast<RecordKind>(kind))) +
+    fOutput.Write(fTerminal.Styled({words.letter, ' '}, StyleOf(static_cast<RecordKind>(kind))) +
                   AlignLeft(words.label, kLabelWidth) +
                   AlignRight(std::to_string(tally.count), kBytesWidth) +
                   AlignRight(Percent(tally.count, all.count), kPercentWidth) +
                   AlignRight(HumanBytes(tally.bytes), kBytesWidth) +
                   AlignRight(Percent(tally.bytes, all.bytes), kPercentWidth) + "\n");
   }
+}
+
+}  // namespace
+
+std::unique_ptr<ReportWriter> MakeTextReport(bool maps) {
+  return std::make_unique<TextReport>(maps);
 }
 
 }  // namespace zlibvideo
