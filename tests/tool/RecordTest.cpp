@@ -87,7 +87,7 @@ void CheckMessage(const Bytes& message, bool key, bool unchanged, std::set<char>
   const auto outline = MessageOutline::Read(SpanOf(message));
   EXPECT_EQ(key, outline.header->IsKeyFrame());
   for (const auto& [record, place, offset] : outline.records) {
-    const char kind = WordsOf(KindOf(record, outline.header->codecType)).letter;
+    const char kind = RecordKind::Of(record, outline.header->codecType).Letter();
     EXPECT_TRUE(!key || place.pass == 2 || kind == 'D' || kind == 'd') << kind;
     EXPECT_TRUE(key || !unchanged || kind == '.') << kind;
     kinds->insert(kind);

@@ -48,9 +48,12 @@ const CutPage kAtProblem = CutPage::At(kAtMessages.after, "{{PROBLEM}}");
 
 Json StreamObject(const std::string& name) {
   Json kinds = Json::array();
-  for (const RecordKindWords& words : kRecordKindWords) {
-    kinds.push_back(
-        {{"name", words.name}, {"label", words.label}, {"letter", std::string(1, words.letter)}});
+  for (const RecordKind& kind : kRecordKinds) {
+    kinds.push_back({{"name", kind.Name()},
+                     {"form", NameOf(kind.form)},
+                     {"reduced", kind.reduced},
+                     {"label", kind.Label()},
+                     {"letter", std::string(1, kind.Letter())}});
   }
   return {{"name", std::filesystem::path(name).filename().string()}, {"kinds", kinds}};
 }
@@ -60,9 +63,8 @@ Json Cells(const MessageReport& report) {
   for (std::size_t index = 0; index < report.decodedRecords; ++index) {
     const MessageOutline::Record& entry = report.outline.records[index];
     if (entry.record.IsEmpty()) continue;
-    const RecordKind kind = KindOf(entry.record, report.outline.header->codecType);
-    Json cell = {report.CellIndex(entry.place), static_cast<int>(kind), entry.Bytes(),
-                 entry.place.pass};
+    const RecordKind kind = RecordKind::Of(entry.record, report.outline.header->codecType);
+    Json cell = {report.CellIndex(entry.place), kind.Index(), entry.Bytes(), entry.place.pass};
     if (HasBand(entry.record.header.format)) {
       cell.push_back(entry.record.header.diffRowStart);
       cell.push_back(entry.record.header.diffRowCount);

@@ -29,9 +29,9 @@ Json GridSize(const MessageReport& report) {
 
 Json Records(const RecordTallies& tallies) {
   Json records = Json::object();
-  for (std::size_t kind = 0; kind < kRecordKindCount; ++kind) {
-    records[kRecordKindWords[kind].name] = {{"count", tallies[kind].count},
-                                            {"bytes", tallies[kind].bytes}};
+  for (const RecordKind& kind : kRecordKinds) {
+    const RecordTally& tally = tallies[kind.Index()];
+    records[kind.Name()] = {{"count", tally.count}, {"bytes", tally.bytes}};
   }
   return records;
 }

@@ -20,14 +20,14 @@ PaletteOutcome FindPaletteOutcome(const MessageOutline& outline) {
 }
 
 void CountRecord(const MessageOutline::Record& entry, MessageReport* report) {
-  const RecordKind kind = KindOf(entry.record, report->outline.header->codecType);
-  RecordTally& tally = report->tallies[static_cast<std::size_t>(kind)];
+  const RecordKind kind = RecordKind::Of(entry.record, report->outline.header->codecType);
+  RecordTally& tally = report->tallies[kind.Index()];
   ++tally.count;
   tally.bytes += entry.Bytes();
-  if (kind == RecordKind::kEmpty || kind == RecordKind::kSkipped) return;
+  if (!kind.IsChange()) return;
 
   RecordKind& cell = report->cells[report->CellIndex(entry.place)];
-  if (cell == RecordKind::kEmpty) ++report->changedBlocks;
+  if (!cell.IsChange()) ++report->changedBlocks;
   cell = kind;
 }
 
@@ -86,7 +86,7 @@ void StreamSummary::Add(const MessageReport& report) {
     largestBytes = report.bytes;
     largestIndex = report.index;
   }
-  for (std::size_t kind = 0; kind < kRecordKindCount; ++kind) {
+  for (std::size_t kind = 0; kind < kRecordKinds.size(); ++kind) {
     tallies[kind].count += report.tallies[kind].count;
     tallies[kind].bytes += report.tallies[kind].bytes;
   }

@@ -30,7 +30,8 @@ struct RecordTally {
   /// With their size fields.
   std::uint64_t bytes = 0;
 };
-using RecordTallies = std::array<RecordTally, kRecordKindCount>;
+/// One for each of `kRecordKinds`.
+using RecordTallies = std::array<RecordTally, kRecordKinds.size()>;
 
 /// All that is reported of one message, gathered once, whatever the form it is written in.
 struct MessageReport {
@@ -60,9 +61,6 @@ struct MessageReport {
   bool IsDecoded() const { return !failure.has_value(); }
   /// Whether the message got as far as its grid.
   bool HasGrid() const { return outline.gridWidth > 0 && outline.gridHeight > 0; }
-  const RecordTally& TallyOf(RecordKind kind) const {
-    return tallies[static_cast<std::size_t>(kind)];
-  }
   RecordKind CellAt(int row, int column) const { return cells[CellIndex({1, row, column})]; }
   std::size_t CellIndex(const BlockPlace& place) const {
     return static_cast<std::size_t>(place.row) * static_cast<std::size_t>(outline.gridWidth) +

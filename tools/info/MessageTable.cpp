@@ -54,24 +54,21 @@ const char* PaletteName(PaletteOutcome outcome) {
 
 /// For the kinds that a message of this codec type can have.
 const std::vector<KindColumn>& KindColumnsOf(int codecType) {
-  using enum RecordKind;
-  static const std::vector<KindColumn> kVersion1 = {{"empty", "empty", {kEmpty}},
-                                                    {"direct", "direct", {kDirect}}};
+  using enum RecordKind::Form;
+  static const std::vector<KindColumn> kVersion1 = {{"empty", "empty", kEmpty},
+                                                    {"direct", "direct", kDirect}};
   static const std::vector<KindColumn> kVersion2 = {
-      {"empty", "empty", {kEmpty}},
-      {"direct", "dir", {kDirect, kReducedDirect}},
-      {"primed", "prim", {kPrimed, kReducedPrimed}},
-      {"banded", "band", {kBanded, kReducedBanded}},
-      {"p+band", "p+b", {kPrimedBanded, kReducedPrimedBanded}},
-      {"interm", "int", {kIntermediate, kReducedIntermediate}, true},
-      {"other", "oth", {kUnconvertible}, true},
-      {"reduced",
-       "red",
-       {kReducedDirect, kReducedPrimed, kReducedBanded, kReducedPrimedBanded, kReducedIntermediate},
-       true},
+      {"empty", "empty", kEmpty},
+      {"direct", "dir", kDirect},
+      {"primed", "prim", kPrimed},
+      {"banded", "band", kBanded},
+      {"p+band", "p+b", kPrimedBanded},
+      {"interm", "int", kIntermediate, true},
+      {"other", "oth", kUnconvertible, true},
+      {"reduced", "red", std::nullopt, true},
   };
-  static const std::vector<KindColumn> kOther = {{"empty", "empty", {kEmpty}},
-                                                 {"skipped", "skipped", {kSkipped}}};
+  static const std::vector<KindColumn> kOther = {{"empty", "empty", kEmpty},
+                                                 {"skipped", "skipped", kSkipped}};
   if (codecType == kCodecTypeVersion1) return kVersion1;
   return codecType == kCodecTypeVersion2 ? kVersion2 : kOther;
 }
@@ -84,7 +81,7 @@ int CountChanged(const MessageReport& report, int firstColumn, int endColumn) {
   int changed = 0;
   for (int row = 0; row < report.outline.gridHeight; ++row) {
     for (int column = firstColumn; column < endColumn; ++column) {
-      if (report.CellAt(row, column) != RecordKind::kEmpty) ++changed;
+      if (report.CellAt(row, column).IsChange()) ++changed;
     }
   }
   return changed;
@@ -113,23 +110,19 @@ std::string ChangeBar(const MessageReport& report, int mostWidth, const Terminal
 
 }  // namespace
 
-Terminal::Style StyleOf(RecordKind kind) {
-  using Style = Terminal::Style;
-  switch (kind) {
-    case RecordKind::kEmpty:
-    case RecordKind::kSkipped:
+Terminal::Style StyleOf(RecordKind::Form form) {
+  using enum RecordKind::Form;
+  switch (form) {
+    case kEmpty:
+    case kSkipped:
       return Style::kDim;
-    case RecordKind::kDirect:
-    case RecordKind::kReducedDirect:
+    case kDirect:
       return Style::kBlue;
-    case RecordKind::kPrimed:
-    case RecordKind::kReducedPrimed:
+    case kPrimed:
       return Style::kMagenta;
-    case RecordKind::kBanded:
-    case RecordKind::kReducedBanded:
+    case kBanded:
       return Style::kCyan;
-    case RecordKind::kPrimedBanded:
-    case RecordKind::kReducedPrimedBanded:
+    case kPrimedBanded:
       return Style::kGreen;
     default:
       return Style::kYellow;
@@ -138,7 +131,9 @@ Terminal::Style StyleOf(RecordKind kind) {
 
 std::uint64_t KindColumn::CountIn(const MessageReport& report) const {
   std::uint64_t count = 0;
-  for (const RecordKind kind : kinds) count += report.TallyOf(kind).count;
+  for (const RecordKind& kind : kRecordKinds) {
+    if (form ? kind.form == *form : kind.reduced) count += report.tallies[kind.Index()].count;
+  }
   return count;
 }
 
@@ -226,7 +221,8 @@ std::string MessageTable::Counts(const MessageReport& report) const {
   for (const KindColumn* column : fColumns) {
     const std::uint64_t count = column->CountIn(report);
     const std::string text = Right(count == 0 ? "-" : std::to_string(count), WidthOf(*column));
-    line += fTerminal.Styled(text, count == 0 ? Style::kDim : StyleOf(column->kinds.front()));
+    line += fTerminal.Styled(
+        text, count == 0 ? Style::kDim : StyleOf(column->form.value_or(RecordKind::Form::kDirect)));
   }
   return line;
 }

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -12,15 +13,16 @@
 
 namespace zlibvideo {
 
-/// How text about records of that kind is shown.
-Terminal::Style StyleOf(RecordKind kind);
+/// How text about records of that form is shown.
+Terminal::Style StyleOf(RecordKind::Form form);
 
 /// Kinds that the table of messages counts together, under one heading.
 struct KindColumn {
   const char* heading;
   /// The heading where lines have to be short.
   const char* briefHeading;
-  std::vector<RecordKind> kinds;
+  /// Counted colour-reduced or not; all that are colour-reduced when there is none.
+  std::optional<RecordKind::Form> form;
   /// Shown only once a message has such a record.
   bool rare = false;
 

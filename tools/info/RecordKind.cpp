@@ -1,48 +1,75 @@
 #include "tools/info/RecordKind.h"
 
+#include <algorithm>
+#include <cctype>
+
 #include "bitstream/FrameHeader.h"
 #include "grid/BlockFormat.h"
 
 namespace zlibvideo {
 namespace {
 
-constexpr unsigned int kPrimedAndBanded = kFormatPrimed | kFormatDiffRows;
+using Form = RecordKind::Form;
 
-RecordKind PlainKind(unsigned int format) {
-  if ((format & kPrimedAndBanded) == kPrimedAndBanded) return RecordKind::kPrimedBanded;
-  if ((format & kFormatPrimed) != 0) return RecordKind::kPrimed;
-  if ((format & kFormatDiffRows) != 0) return RecordKind::kBanded;
-  if ((format & kFormatIntermediate) != 0) return RecordKind::kIntermediate;
-  return RecordKind::kDirect;
+struct FormWords {
+  const char* name;
+  const char* label;
+  char letter;
+};
+
+/// Of each form, in their order.
+constexpr FormWords kFormWords[] = {
+    {"empty", "empty", '.'},
+    {"direct", "direct", 'D'},
+    {"intermediate", "intermediate", 'I'},
+    {"primed", "primed", 'P'},
+    {"banded", "banded", 'B'},
+    {"primed_banded", "primed, banded", 'X'},
+    {"unconvertible", "unconvertible colours", '?'},
+    {"skipped", "skipped", '-'},
+};
+
+const FormWords& WordsOf(Form form) {
+  return kFormWords[static_cast<std::size_t>(form)];
 }
 
-RecordKind ReducedKind(RecordKind plain) {
-  switch (plain) {
-    case RecordKind::kPrimedBanded:
-      return RecordKind::kReducedPrimedBanded;
-    case RecordKind::kPrimed:
-      return RecordKind::kReducedPrimed;
-    case RecordKind::kBanded:
-      return RecordKind::kReducedBanded;
-    case RecordKind::kIntermediate:
-      return RecordKind::kReducedIntermediate;
-    default:
-      return RecordKind::kReducedDirect;
-  }
+Form FormOf(unsigned int format) {
+  if (IsPrimed(format)) return HasBand(format) ? Form::kPrimedBanded : Form::kPrimed;
+  if (HasBand(format)) return Form::kBanded;
+  return (format & kFormatIntermediate) != 0 ? Form::kIntermediate : Form::kDirect;
 }
 
 }  // namespace
 
-RecordKind KindOf(const BlockRecord& record, int codecType) {
-  if (record.IsEmpty()) return RecordKind::kEmpty;
-  if (codecType != kCodecTypeVersion1 && codecType != kCodecTypeVersion2) {
-    return RecordKind::kSkipped;
-  }
-  const RecordKind plain = PlainKind(record.header.format);
-  if (!HasColorField(record.header.format)) return plain;
-  return (record.header.format & kFormatColorMask) == kFormatColorReduced
-             ? ReducedKind(plain)
-             : RecordKind::kUnconvertible;
+RecordKind RecordKind::Of(const BlockRecord& record, int codecType) {
+  const unsigned int format = record.header.format;
+  if (record.IsEmpty()) return {Form::kEmpty};
+  if (codecType != kCodecTypeVersion1 && codecType != kCodecTypeVersion2) return {Form::kSkipped};
+  if (!HasColorField(format)) return {FormOf(format)};
+  if ((format & kFormatColorMask) != kFormatColorReduced) return {Form::kUnconvertible};
+  return {FormOf(format), true};
+}
+
+std::string RecordKind::Name() const {
+  return (reduced ? "reduced_" : "") + std::string(WordsOf(form).name);
+}
+
+std::string RecordKind::Label() const {
+  return (reduced ? "reduced, " : "") + std::string(WordsOf(form).label);
+}
+
+char RecordKind::Letter() const {
+  const char letter = WordsOf(form).letter;
+  return reduced ? static_cast<char>(std::tolower(letter)) : letter;
+}
+
+std::size_t RecordKind::Index() const {
+  const auto* const found = std::find(kRecordKinds.begin(), kRecordKinds.end(), *this);
+  return static_cast<std::size_t>(found - kRecordKinds.begin());
+}
+
+const char* NameOf(RecordKind::Form form) {
+  return WordsOf(form).name;
 }
 
 }  // namespace zlibvideo

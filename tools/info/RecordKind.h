@@ -3,61 +3,66 @@
 
 #include <array>
 #include <cstddef>
+#include <string>
 
 #include "bitstream/BlockRecord.h"
 
 namespace zlibvideo {
 
 /// How a record carries its block, as people who look at a stream tell records apart.
-enum class RecordKind : unsigned char {
-  kEmpty,
-  kDirect,
-  kIntermediate,
-  kPrimed,
-  kBanded,
-  kPrimedBanded,
-  kReducedDirect,
-  kReducedIntermediate,
-  kReducedPrimed,
-  kReducedBanded,
-  kReducedPrimedBanded,
-  /// A colour field that no conversion accepts.
-  kUnconvertible,
-  /// A record of a codec type without payloads that this decoder knows.
-  kSkipped,
-};
-inline constexpr std::size_t kRecordKindCount = 13;
+struct RecordKind {
+  enum class Form : unsigned char {
+    kEmpty,
+    kDirect,
+    kIntermediate,
+    kPrimed,
+    kBanded,
+    kPrimedBanded,
+    /// A colour field that no conversion accepts.
+    kUnconvertible,
+    /// A record of a codec type without payloads that this decoder knows.
+    kSkipped,
+  };
 
-struct RecordKindWords {
+  Form form = Form::kEmpty;
+  /// Whether the pixels are colour-reduced.
+  bool reduced = false;
+
+  static RecordKind Of(const BlockRecord& record, int codecType);
+
+  bool operator==(const RecordKind&) const = default;
+  /// Whether the record may change its block.
+  bool IsChange() const { return form != Form::kEmpty && form != Form::kSkipped; }
+
   /// As in JSON: lower case, words joined by underscores.
-  const char* name;
+  std::string Name() const;
   /// For people.
-  const char* label;
+  std::string Label() const;
   /// In maps of the grid: upper case, or lower case for the colour-reduced form of the same.
-  char letter;
+  char Letter() const;
+  /// Which one of `kRecordKinds` it is.
+  std::size_t Index() const;
 };
 
-inline constexpr std::array<RecordKindWords, kRecordKindCount> kRecordKindWords = {{
-    {"empty", "empty", '.'},
-    {"direct", "direct", 'D'},
-    {"intermediate", "intermediate", 'I'},
-    {"primed", "primed", 'P'},
-    {"banded", "banded", 'B'},
-    {"primed_banded", "primed, banded", 'X'},
-    {"reduced_direct", "reduced, direct", 'd'},
-    {"reduced_intermediate", "reduced, intermediate", 'i'},
-    {"reduced_primed", "reduced, primed", 'p'},
-    {"reduced_banded", "reduced, banded", 'b'},
-    {"reduced_primed_banded", "reduced, primed, banded", 'x'},
-    {"unconvertible", "unconvertible colours", '?'},
-    {"skipped", "skipped", '-'},
+/// The name of a form in JSON, colour-reduced or not.
+const char* NameOf(RecordKind::Form form);
+
+/// All kinds, in the order of reports.
+inline constexpr std::array<RecordKind, 13> kRecordKinds = {{
+    {RecordKind::Form::kEmpty},
+    {RecordKind::Form::kDirect},
+    {RecordKind::Form::kIntermediate},
+    {RecordKind::Form::kPrimed},
+    {RecordKind::Form::kBanded},
+    {RecordKind::Form::kPrimedBanded},
+    {RecordKind::Form::kDirect, true},
+    {RecordKind::Form::kIntermediate, true},
+    {RecordKind::Form::kPrimed, true},
+    {RecordKind::Form::kBanded, true},
+    {RecordKind::Form::kPrimedBanded, true},
+    {RecordKind::Form::kUnconvertible},
+    {RecordKind::Form::kSkipped},
 }};
-
-constexpr const RecordKindWords& WordsOf(RecordKind kind) {
-  return kRecordKindWords[static_cast<std::size_t>(kind)];
-}
-
-RecordKind KindOf(const BlockRecord& record, int codecType);
 
 }  // namespace zlibvideo
 

@@ -119,8 +119,8 @@ void TextReport::WriteMap(const MessageReport& report) {
       const bool failed = report.failure && report.failure->block &&
                           report.failure->block->row == row &&
                           report.failure->block->column == column;
-      const char letter = failed ? '!' : WordsOf(kind).letter;
-      line += fTerminal.Styled({letter}, failed ? Style::kRed : StyleOf(kind));
+      const char letter = failed ? '!' : kind.Letter();
+      line += fTerminal.Styled({letter}, failed ? Style::kRed : StyleOf(kind.form));
     }
     fOutput.Write(line + "\n");
   }
@@ -156,12 +156,11 @@ void TextReport::WriteRecordTable(const StreamSummary& summary) {
                                AlignRight("count", kBytesWidth) + AlignRight("", kPercentWidth) +
                                AlignRight("bytes", kBytesWidth);
   fOutput.Write("\n" + fTerminal.Styled(headings, Style::kDim) + "\n");
-  for (std::size_t kind = 0; kind < kRecordKindCount; ++kind) {
-    const RecordTally& tally = summary.tallies[kind];
+  for (const RecordKind& kind : kRecordKinds) {
+    const RecordTally& tally = summary.tallies[kind.Index()];
     if (tally.count == 0) continue;
-    const auto& words = kRecordKindWords[kind];
-    fOutput.Write(fTerminal.Styled({words.letter, ' '}, StyleOf(static_cast<RecordKind>(kind))) +
-                  AlignLeft(words.label, kLabelWidth) +
+    fOutput.Write(fTerminal.Styled({kind.Letter(), ' '}, StyleOf(kind.form)) +
+                  AlignLeft(kind.Label(), kLabelWidth) +
                   AlignRight(std::to_string(tally.count), kBytesWidth) +
                   AlignRight(Percent(tally.count, all.count), kPercentWidth) +
                   AlignRight(HumanBytes(tally.bytes), kBytesWidth) +

@@ -32,11 +32,11 @@ function svg(tag, attributes) {
 
 // ---- Colours: a hue for each way of coding a block, stripes for its colour-reduced form
 
-const isReduced = (kind) => kinds[kind].name.startsWith("reduced_");
-const hue = (kind) => kinds[kind].name.replace("reduced_", "");
+const isReduced = (kind) => kinds[kind].reduced;
+const hue = (kind) => kinds[kind].form;
 const color = (name) => getComputedStyle(document.documentElement).getPropertyValue(`--${name}`).trim();
-const kindIndex = (name) => kinds.findIndex((kind) => kind.name === name);
-const isChange = (kind) => !["empty", "skipped"].includes(kinds[kind].name);
+const emptyKind = kinds.findIndex((kind) => kind.form === "empty");
+const isChange = (kind) => !["empty", "skipped"].includes(kinds[kind].form);
 const stripes = (kind) => isReduced(kind)
   ? `repeating-linear-gradient(135deg, transparent 0 3px, var(--stripe) 3px 6px)` : "none";
 function swatch(kind) {
@@ -118,7 +118,7 @@ function drawBar(chart, message, at, height) {
   kinds.forEach((kind, index) => {
     const bytes = message.records[kind.name].bytes;
     known += bytes;
-    part(bytes, `var(--${kind.name === "empty" ? "other" : hue(index)})`, isReduced(index));
+    part(bytes, `var(--${kind.form === "empty" ? "other" : hue(index)})`, isReduced(index));
   });
   part(message.bytes - known, message.decoded ? "var(--other)" : "var(--bad)");
   if (!message.decoded) label(chart, x + barWidth / 2, plotHeight + 15, "✗", "middle", "var(--bad)");
@@ -184,7 +184,7 @@ function drawMap(message) {
   const kindOf = lastKinds(message), failed = failedCell(message);
   const count = grid.columns * grid.rows;
   for (let cell = 0; cell < count; ++cell) {
-    drawCell(pen, message, cell, kindOf.get(cell) ?? kindIndex("empty"), cell === failed);
+    drawCell(pen, message, cell, kindOf.get(cell) ?? emptyKind, cell === failed);
   }
   canvas.setAttribute("aria-label",
       `${grid.columns} by ${grid.rows} blocks, ${message.changed_blocks} of them changed`);
@@ -481,7 +481,7 @@ function summaryText() {
 
 function fillLegend() {
   const used = kinds.map((kind, index) => index).filter((index) =>
-    kinds[index].name !== "empty" && messages.some((message) => message.records[kinds[index].name].count));
+    index !== emptyKind && messages.some((message) => message.records[kinds[index].name].count));
   byId("legend").replaceChildren(...used.map((index) => {
     const entry = element("li");
     entry.append(swatch(index), kinds[index].label);
