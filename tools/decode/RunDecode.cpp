@@ -1,11 +1,9 @@
 #include "tools/decode/RunDecode.h"
 
 #include <memory>
-#include <new>
 #include <string>
 
 #include "tools/cli/OutputFile.h"
-#include "tools/cli/ProgressBar.h"
 #include "tools/cli/Terminal.h"
 #include "tools/cli/ToolError.h"
 #include "tools/cli/Wording.h"
@@ -29,11 +27,10 @@ class DecodeRun {
   int Run();
 
  private:
-  Result DecodeAll();
   /// Completes the output although the stream was not read to its end. A comparison is dropped:
   /// nothing can be said about the rest of its list.
   void KeepOutput();
-  void DecodeOne(const FileMessage& message);
+  void TakeOne(const FileMessage& message, bool decoded);
   void TellFailure(const FileMessage& message) const;
   bool IsWanted(const FileMessage& message) const;
   /// A bar would break up output that goes to the same terminal.
@@ -46,51 +43,31 @@ class DecodeRun {
   MessageFileReader fReader;
   std::unique_ptr<FrameSink> fSink;
   StreamDecoder fDecoder;
-  std::uint64_t fMessagesDone = 0;
   std::uint64_t fFailures = 0;
   std::uint64_t fPicturesWritten = 0;
 };
 
 int DecodeRun::Run() {
-  Result end = Result::kEnd;
-  try {
-    end = DecodeAll();
-  } catch (const std::bad_alloc&) {
-    PrintLine(fReader.Name() + ": not enough memory for message " + std::to_string(fMessagesDone));
-    KeepOutput();
-    return kExitCouldNotRun;
-  }
-  if (fReader.MessageCount() == 0) throw ToolError(fReader.Problem());
+  const StreamEnd end = DecodeMessages(
+      &fReader, &fDecoder, fOptions.to, WantsProgressBar(),
+      [this](const FileMessage& message, bool decoded) { TakeOne(message, decoded); });
+  if (fReader.MessageCount() == 0) throw ToolError(end.problem);
   // Before the output is completed, which may end with an error of its own.
-  if (end != Result::kEnd) PrintLine(fReader.Problem());
-  if (end == Result::kReadError) {
+  if (end.result != Result::kEnd) PrintLine(end.problem);
+  if (end.result == Result::kReadError) {
     KeepOutput();
     return kExitCouldNotRun;
   }
-  RequireRange(end);
+  RequireRange(end.result);
   fSink->Finish();
-  return Conclude(end);
+  return Conclude(end.result);
 }
 
 void DecodeRun::KeepOutput() {
   if (fOptions.verify.empty()) fSink->Finish();
 }
 
-Result DecodeRun::DecodeAll() {
-  ProgressBar progress(WantsProgressBar(), "message", fReader.FileSize());
-  FileMessage message;
-  while (fMessagesDone < fOptions.to) {
-    const Result result = fReader.Next(&message);
-    if (result != Result::kMessage) return result;
-    DecodeOne(message);
-    ++fMessagesDone;
-    progress.Update(fReader.BytesRead(), fMessagesDone);
-  }
-  return Result::kEnd;  // the rest, which a live stream may never send, is not asked for
-}
-
-void DecodeRun::DecodeOne(const FileMessage& message) {
-  const bool decoded = fDecoder.Decode(message);
+void DecodeRun::TakeOne(const FileMessage& message, bool decoded) {
   if (!decoded) {
     ++fFailures;
     // A comparison expects listed failures and reports all others itself.

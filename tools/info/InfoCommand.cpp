@@ -1,12 +1,10 @@
 #include <CLI/CLI.hpp>
 #include <memory>
-#include <new>
 #include <string>
 
 #include "tools/Commands.h"
 #include "tools/cli/Options.h"
 #include "tools/cli/OutputFile.h"
-#include "tools/cli/ProgressBar.h"
 #include "tools/cli/Terminal.h"
 #include "tools/cli/ToolError.h"
 #include "tools/cli/Wording.h"
@@ -89,8 +87,7 @@ class InfoRun {
   int Run();
 
  private:
-  Result ReportAll();
-  void ReportOne(const FileMessage& message);
+  void ReportOne(const FileMessage& message, bool decoded);
   /// A bar would break up a report that goes to the same terminal.
   bool WantsProgressBar() const;
 
@@ -104,42 +101,24 @@ class InfoRun {
 };
 
 int InfoRun::Run() {
-  Result end = Result::kReadError;
-  std::string problem;
-  try {
-    end = ReportAll();
-    problem = fReader.Problem();
-  } catch (const std::bad_alloc&) {
-    problem =
-        fReader.Name() + ": not enough memory for message " + std::to_string(fSummary.messages);
-  }
-  if (fSummary.messages == 0) throw ToolError(problem);
-  if (end == Result::kEnd) problem.clear();
+  StreamEnd end = DecodeMessages(
+      &fReader, &fStream, kNoMaximum, WantsProgressBar(),
+      [this](const FileMessage& message, bool decoded) { ReportOne(message, decoded); });
+  if (fSummary.messages == 0) throw ToolError(end.problem);
+  if (end.result == Result::kEnd) end.problem.clear();
   // Before the report is completed, which may end with an error of its own.
-  if (!problem.empty()) PrintLine(problem);
-  fWriter->Finish(fSummary, problem);
+  if (!end.problem.empty()) PrintLine(end.problem);
+  fWriter->Finish(fSummary, end.problem);
   if (!fOptions.html.empty() && fSummary.failed != 0) {
     PrintLine(fReader.Name() + ": " + std::to_string(fSummary.failed) + " of " +
               Counted(fSummary.messages, "message") + " failed; the page says why");
   }
-  if (end == Result::kReadError) return kExitCouldNotRun;
-  return fSummary.failed == 0 && problem.empty() ? kExitSuccess : kExitDamagedInput;
+  if (end.result == Result::kReadError) return kExitCouldNotRun;
+  return fSummary.failed == 0 && end.problem.empty() ? kExitSuccess : kExitDamagedInput;
 }
 
-Result InfoRun::ReportAll() {
-  ProgressBar progress(WantsProgressBar(), "message", fReader.FileSize());
-  FileMessage message;
-  Result result = Result::kEnd;
-  while ((result = fReader.Next(&message)) == Result::kMessage) {
-    if (fWriter == nullptr) fWriter = MakeWriter(fOptions);
-    ReportOne(message);
-    progress.Update(fReader.BytesRead(), fSummary.messages);
-  }
-  return result;
-}
-
-void InfoRun::ReportOne(const FileMessage& message) {
-  const bool decoded = fStream.Decode(message);
+void InfoRun::ReportOne(const FileMessage& message, bool decoded) {
+  if (fWriter == nullptr) fWriter = MakeWriter(fOptions);
   const MessageReport report = MessageReport::Gather(message, decoded, fStream.Decoder());
   fWriter->Write(report, fStream.Frame());
   fSummary.Add(report);

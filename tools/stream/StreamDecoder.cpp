@@ -1,6 +1,9 @@
 #include "tools/stream/StreamDecoder.h"
 
+#include <new>
+
 #include "host/standin/StandInMessage.h"
+#include "tools/cli/ProgressBar.h"
 
 namespace zlibvideo {
 
@@ -14,6 +17,28 @@ bool StreamDecoder::Decode(const FileMessage& message) {
 FrameView StreamDecoder::Frame() {
   const StandInBitmap& bitmap = fVideo.Bitmap();
   return {bitmap.Pixels().data(), bitmap.GetWidth(), bitmap.GetHeight()};
+}
+
+StreamEnd DecodeMessages(MessageFileReader* reader, StreamDecoder* decoder, std::uint64_t last,
+                         bool wantsProgressBar,
+                         const std::function<void(const FileMessage&, bool)>& take) {
+  using Result = MessageFileReader::Result;
+  std::uint64_t done = 0;
+  try {
+    ProgressBar progress(wantsProgressBar, "message", reader->FileSize());
+    FileMessage message;
+    while (done < last) {
+      const Result result = reader->Next(&message);
+      if (result != Result::kMessage) return {result, reader->Problem()};
+      take(message, decoder->Decode(message));
+      ++done;
+      progress.Update(reader->BytesRead(), done);
+    }
+  } catch (const std::bad_alloc&) {
+    return {Result::kReadError,
+            reader->Name() + ": not enough memory for message " + std::to_string(done)};
+  }
+  return {};  // the rest, which a live stream may never send, is not asked for
 }
 
 }  // namespace zlibvideo

@@ -1,7 +1,10 @@
 #ifndef ZLIBVIDEO_TOOLS_STREAM_STREAMDECODER_H
 #define ZLIBVIDEO_TOOLS_STREAM_STREAMDECODER_H
 
+#include <cstdint>
+#include <functional>
 #include <memory>
+#include <string>
 
 #include "host/standin/StandInVideoObject.h"
 #include "tools/pictures/Picture.h"
@@ -31,6 +34,20 @@ class StreamDecoder {
   StandInVideoObject fVideo;
   std::unique_ptr<InspectingDecoder, DropReference> fDecoder;
 };
+
+/// Why decoding a message file ended.
+struct StreamEnd {
+  /// `kEnd` as well when enough was decoded, `kReadError` also without memory.
+  MessageFileReader::Result result = MessageFileReader::Result::kEnd;
+  /// The same in words, with the name of the file; empty when enough was decoded.
+  std::string problem;
+};
+
+/// Decodes the messages of `reader` up to number `last`, from 1, and has `take` see each of them
+/// with whether it was decoded. A progress bar shows how far that is, if it is wanted.
+StreamEnd DecodeMessages(MessageFileReader* reader, StreamDecoder* decoder, std::uint64_t last,
+                         bool wantsProgressBar,
+                         const std::function<void(const FileMessage&, bool)>& take);
 
 }  // namespace zlibvideo
 
