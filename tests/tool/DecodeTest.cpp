@@ -9,7 +9,7 @@
 
 #include "tests/GoodStream.h"
 #include "tests/tool/ToolFixture.h"
-#include "tools/decode/Bt709.h"
+#include "tools/decode/formats/Bt709.h"
 #include "tools/stream/MessageFile.h"
 
 namespace zlibvideo {
@@ -326,7 +326,7 @@ TEST_F(DecodeTest, WebpIsAnExactAnimation) {
   EXPECT_EQ(1u, Files().count("x-2.webp"));
 }
 
-TEST_F(DecodeTest, BashCompletesEveryOption) {
+TEST_F(DecodeTest, BashCompletesEveryOptionAndFormat) {
   for (const std::string command : {"", "decode", "record", "info"}) {
     const std::string help = Run("zlibvideo " + command + " --help").text;
     const std::string offered =
@@ -340,6 +340,10 @@ TEST_F(DecodeTest, BashCompletesEveryOption) {
       EXPECT_NE(std::string::npos, offered.find(" " + i->str(1) + " ")) << command << i->str();
     }
   }
+  const Outcome formats =
+      Run("bash -c 'source \"" ZLIBVIDEO_COMPLETION "\"; COMP_WORDS=(\"" ZLIBVIDEO_PROGRAM
+          "\" decode --format \"\"); COMP_CWORD=3; _zlibvideo; echo ${COMPREPLY[*]}'");
+  EXPECT_EQ("png bgra hash null webp y4m\n", formats.text);
 }
 
 }  // namespace

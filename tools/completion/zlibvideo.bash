@@ -17,6 +17,12 @@ _zlibvideo_options() {
   esac
 }
 
+# What the help of the program $1 names as formats.
+_zlibvideo_formats() {
+  "${1/#~/$HOME}" decode --help 2>/dev/null | sed -n 's/^ *--format \([a-z0-9|]*\).*/\1/p' |
+    tr '|' ' '
+}
+
 # Files with the extension $2 that begin with $1, and folders.
 _zlibvideo_files() {
   local IFS=$'\n'
@@ -34,7 +40,7 @@ _zlibvideo() {
   ((COMP_CWORD > 1)) && command=${COMP_WORDS[1]}
 
   case $previous in
-    --format) _zlibvideo_words "$current" "png bgra hash null webp y4m" ;;
+    --format) _zlibvideo_words "$current" "$(_zlibvideo_formats "${COMP_WORDS[0]}")" ;;
     --codec | --passes) _zlibvideo_words "$current" "1 2" ;;
     --block) _zlibvideo_words "$current" "16x16 32x32 64x64 128x128 256x256" ;;
     --level) _zlibvideo_words "$current" "0 1 2 3 4 5 6 7 8 9" ;;

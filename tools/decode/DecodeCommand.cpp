@@ -6,14 +6,15 @@
 #include "tools/Commands.h"
 #include "tools/cli/InputFile.h"
 #include "tools/cli/Options.h"
-#include "tools/decode/DecodeOptions.h"
-#include "tools/decode/NamePattern.h"
+#include "tools/cli/Wording.h"
 #include "tools/decode/RunDecode.h"
+#include "tools/decode/formats/NamePattern.h"
+#include "tools/decode/formats/OutputFormat.h"
 
 namespace zlibvideo {
 namespace {
 
-constexpr const char* kFooter = R"(
+constexpr const char* kExamples = R"(
 Examples:
   zlibvideo decode movie.zvm -o pictures/%04d.png
       Write pictures/0001.png and so on, one for each message that is decoded;
@@ -27,21 +28,9 @@ Examples:
   zlibvideo decode movie.zvm --format hash > movie.hashes
   zlibvideo decode movie.zvm --verify movie.hashes
       List what every message decodes to; later, check that it still does.
+)";
 
-Formats, by default as the extension of the output says:
-  png    a PNG file for each picture (with "-o -" one after another)
-  bgra   raw pixels of all pictures, rows from the top, 4 bytes a pixel: blue,
-         green, red, opacity (.bgra, .raw)
-  hash   a line for each message: INDEX STATUS WIDTHxHEIGHT CRC32. The index is
-         from 0; the status is 1, or 0 for a failed message; the CRC-32 is that
-         of the picture's bytes in format bgra (.hash, .hashes)
-  webp   one lossless animated WebP file, assembled in memory
-  y4m    one YUV4MPEG2 file, 4:4:4, limited-range BT.709, 10-bit samples, from
-         which every colour can be restored exactly
-  null   nothing, for timing
-A webp or y4m file has pictures of one size. Where the stream changes its size,
-another file begins: movie-2.webp after movie.webp.
-
+constexpr const char* kFooterEnd = R"(
 A message that fails is reported on standard error, with its index from 0 and
 its place in the file, and decoding goes on with the next. With --verify, one
 that fails as listed is not a fault.
@@ -50,10 +39,57 @@ Exit status: 0 all decoded; 1 could not run, or there is no whole message, or
 the range begins after the last one; 2 some messages failed or the file is cut
 off; 3 a difference from the --verify file.)";
 
-constexpr const char* kOutputHelp =
-    R"(Output file, "-" for stdout. For png a name with a
-number in it (%04d.png), an existing folder, or a
-plain name for one picture; not used with null)";
+using Files = OutputFormat::Files;
+
+/// The names of those formats that `wanted` picks, each after `prefix`, with `separator` between.
+template <typename Wanted>
+std::string Names(const std::string& separator, Wanted wanted, const std::string& prefix = "") {
+  std::string names;
+  for (const OutputFormat& format : OutputFormats()) {
+    if (!wanted(format)) continue;
+    names += (names.empty() ? "" : separator) + prefix + format.name;
+  }
+  return names;
+}
+
+std::string AllNames() {
+  return Names("|", [](const OutputFormat& /*format*/) { return true; });
+}
+
+std::string NamesWith(Files files) {
+  return Names(" or ", [files](const OutputFormat& format) { return format.files == files; });
+}
+
+std::string NamesWithFrameRate() {
+  return Names(" and ", [](const OutputFormat& format) { return format.hasFrameRate; });
+}
+
+/// What help says of a format, below the others.
+std::string Explain(const OutputFormat& format) {
+  constexpr std::size_t kNameWidth = 7;
+  constexpr const char* kLineStart = "\n         ";
+  const std::string text = "\n  " + AlignLeft(format.name, kNameWidth) +
+                           CLI::detail::find_and_replace(format.help, "\n", kLineStart);
+  if (format.otherExtension == nullptr) return text;
+  return text + " (." + format.name + ", ." + format.otherExtension + ")";
+}
+
+std::string Footer() {
+  std::string text = kExamples;
+  text += "\nFormats, by default as the extension of the output says:";
+  for (const OutputFormat& format : OutputFormats()) text += Explain(format);
+  text += "\nA " + NamesWith(Files::kOnePerSize) +
+          " file has pictures of one size. Where the stream changes its size,\n"
+          "another file begins: movie-2.webp after movie.webp.\n";
+  return text + kFooterEnd;
+}
+
+std::string OutputHelp() {
+  return "Output file, \"-\" for stdout. For " + NamesWith(Files::kOnePerPicture) +
+         " a name with a\nnumber in it (%04d.png), an existing folder, or a\n"
+         "plain name for one picture; not used with " +
+         NamesWith(Files::kNone);
+}
 
 /// What is typed, before it is checked.
 struct Arguments {
@@ -76,70 +112,68 @@ bool IsFolder(const std::string& path) {
 
 void ChooseFormat(Arguments* arguments) {
   DecodeOptions& options = arguments->options;
+  const std::string& output = options.output.path;
   if (!arguments->format.empty()) {
-    options.format = FormatByName(arguments->format).value();
+    options.format = FormatByName(arguments->format);
     return;
   }
-  if (options.output.empty()) {
-    throw CLI::ValidationError(
-        "an output is required: -o FILE, --format hash, --format null or --verify FILE");
+  if (output.empty()) {
+    const auto withoutFile = [](const OutputFormat& format) { return !format.WritesPictures(); };
+    throw CLI::ValidationError("an output is required: -o FILE, " +
+                               Names(", ", withoutFile, "--format ") + " or --verify FILE");
   }
-  if (IsFolder(options.output)) {
-    options.format = OutputFormat::kPng;
-    return;
+  options.format = IsFolder(output) ? FormatByName("png") : FormatByExtension(output);
+  if (options.format == nullptr) {
+    throw Unfit("-o", output, "has no extension that names a format; add --format " + AllNames());
   }
-  const auto format = FormatByExtension(options.output);
-  if (!format.has_value()) {
-    throw Unfit("-o", options.output,
-                "has no extension that names a format; add --format " + FormatNames());
-  }
-  options.format = *format;
 }
 
-/// In formats other than png a percent sign is like any other character, unless a number was meant.
-void CheckName(const std::string& output, OutputFormat format) {
+/// In a name that no picture's number belongs to, a percent sign is like any other character,
+/// unless a number was meant.
+void CheckName(const std::string& output, const OutputFormat& format) {
   NamePattern pattern;
   std::string problem;
   const bool valid = NamePattern::Parse(output, &pattern, &problem);
-  if (format == OutputFormat::kPng) {
+  if (format.files == Files::kOnePerPicture) {
     if (!valid) throw Unfit("-o", output, problem);
   } else if (valid && pattern.HasNumber()) {
     throw Unfit("-o", output,
-                "has a picture number, which only png supports; give the name of one file");
+                "has a picture number, which only " + NamesWith(Files::kOnePerPicture) +
+                    " supports; give the name of one file");
   }
 }
 
 /// The pictures of a folder, as a `NamePattern`.
-std::string PatternIn(const std::string& folder) {
+std::string PatternIn(const std::string& folder, const std::string& extension) {
   std::string escaped;
   for (const char c : folder) escaped += c == '%' ? "%%" : std::string(1, c);
-  return (std::filesystem::path(escaped) / "%04d.png").string();
+  return (std::filesystem::path(escaped) / ("%04d." + extension)).string();
 }
 
-void CheckOutput(DecodeOptions* options) {
-  if (options->format == OutputFormat::kNull) {
-    if (options->output.empty()) return;
-    throw Unfit("-o", options->output, "cannot be used: format null writes no file");
+void CheckOutput(const OutputFormat& format, std::string* output) {
+  if (format.files == Files::kNone) {
+    if (output->empty()) return;
+    throw Unfit("-o", *output,
+                std::string("cannot be used: format ") + format.name + " writes no file");
   }
-  if (options->output.empty()) {
-    if (options->format != OutputFormat::kHash) {
+  if (output->empty()) {
+    if (!format.isText) {
       throw CLI::ValidationError("-o FILE is required, or \"-o -\" for standard output");
     }
-    options->output = kStandardStreamName;
+    *output = kStandardStreamName;
   }
-  if (options->format == OutputFormat::kPng && IsFolder(options->output)) {
-    options->output = PatternIn(options->output);
+  if (format.files == Files::kOnePerPicture && IsFolder(*output)) {
+    *output = PatternIn(*output, format.name);
   }
-  CheckName(options->output, options->format);
+  CheckName(*output, format);
 }
 
 void CheckMovieOptions(const Arguments& arguments) {
-  const OutputFormat format = arguments.options.format;
-  const bool isY4m = format == OutputFormat::kY4m;
-  if (!arguments.frameRate.empty() && !isY4m && format != OutputFormat::kWebp) {
-    throw Unfit("--fps", arguments.frameRate, "applies only to webp and y4m");
+  const OutputFormat* const format = arguments.options.format;
+  if (!arguments.frameRate.empty() && (format == nullptr || !format->hasFrameRate)) {
+    throw Unfit("--fps", arguments.frameRate, "applies only to " + NamesWithFrameRate());
   }
-  if (arguments.options.y4m8Bit && !isY4m) {
+  if (arguments.options.output.y4m8Bit && format != FormatByName("y4m")) {
     throw CLI::ValidationError("--y4m-8bit", "applies only to y4m");
   }
 }
@@ -151,13 +185,13 @@ void Check(Arguments* arguments) {
         "--from", std::to_string(options.from) + " is after --to " + std::to_string(options.to));
   }
   if (!arguments->frameRate.empty() &&
-      !FrameRate::Parse(arguments->frameRate, &options.frameRate)) {
+      !FrameRate::Parse(arguments->frameRate, &options.output.frameRate)) {
     throw Unfit("--fps", arguments->frameRate,
                 "is not a frame rate from 0.1 to 1000, such as 10, 29.97 or 30000/1001");
   }
   if (options.verify.empty()) {
     ChooseFormat(arguments);
-    CheckOutput(&options);
+    CheckOutput(*options.format, &options.output.path);
   } else if (options.verify == kStandardStreamName && options.input == kStandardStreamName) {
     throw Unfit("--verify", options.verify, "is already used for the message file");
   }
@@ -167,24 +201,24 @@ void Check(Arguments* arguments) {
 CLI::Validator FormatValidator() {
   return CLI::Validator(
       [](std::string& value) {
-        return FormatByName(value).has_value() ? std::string()
-                                               : "\"" + value + "\" is not one of " + FormatNames();
+        return FormatByName(value) != nullptr ? std::string()
+                                              : "\"" + value + "\" is not one of " + AllNames();
       },
       "", "format");
 }
 
 void AddOutputOptions(CLI::App* command, Arguments* arguments) {
   DecodeOptions& options = arguments->options;
-  CLI::Option* output = command->add_option("-o,--output", options.output, kOutputHelp)
+  CLI::Option* output = command->add_option("-o,--output", options.output.path, OutputHelp())
                             ->type_name("FILE")
                             ->check(FileNameValidator());
   CLI::Option* format = command->add_option("--format", arguments->format, "Format of the output")
-                            ->type_name(FormatNames())
+                            ->type_name(AllNames())
                             ->check(FormatValidator());
-  command->add_option("--fps", arguments->frameRate, "Pictures a second in webp and y4m")
+  command->add_option("--fps", arguments->frameRate, "Pictures a second in " + NamesWithFrameRate())
       ->type_name("RATE")
       ->default_str("10");
-  command->add_flag("--y4m-8bit", options.y4m8Bit,
+  command->add_flag("--y4m-8bit", options.output.y4m8Bit,
                     "8-bit samples in y4m, for more players; colours\nare not exact");
   CLI::Option* from = command->add_option("--from", options.from, "First message to write, from 1")
                           ->type_name("N")
@@ -202,7 +236,7 @@ void AddOutputOptions(CLI::App* command, Arguments* arguments) {
 
 void AddDecodeCommand(CLI::App& app, int* exitStatus) {
   CLI::App* command = app.add_subcommand("decode", "Decode a message file into pictures");
-  command->footer(kFooter);
+  command->footer(Footer());
   const auto arguments = std::make_shared<Arguments>();
   command->add_option("IN.zvm", arguments->options.input, "Message file, \"-\" for stdin")
       ->type_name("")

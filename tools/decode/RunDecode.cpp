@@ -7,8 +7,6 @@
 #include "tools/cli/Terminal.h"
 #include "tools/cli/ToolError.h"
 #include "tools/cli/Wording.h"
-#include "tools/decode/FrameSink.h"
-#include "tools/decode/MakeSink.h"
 #include "tools/stream/Diagnosis.h"
 #include "tools/stream/MessageFile.h"
 #include "tools/stream/StreamDecoder.h"
@@ -17,6 +15,11 @@ namespace zlibvideo {
 namespace {
 
 using Result = MessageFileReader::Result;
+
+std::unique_ptr<FrameSink> MakeSink(const DecodeOptions& options) {
+  if (!options.verify.empty()) return MakeVerifySink(options.verify);
+  return options.format->make(options.output);
+}
 
 /// One run over a message file.
 class DecodeRun {
@@ -91,7 +94,7 @@ bool DecodeRun::IsWanted(const FileMessage& message) const {
 }
 
 bool DecodeRun::WantsProgressBar() const {
-  return !fOptions.quiet && !IsTerminal(fOptions.output);
+  return !fOptions.quiet && !IsTerminal(fOptions.output.path);
 }
 
 void DecodeRun::RequireRange(Result end) const {
@@ -102,7 +105,7 @@ void DecodeRun::RequireRange(Result end) const {
 }
 
 ExitStatus DecodeRun::Conclude(Result end) const {
-  if (end == Result::kEnd && WritesPictures(fOptions.format) && fPicturesWritten == 0) {
+  if (end == Result::kEnd && fOptions.WritesPictures() && fPicturesWritten == 0) {
     PrintLine(fReader.Name() + ": no picture was written (" +
               Counted(fReader.MessageCount(), "message") + " read)");
   }
@@ -114,7 +117,7 @@ ExitStatus DecodeRun::Conclude(Result end) const {
 
 int RunDecode(const DecodeOptions& options) {
   ProtectInput(options.input);
-  if (WritesPictures(options.format)) RefuseTerminal(options.output);
+  if (options.WritesPictures()) RefuseTerminal(options.output.path);
   return DecodeRun(options).Run();
 }
 

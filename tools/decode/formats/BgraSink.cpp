@@ -1,13 +1,13 @@
-#ifndef ZLIBVIDEO_TOOLS_DECODE_BGRASINK_H
-#define ZLIBVIDEO_TOOLS_DECODE_BGRASINK_H
-
+#include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "tools/cli/OutputFile.h"
-#include "tools/decode/FrameSink.h"
+#include "tools/decode/formats/OutputFormat.h"
 
 namespace zlibvideo {
+namespace {
 
 /// Writes the pixels of all pictures one after another into one file, as `FrameView` has them. The
 /// file appears with the first picture.
@@ -28,6 +28,10 @@ class BgraSink : public FrameSink {
   std::optional<OutputFile> fFile;
 };
 
-}  // namespace zlibvideo
+}  // namespace
 
-#endif  // ZLIBVIDEO_TOOLS_DECODE_BGRASINK_H
+std::unique_ptr<FrameSink> MakeBgraSink(const OutputOptions& options) {
+  return std::make_unique<BgraSink>(options.path);
+}
+
+}  // namespace zlibvideo

@@ -1,14 +1,28 @@
-#ifndef ZLIBVIDEO_TOOLS_DECODE_MOVIESINK_H
-#define ZLIBVIDEO_TOOLS_DECODE_MOVIESINK_H
+#ifndef ZLIBVIDEO_TOOLS_DECODE_FORMATS_MOVIESINK_H
+#define ZLIBVIDEO_TOOLS_DECODE_FORMATS_MOVIESINK_H
 
 #include <functional>
 #include <memory>
 #include <string>
 
-#include "tools/decode/FrameSink.h"
-#include "tools/decode/MovieWriter.h"
+#include "tools/decode/formats/OutputFormat.h"
+#include "tools/pictures/Picture.h"
 
 namespace zlibvideo {
+
+/// Writes a movie file, whose pictures are of one size. Errors are thrown as `ToolError`.
+class MovieWriter {
+ public:
+  MovieWriter() = default;
+  virtual ~MovieWriter() = default;
+  MovieWriter(const MovieWriter&) = delete;
+  MovieWriter& operator=(const MovieWriter&) = delete;
+
+  /// Adds a picture of the size that the movie was begun with.
+  virtual void Add(const FrameView& frame) = 0;
+  /// Completes the file and puts it under its name.
+  virtual void Finish() = 0;
+};
 
 /// Makes a movie of the pictures. A movie has one size: when the stream changes the size, the
 /// movie so far is completed and the rest goes to a further file, "movie-2.webp" after
@@ -39,4 +53,4 @@ class MovieSink : public FrameSink {
 
 }  // namespace zlibvideo
 
-#endif  // ZLIBVIDEO_TOOLS_DECODE_MOVIESINK_H
+#endif  // ZLIBVIDEO_TOOLS_DECODE_FORMATS_MOVIESINK_H

@@ -1,10 +1,30 @@
-#include "tools/decode/PngSink.h"
+#include <memory>
+#include <string>
+#include <vector>
 
 #include "tools/cli/OutputFile.h"
 #include "tools/cli/ToolError.h"
+#include "tools/decode/formats/NamePattern.h"
+#include "tools/decode/formats/OutputFormat.h"
 #include "tools/pictures/Png.h"
 
 namespace zlibvideo {
+namespace {
+
+/// Writes a PNG file for each picture, numbered by its message from 1. With "-" the files go to
+/// standard output one after another; a name without a number takes one picture.
+class PngSink : public FrameSink {
+ public:
+  explicit PngSink(const std::string& output);
+
+  void WritePicture(std::uint64_t index, const FrameView& frame) override;
+
+ private:
+  std::string fOutput;
+  NamePattern fPattern;
+  bool fWritten = false;
+  std::vector<unsigned char> fPng;
+};
 
 PngSink::PngSink(const std::string& output) : fOutput(output) {
   std::string problem;
@@ -24,6 +44,12 @@ void PngSink::WritePicture(std::uint64_t index, const FrameView& frame) {
   file.Write(fPng.data(), fPng.size());
   file.Commit();
   fWritten = true;
+}
+
+}  // namespace
+
+std::unique_ptr<FrameSink> MakePngSink(const OutputOptions& options) {
+  return std::make_unique<PngSink>(options.path);
 }
 
 }  // namespace zlibvideo

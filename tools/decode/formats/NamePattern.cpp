@@ -1,4 +1,4 @@
-#include "tools/decode/NamePattern.h"
+#include "tools/decode/formats/NamePattern.h"
 
 #include <cctype>
 

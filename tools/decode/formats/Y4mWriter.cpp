@@ -1,9 +1,12 @@
-#include "tools/decode/Y4mWriter.h"
-
 #include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
 
-#include "tools/decode/Bt709.h"
+#include "tools/cli/OutputFile.h"
+#include "tools/decode/formats/Bt709.h"
+#include "tools/decode/formats/MovieSink.h"
 
 namespace zlibvideo {
 namespace {
@@ -37,7 +40,20 @@ void Convert(const FrameView& frame, std::vector<unsigned char>* planes) {
   }
 }
 
-}  // namespace
+/// Writes YUV4MPEG2 with as many chroma samples as luma ones (4:4:4), colours as `Bt709` has them:
+/// 10-bit samples (C444p10, two bytes, least significant first) or 8-bit ones (C444).
+class Y4mWriter : public MovieWriter {
+ public:
+  Y4mWriter(const std::string& path, const FrameView& first, FrameRate rate, bool use8Bit);
+
+  void Add(const FrameView& frame) override;
+  void Finish() override { fFile.Commit(); }
+
+ private:
+  OutputFile fFile;
+  bool fUse8Bit;
+  std::vector<unsigned char> fPlanes;
+};
 
 Y4mWriter::Y4mWriter(const std::string& path, const FrameView& first, FrameRate rate, bool use8Bit)
     : fFile(path), fUse8Bit(use8Bit) {
@@ -56,6 +72,16 @@ void Y4mWriter::Add(const FrameView& frame) {
   }
   fFile.Write("FRAME\n");
   fFile.Write(fPlanes.data(), fPlanes.size());
+}
+
+}  // namespace
+
+std::unique_ptr<FrameSink> MakeY4mSink(const OutputOptions& options) {
+  return std::make_unique<MovieSink>(
+      options.path, [rate = options.frameRate, use8Bit = options.y4m8Bit](const std::string& path,
+                                                                          const FrameView& first) {
+        return std::make_unique<Y4mWriter>(path, first, rate, use8Bit);
+      });
 }
 
 }  // namespace zlibvideo

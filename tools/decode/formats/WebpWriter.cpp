@@ -1,11 +1,14 @@
-#include "tools/decode/WebpWriter.h"
-
 #include <webp/encode.h>
 #include <webp/mux.h>
 
+#include <cstdint>
+#include <memory>
 #include <new>
+#include <string>
 
+#include "tools/cli/OutputFile.h"
 #include "tools/cli/ToolError.h"
+#include "tools/decode/formats/MovieSink.h"
 
 namespace zlibvideo {
 namespace {
@@ -41,7 +44,30 @@ WebPConfig LosslessConfig() {
   return config;
 }
 
-}  // namespace
+/// Writes a lossless animated WebP that plays in a loop. The compressed movie is held in memory
+/// until it is complete: the format's header comes first and tells its length.
+class WebpWriter : public MovieWriter {
+ public:
+  WebpWriter(const std::string& path, const FrameView& first, FrameRate rate);
+  ~WebpWriter() override;
+
+  void Add(const FrameView& frame) override;
+  void Finish() override;
+
+ private:
+  struct DeleteEncoder {
+    void operator()(WebPAnimEncoder* encoder) const;
+  };
+
+  [[noreturn]] void Fail(const std::string& problem) const;
+  /// When the next picture begins, in milliseconds.
+  int Now() const { return static_cast<int>(fRate.StartOf(fPictures)); }
+
+  OutputFile fFile;
+  FrameRate fRate;
+  std::uint64_t fPictures = 0;
+  std::unique_ptr<WebPAnimEncoder, DeleteEncoder> fEncoder;
+};
 
 void WebpWriter::DeleteEncoder::operator()(WebPAnimEncoder* encoder) const {
   WebPAnimEncoderDelete(encoder);
@@ -91,6 +117,15 @@ void WebpWriter::Finish() {
 
 void WebpWriter::Fail(const std::string& problem) const {
   throw ToolError(fFile.Name() + ": cannot be written as WebP: " + problem);
+}
+
+}  // namespace
+
+std::unique_ptr<FrameSink> MakeWebpSink(const OutputOptions& options) {
+  return std::make_unique<MovieSink>(
+      options.path, [rate = options.frameRate](const std::string& path, const FrameView& first) {
+        return std::make_unique<WebpWriter>(path, first, rate);
+      });
 }
 
 }  // namespace zlibvideo

@@ -1,4 +1,4 @@
-#include "tools/decode/MovieSink.h"
+#include "tools/decode/formats/MovieSink.h"
 
 #include <filesystem>
 #include <utility>

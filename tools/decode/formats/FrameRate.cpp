@@ -1,4 +1,4 @@
-#include "tools/decode/FrameRate.h"
+#include "tools/decode/formats/FrameRate.h"
 
 #include <numeric>
 #include <optional>
