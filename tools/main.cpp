@@ -54,7 +54,8 @@ Exit status: 0 all went well; 1 could not run (arguments, input, output);
 
 "zlibvideo COMMAND --help" explains a command by example.)";
 
-/// The library lists options that exclude one another in the order of their addresses.
+/// The library lists options that exclude one another in the order of their addresses, by which
+/// help would differ from run to run.
 class HelpFormatter : public CLI::Formatter {
  public:
   std::string make_option_opts(const CLI::Option* option) const override {
@@ -87,7 +88,19 @@ int PrintHelp(const CLI::App& app, const CLI::ParseError& request) {
   return status;
 }
 
-/// Arguments that nothing takes, in their order, which the library's own text reverses.
+/// "decode, record or info", with `last` for "or".
+std::string CommandNames(const CLI::App& app, const std::string& last) {
+  std::string names;
+  const auto commands = app.get_subcommands([](const CLI::App*) { return true; });
+  for (std::size_t i = 0; i < commands.size(); ++i) {
+    if (i > 0) names += i + 1 < commands.size() ? ", " : " " + last + " ";
+    names += commands[i]->get_name();
+  }
+  return names;
+}
+
+/// Arguments that nothing takes, in their order, which the library's own text reverses; a command
+/// that is none would be one of them.
 std::string ExplainExtras(const CLI::App& app) {
   std::vector<std::string> arguments = app.remaining(true);
   // A mark before positional arguments is among them.
@@ -98,52 +111,21 @@ std::string ExplainExtras(const CLI::App& app) {
       return text.empty() || text.front() != '-';
     });
     if (name != arguments.end()) {
-      return "\"" + *name + "\" is not a command; commands are decode, record and info";
+      return "\"" + *name + "\" is not a command; commands are " + CommandNames(app, "and");
     }
   }
   return (arguments.size() == 1 ? "unexpected argument: " : "unexpected arguments: ") +
          CLI::detail::join(arguments, " ");
 }
 
-/// An option with too few or too many values. The library's text begins with the option.
-std::string ExplainMismatch(const std::string& text) {
-  const std::string option = text.substr(0, text.find(':'));
-  if (text.ends_with(" missing")) return option + " needs a value";
-  if (text.find(": At Most 1 ") != std::string::npos) return option + " is given more than once";
-  return text;
-}
-
-/// A flag with a value. The library's text is "Could not convert: --flag = value".
-std::string ExplainConversion(const std::string& text) {
-  constexpr std::string_view kBegin = ": ";
-  const std::size_t begin = text.find(kBegin);
-  const std::size_t end = text.find(" = ");
-  if (begin == std::string::npos || end == std::string::npos) return text;
-  const std::size_t flag = begin + kBegin.size();
-  return text.substr(flag, end - flag) + " takes no value";
-}
-
-/// Options that exclude each other. The library's text is "--a excludes --b".
-std::string ExplainExcludes(std::string text) {
-  constexpr std::string_view kVerb = " excludes ";
-  const std::size_t place = text.find(kVerb);
-  if (place == std::string::npos) return text;
-  return text.replace(place, kVerb.size(), " and ") + " cannot be combined";
-}
-
+/// The library's words but for two: of arguments that nothing takes, and of an option without its
+/// value, "--from: 1 required N missing".
 std::string Explain(const CLI::App& app, const CLI::ParseError& error) {
-  switch (static_cast<CLI::ExitCodes>(error.get_exit_code())) {
-    case CLI::ExitCodes::ExtrasError:
-      return ExplainExtras(app);
-    case CLI::ExitCodes::ArgumentMismatch:
-      return ExplainMismatch(error.what());
-    case CLI::ExitCodes::ConversionError:
-      return ExplainConversion(error.what());
-    case CLI::ExitCodes::ExcludesError:
-      return ExplainExcludes(error.what());
-    default:
-      return error.what();
+  const std::string text = error.what();
+  if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::ExtrasError)) {
+    return ExplainExtras(app);
   }
+  return text.ends_with(" missing") ? text.substr(0, text.find(':')) + " needs a value" : text;
 }
 
 int ReportUsage(const CLI::App& app, const CLI::ParseError& error) {
@@ -170,7 +152,7 @@ int RunCommandLine(int argc, const char* const* argv) {
   try {
     app.parse(argc, argv);
     if (app.get_subcommands().empty())
-      throw CLI::ValidationError("a command is required: decode, record or info");
+      throw CLI::ValidationError("a command is required: " + CommandNames(app, "or"));
   } catch (const CLI::ParseError& error) {
     return ReportUsage(app, error);
   }
