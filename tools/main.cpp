@@ -18,7 +18,7 @@
 #include "tools/Commands.h"
 #include "tools/cli/InputFile.h"
 #include "tools/cli/OutputFile.h"
-#include "tools/cli/TemporaryFiles.h"
+#include "tools/cli/TemporaryFile.h"
 #include "tools/cli/Terminal.h"
 #include "tools/cli/ToolError.h"
 

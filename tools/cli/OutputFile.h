@@ -1,11 +1,12 @@
 #ifndef ZLIBVIDEO_TOOLS_CLI_OUTPUTFILE_H
 #define ZLIBVIDEO_TOOLS_CLI_OUTPUTFILE_H
 
-#include <sys/types.h>
-
 #include <cstddef>
 #include <cstdio>
+#include <optional>
 #include <string>
+
+#include "tools/cli/TemporaryFile.h"
 
 namespace zlibvideo {
 
@@ -34,15 +35,13 @@ class OutputFile {
   const std::string& Name() const { return fName; }
 
  private:
-  void OpenTemporary(const std::string& folder, mode_t mode);
-  void RemoveTemporary();
   [[noreturn]] void Fail(const char* what) const;
 
   std::string fName;
   /// Final path; symbolic links are followed. Empty for standard output.
   std::string fTarget;
-  /// Empty when the output is written to directly, and after `Commit`.
-  std::string fTemporary;
+  /// Absent when the output is written to directly.
+  std::optional<TemporaryFile> fTemporary;
   std::FILE* fStream = nullptr;
 };
 
