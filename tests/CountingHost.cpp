@@ -58,13 +58,13 @@ unsigned char* CountingBitmap::TopRow() const {
   return fPixels.get() + (bottomUp ? -GetRowLength() * (GetHeight() - 1) : 0);
 }
 
-Bytes CountingBitmap::Pixels() const {
+BitmapPixels CountingBitmap::Pixels() const {
   Bytes pixels;
   for (int row = 0; row < GetHeight(); ++row) {
     const unsigned char* start = TopRow() + GetRowLength() * row;
     pixels.insert(pixels.end(), start, start + GetWidth() * 4);
   }
-  return pixels;
+  return {GetWidth(), pixels};
 }
 
 }  // namespace zlibvideo

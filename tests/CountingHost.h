@@ -40,7 +40,7 @@ class CountingBitmap : public SBitmapCore {
   void Realloc(int width, int height, EBitmapType type);
   void PutAway() { fBaseAddress.Set(nullptr); }
   void DamageAField() { reinterpret_cast<unsigned char&>(fWidth) ^= 1; }
-  Bytes Pixels() const;  // rows from the top
+  BitmapPixels Pixels() const;
 
   int extra = 0;  // pixels more than asked for, to the right and below
   bool bottomUp = false;
@@ -71,6 +71,17 @@ struct DecoderProbe : ZLibVideoDecompressor {
   using ZLibVideoDecompressor::ZLibVideoDecompressor;
 };
 
+/// What a block has, for comparisons.
+inline std::span<const unsigned char> RawData(const BitmapDataBlock& block) {
+  return {block.fRawData, static_cast<std::size_t>(block.fRawDataSize)};
+}
+inline std::span<const unsigned char> PreviousData(const BitmapDataBlock& block) {
+  return {block.fPreviousData, static_cast<std::size_t>(block.fPreviousDataSize)};
+}
+inline std::span<const unsigned char> ConvertedData(const BitmapDataBlock& block) {
+  return {block.fConvertedData, static_cast<std::size_t>(block.fConvertedDataSize)};
+}
+
 /// A decoder and a video object on this host, which must get everything back.
 struct Player {
   Player() { Restart(); }
@@ -91,6 +102,10 @@ struct Player {
   bool Decode(const Bytes& message, bool skipPush = false) {
     const Vorn::GCAPI::GCRef<SObject> ref(video.get());
     return decoder->DecompressVideo(ref, MakeGuarded(message).get(), message.size(), skipPush);
+  }
+
+  testing::AssertionResult Shows(const BitmapPixels& expected) const {
+    return SamePixels(expected, video->bitmap.Pixels());
   }
 
   std::unique_ptr<DecoderProbe> decoder;

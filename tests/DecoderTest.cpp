@@ -120,12 +120,12 @@ TEST_F(DecoderTest, DrawsOnlyWhatWasDecodedAndAskedFor) {
   bad.records[1].payload = {1, 2};
   EXPECT_FALSE(Decode(bad.Build()));
   EXPECT_TRUE(Host().calls.size() == 6 && decoder->fDecodedFrameCount == 3);
-  EXPECT_EQ(video->bitmap.Pixels(), picture.Bitmap());
+  EXPECT_TRUE(Shows(picture.Bitmap()));
   // The block before the bad one keeps its new pixels.
   bad.records = {{}, {.payload = Zlib(picture.blocks[0])}};
   EXPECT_TRUE(Decode(bad.Build()));
   std::swap(picture.blocks[0], picture.blocks[1]);
-  EXPECT_EQ(video->bitmap.Pixels(), picture.Bitmap());
+  EXPECT_TRUE(Shows(picture.Bitmap()));
   video->record.fBitmap = nullptr;  // a video object without a bitmap, and one without a record
   EXPECT_TRUE(Decode(bytes));
   video->RemoveRecord();

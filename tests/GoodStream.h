@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "tests/SameBytes.h"
 #include "tests/StreamBuilder.h"
 
 namespace zlibvideo {
@@ -36,8 +37,8 @@ struct PlainPicture {
     return message;
   }
 
-  /// Bitmap bytes, rows from the top, found pixel by pixel.
-  Bytes Bitmap() const {
+  /// What a bitmap of this size shows, found pixel by pixel.
+  BitmapPixels Bitmap() const {
     Bytes bitmap;
     const int columns = (header.imageWidth - 1) / header.blockWidth + 1;
     for (int y = header.imageHeight - 1; y >= 0; --y) {
@@ -49,7 +50,7 @@ struct PlainPicture {
         bitmap.push_back(255);
       }
     }
-    return bitmap;
+    return {header.imageWidth, bitmap};
   }
 };
 
@@ -81,7 +82,8 @@ inline Bytes ReduceColors(Bytes* block) {
 }
 
 struct Step {
-  Bytes message, bitmap;
+  Bytes message;
+  BitmapPixels bitmap;
 };
 
 /// Messages for one decoder that use every part of both versions, each with its picture.
