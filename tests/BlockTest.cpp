@@ -9,6 +9,8 @@
 namespace zlibvideo {
 namespace {
 
+using namespace formats;
+
 Bytes Damaged(Bytes bytes) {
   bytes.back() ^= 1;
   return bytes;
@@ -32,6 +34,13 @@ struct PayloadCase {
   Bytes left = {};    // under the writes, where zlib leaves the room behind its output alone
 };
 
+/// A body, the bytes of it that count, and those that the first block of the grid has then.
+struct BodyCase {
+  const char* name;
+  Message message;
+  int result, rawDataSize;
+};
+
 class BlockTest : public DecoderTest {
  protected:
   int Unpack(const Message& message) {
@@ -42,8 +51,31 @@ class BlockTest : public DecoderTest {
                                   static_cast<char>(h.codecType), 0);
   }
 
+  /// Unpacks each body as a decoder's first.
+  void CheckBodies(const std::vector<BodyCase>& cases) {
+    for (const auto& [name, message, result, rawDataSize] : cases) {
+      SCOPED_TRACE(name);
+      Restart();
+      EXPECT_EQ(Unpack(message), result);
+      EXPECT_EQ(decoder->GetBlock(0, 0)->fRawDataSize, rawDataSize);
+    }
+  }
+
+  static Message V1(const std::vector<Record>& records, const Bytes& rest = {}) {
+    return {.header = Header(3, 32, 32, 16, 16), .records = records, .rest = rest};
+  }
+  static Message V2(const std::vector<Record>& records, unsigned int flags = 0,
+                    const Bytes& rest = {}, const std::optional<Bytes>& palette = {}) {
+    return {Header(6, 16, 16, 16, 16), flags, palette, records, rest};
+  }
+
   /// Decodes the payload and looks at all that it may change.
   void CheckPayload(const PayloadCase& c);
+
+  const Bytes zeros = Zlib(Bytes(768));
+  const int z = static_cast<int>(zeros.size());
+  const Record plain{.payload = zeros}, direct{.format = kDirect, .payload = zeros}, none{},
+      cut{.claimedSize = 1};
 };
 
 void BlockTest::CheckPayload(const PayloadCase& c) {
@@ -57,8 +89,9 @@ void BlockTest::CheckPayload(const PayloadCase& c) {
     const int size = data ? static_cast<int>(data->size()) : 0;
     return !data || ((b.*set)(raw.data(), 1) && (b.*set)(data->data(), size));
   };
-  EXPECT_TRUE(b.SetRawData(nullptr, 848) && give(&BitmapDataBlock::SetPreviousData, c.previous) &&
-              give(&BitmapDataBlock::SetConvertedData, c.converted));
+  ASSERT_TRUE(b.SetRawData(nullptr, 848));
+  ASSERT_TRUE(give(&BitmapDataBlock::SetPreviousData, c.previous));
+  ASSERT_TRUE(give(&BitmapDataBlock::SetConvertedData, c.converted));
   b.fFormat = static_cast<std::uint8_t>(c.format);
   b.fDiffRowStart = static_cast<std::uint8_t>(c.band.start);
   b.fDiffRowCount = static_cast<std::uint8_t>(c.band.rows);
@@ -71,83 +104,93 @@ void BlockTest::CheckPayload(const PayloadCase& c) {
   std::copy(c.left.begin(), c.left.end(), raw.begin());
   if (!ZlibLeavesRoomAlone()) raw.assign(b.fRawData, b.fRawData + 848);
   for (const auto& [at, bytes] : c.writes) std::copy(bytes.begin(), bytes.end(), raw.begin() + at);
-  const bool direct = (c.format & 0x07) == 0;
-  if (c.decodes || !direct) {
+  const bool isDirect = (c.format & (kPrimed | kIntermediate | kBanded)) == 0;
+  if (c.decodes || !isDirect) {
     EXPECT_TRUE(SameBytes(raw, std::span(b.fRawData, 848), {16, 3}));
   }
   EXPECT_TRUE(
-      SameBytes(direct && c.length != 0 ? Slice(raw, 0, c.length) : c.previous.value_or(Bytes{}),
+      SameBytes(isDirect && c.length != 0 ? Slice(raw, 0, c.length) : c.previous.value_or(Bytes{}),
                 PreviousData(b)));
   EXPECT_TRUE(
       SameBytes(c.stream.empty() ? c.converted.value_or(Bytes{}) : c.stream, ConvertedData(b)));
 }
 
-TEST_F(BlockTest, CountsWhatABodyConsumes) {
-  const FrameHeader v1 = Header(3, 32, 32, 16, 16), v2 = Header(6, 16, 16, 16, 16);
-  const Bytes zeros = Zlib(Bytes(768)), colors = Zlib(PaletteColors()), damaged = Damaged(colors);
+TEST_F(BlockTest, CountsWhatAVersion1BodyConsumes) {
+  const Record tooLong{.payload = Zlib(Bytes(849))}, damaged{.payload = Damaged(zeros)};
+  CheckBodies({{"empty", V1({none, none, none, none}), 8, 0},
+               {"rest", V1({plain, none, none, none}, Bytes(10)), 8 + z, 768},
+               {"half a size", V1({plain, none, none}, {0}), -1, 768},
+               {"cut record", V1({none, none, none, cut}), -1, 0},
+               {"too long", V1({tooLong, none, none, none}), -1, 0},
+               {"damaged", V1({damaged, none, none, none}), -1, 0},
+               {"type 2", {.header = Header(2, 16, 16, 16, 16), .records = {plain}}, 2 + z, 0}});
+}
+
+TEST_F(BlockTest, CountsWhatAVersion2BodyConsumes) {
+  const Record noBand{.format = kBanded}, halfABand{.format = kBanded, .payload = {1}};
+  CheckBodies({{"empty", V2({none}), 2, 0},
+               {"unread flags, rest", V2({direct}, 0xFC, {0}), 3 + z, 768},
+               {"no band", V2({noBand}), -1, 0},
+               {"half a band", V2({halfABand}), -1, 0},
+               {"one pass", V2({direct}, kFlagSecondPass), 3 + z, 768},
+               {"two passes", V2({none, direct}, kFlagSecondPass), 5 + z, 768},
+               {"second pass cut", V2({direct, cut}, kFlagSecondPass), -1, 768},
+               {"first pass cut", V2({cut}, kFlagSecondPass), -1, 0}});
+}
+
+TEST_F(BlockTest, WalksPaletteRecordsOfAnyKind) {
+  CheckBodies({{"no size", V2({}, kFlagPalette), -1, 0},
+               {"half a size", V2({}, kFlagPalette, {0}), -1, 0},
+               // Its two bytes count, and the record is read behind them.
+               {"does not fit", V2({{.claimedSize = 9}}, kFlagPalette, {0, 0}), 4, 0},
+               {"empty", V2({direct}, 0, {}, Bytes{}), 5 + z, 768}});
+}
+
+TEST_F(BlockTest, InstallsOnlyAWholePalette) {
+  const Bytes colors = Zlib(PaletteColors());
   Bytes many = PaletteColors();
   many.push_back(0);
-  const Bytes few = Zlib(Slice(many, 0, 383));
-  many = Zlib(many);
-  const Record plain{.payload = zeros}, direct{.format = 0, .payload = zeros}, none{},
-      cut{.claimedSize = 1};
-  const auto z = static_cast<int>(zeros.size()), c = static_cast<int>(colors.size());
-  const auto f = static_cast<int>(few.size()), m = static_cast<int>(many.size());
-  // clang-format off
-  const struct {
-    Message message;
-    int result, rawDataSize;
-  } cases[] = {
-      {{.header = v1, .records = {none, none, none, none}}, 8, 0},
-      {{.header = v1, .records = {plain, none, none, none}, .rest = Bytes(10)}, 8 + z, 768},
-      {{.header = v1, .records = {plain, none, none}, .rest = {0}}, -1, 768},
-      {{.header = v1, .records = {none, none, none, cut}}, -1, 0},
-      {{.header = v1, .records = {{.payload = Zlib(Bytes(849))}, none, none, none}}, -1, 0},
-      {{.header = v1, .records = {{.payload = Damaged(zeros)}, none, none, none}}, -1, 0},
-      {{.header = Header(2, 16, 16, 16, 16), .records = {plain}}, 2 + z, 0},
-      {{.header = v2, .records = {none}}, 2, 0},
-      {{.header = v2, .flags = 0xFC, .records = {direct}, .rest = {0}}, 3 + z, 768},
-      {{.header = v2, .flags = 0x01}, -1, 0},
-      {{.header = v2, .flags = 0x01, .rest = {0}}, -1, 0},
-      {{.header = v2, .flags = 0x01, .records = {{.claimedSize = 9}}, .rest = {0, 0}}, 4, 0},
-      {{.header = v2, .palette = Bytes{}, .records = {direct}}, 5 + z, 768},
-      {{.header = v2, .palette = colors, .records = {direct}}, 5 + c + z, 768},
-      {{.header = v2, .palette = damaged, .records = {none}}, 4 + c, 0},
-      {{.header = v2, .palette = few, .records = {none}}, 4 + f, 0},
-      {{.header = v2, .palette = many, .records = {none}}, 4 + m, 0},
-      {{.header = v2, .flags = 0x02, .records = {direct}}, 3 + z, 768},
-      {{.header = v2, .flags = 0x02, .records = {none, direct}}, 5 + z, 768},
-      {{.header = v2, .flags = 0x02, .records = {direct, cut}}, -1, 768},
-      {{.header = v2, .flags = 0x02, .records = {cut}}, -1, 0},
-      {{.header = v2, .records = {{.format = 4}}}, -1, 0},
-      {{.header = v2, .records = {{.format = 4, .payload = {1}}}}, -1, 0},
-      {{.header = v2, .records = {{.format = 0xE4, .band = Band{1, 2}}}}, -1, 0}};
-  // clang-format on
-  for (const auto& [message, result, rawDataSize] : cases) {
-    Restart();
-    const int unpacked = Unpack(message);
-    EXPECT_EQ(std::pair(unpacked, decoder->GetBlock(0, 0)->fRawDataSize),
-              std::pair(result, rawDataSize));
-    EXPECT_EQ(decoder->fPalette && decoder->fPalette[1] == 0x0102FE, message.palette == colors);
+  for (const auto& [name, palette] : {std::pair{"whole", colors},
+                                      {"damaged", Damaged(colors)},
+                                      {"a byte short", Zlib(Slice(many, 0, 383))},
+                                      {"a byte long", Zlib(many)}}) {
+    const auto size = static_cast<int>(palette.size());
+    CheckBodies({{name, V2({direct}, 0, {}, palette), 5 + size + z, 768}});
+    EXPECT_EQ(decoder->fPalette[1], palette == colors ? 0x0102FEu : 0x333333u) << name;
   }
-  // The last record failed for want of reference data; an empty one leaves its header bytes, and
-  // a message the colour table that there is.
-  decoder->fDecodeTable[9] = 8;
-  EXPECT_EQ(Unpack({.header = v2, .records = {none}}), 2);
-  EXPECT_EQ(decoder->fDecodeTable[9], 8u);
+}
+
+TEST_F(BlockTest, KeepsHeaderBytesUntilTheNextRecordThatHasAny) {
+  // There is no reference data for the band.
+  EXPECT_EQ(Unpack(V2({{kBanded | kUnreadBits, Band{1, 2}}})), -1);
+  EXPECT_EQ(Unpack(V2({none})), 2);
   const BitmapDataBlock& b = *decoder->GetBlock(0, 0);
-  EXPECT_EQ(std::tuple(b.fFormat, b.fDiffRowStart, b.fDiffRowCount), std::tuple(0xE4, 1, 2));
-  // A block that this pass has decoded, a grid that is gone, one without rows, too few bytes.
-  const HostBytes records = MakeGuarded({0, 1, 0x03, 0, 0, 0, 0, 0});
+  EXPECT_EQ(b.fFormat, kBanded | kUnreadBits);
+  EXPECT_EQ(b.fDiffRowStart, 1);
+  EXPECT_EQ(b.fDiffRowCount, 2);
+  EXPECT_EQ(Unpack(V2({direct})), 3 + z);
+  EXPECT_EQ(std::tuple(b.fFormat, b.fDiffRowStart, b.fDiffRowCount), std::tuple(0, 0, 0));
+}
+
+TEST_F(BlockTest, KeepsTheColourTableThatThereIs) {
+  EXPECT_EQ(Unpack(V2({none})), 2);
+  decoder->fDecodeTable[9] = 8;
+  EXPECT_EQ(Unpack(V2({none})), 2);
+  EXPECT_EQ(decoder->fDecodeTable[9], 8u);
+}
+
+TEST_F(BlockTest, WalksRecordsThatItHasNoUseFor) {
+  EXPECT_EQ(Unpack(V2({none})), 2);
+  const HostBytes records = MakeGuarded({0, 1, kIntermediate, 0, 0, 0, 0, 0});
   decoder->GetBlock(0, 0)->fProcessed = true;
-  EXPECT_EQ(decoder->UnpackBlocks(records.get(), 8, 6), 3);
+  EXPECT_EQ(decoder->UnpackBlocks(records.get(), 8, 6), 3) << "decoded in this pass";
   decoder->DeleteBlocks();
-  EXPECT_EQ(decoder->UnpackBlocks(records.get(), 8, 6), 3);
+  EXPECT_EQ(decoder->UnpackBlocks(records.get(), 8, 6), 3) << "no grid";
   decoder->fGridHeight = 0;
-  EXPECT_EQ(decoder->UnpackMessage(records.get(), 8, 3, 0), 0);
-  EXPECT_EQ(decoder->UnpackMessage(records.get(), 8, 6, 0), -1);
-  EXPECT_EQ(decoder->UnpackMessage(records.get(), 5, 6, 0), -1);
-  EXPECT_EQ(decoder->UnpackMessage(records.get(), 4, 3, 0), -1);
+  EXPECT_EQ(decoder->UnpackMessage(records.get(), 8, 3, 0), 0) << "no rows";
+  EXPECT_EQ(decoder->UnpackMessage(records.get(), 8, 6, 0), -1) << "no rows, version 2";
+  EXPECT_EQ(decoder->UnpackMessage(records.get(), 5, 6, 0), -1) << "no flags";
+  EXPECT_EQ(decoder->UnpackMessage(records.get(), 4, 3, 0), -1) << "no header";
 }
 
 TEST_F(BlockTest, FailsWhenCutAnywhere) {
@@ -156,7 +199,7 @@ TEST_F(BlockTest, FailsWhenCutAnywhere) {
   message.palette = Zlib(PaletteColors());
   message.flags = kFlagSecondPass;
   const std::size_t onePass = message.Build().size();
-  message.records.resize(8, Record{.format = 1, .payload = {3, 0}});
+  message.records.resize(8, Record{.format = kPrimed, .payload = {3, 0}});
   for (const Bytes& bytes : {version1, message.Build()}) {
     for (std::size_t length = 0; length <= bytes.size(); ++length) {
       Restart();
@@ -184,58 +227,58 @@ TEST_F(BlockTest, DecodesEveryKindOfVersion2Payload) {
   uncheckedRows.resize(uncheckedRows.size() - 4);
   // clang-format off
   const PayloadCase cases[] = {
-      {"direct", 0xE0, {}, Zlib(pixels), true, 768, {{0, pixels}}, P, C},
-      {"short", 0x00, {}, Zlib(rows), true, 96, {{0, rows}}, {}},
-      {"without pixels", 0x00, {}, Zlib({}), true, 0, {}, P},
-      {"empty", 0x00, {}, {}, true, 848, {}, P},
-      {"damaged", 0x00, {}, Damaged(Zlib(pixels)), false, 0, {}, P},
-      {"too long", 0x00, {}, Zlib(tooLong), false, 0, {}, P},
-      {"reduced", 0x90, {}, Zlib(codes), true, 9, {{0, bgr}}, P, C, codes},
-      {"most codes", 0x10, {}, Zlib(most), true, 846, {{0, Bytes(846, 255)}}, P, C, most},
-      {"too many codes", 0x10, {}, Zlib(oneMore), true, 848, {}, P, C, oneMore},
-      {"codes damaged", 0x10, {}, Damaged(Zlib(codes)), false, 0, {}, P, C},
-      {"codes empty", 0x10, {}, {}, true, 848, {}, P, C, Bytes(1024, 0xA5)},
-      {"colour field 1", 0x08, {}, Zlib(codes), true, 848, {}, P, C, codes},
-      {"colour field 3", 0x18, {}, Zlib(codes), true, 848, {}, {}, {}, codes},
-      {"no reference", 0x02, {}, Zlib(pixels), false, 0, {}, {}},
-      {"no reference, empty", 0x01, {}, {}, false, 0, {}, {}},
-      {"no reference, no rows", 0x04, {}, {}, false, 0, {}, {}, C},
-      {"intermediate", 0x02, {}, Zlib(pixels), true, 768, {{0, pixels}}, P, C},
-      {"fills the room", 0x02, {}, Zlib(tooLong), true, 848, {{0, room}}, P},
-      {"bad check value", 0x02, {}, Damaged(Zlib(pixels)), true, 768, {{0, black}}, P},
-      {"preset dictionary", 0x02, {}, Zlib(pixels, P), true, 0, {{0, black}}, P},
-      {"cut off", 0x02, {}, uncheckedRows, true, 96, {{0, rows}}, P},
-      {"primed", 0x01, {}, RawDeflate(turned, P), true, 768, {{0, turned}}, P, C},
-      {"primed, short", 0x01, {}, RawDeflate(rows, P), true, 96, {{0, rows}}, P, {}, {}, P},
-      {"primed, damaged", 0x01, {}, {7}, true, 0, {{0, black}}, P},
-      {"primed, empty", 0x01, {}, {}, true, 848, {}, P},
-      {"empty dictionary", 0x01, {}, RawDeflate(pixels), false, 0, {}, Bytes{}},
-      {"by codes", 0x11, {}, RawDeflate(codes, C), true, 9, {{0, C}, {0, bgr}}, P, C},
-      {"without codes", 0x11, {}, RawDeflate(codes, P), true, 9, {{0, P}, {0, bgr}}, P},
-      {"empty codes", 0x11, {}, RawDeflate(codes), false, 0, {}, P, Bytes{}},
-      {"codes beyond the room", 0x11, {}, codes, true, 9, {{0, room}, {0, bgr}}, P, tooLong},
-      {"primed, field 1", 0x09, {}, RawDeflate(codes, P), true, 848, {{0, P}}, P},
-      {"intermediate, field 3", 0x1A, {}, Zlib(codes), true, 848, {}, P},
-      {"reduced, bad check", 0x12, {}, Damaged(Zlib(codes)), true, 9, {{0, bgr}}, P, C},
-      {"reduced, no stream", 0x12, {}, {0xFF}, true, 0, {}, P},
-      {"band", 0x04, kBand, Zlib(rows), true, 768, {{0, P}, {144, rows}}, P, C},
-      {"primed band", 0x05, kBand, RawDeflate(rows, P), true, 768, {{0, P}, {144, rows}}, P, C},
-      {"half", 0x04, kBand, Zlib(row), true, 720, {{0, head}, {144, row}, {240, tail}}, P},
-      {"more", 0x04, kBand, Zlib(pixels), true, 848, {{0, P}, {144, Slice(pixels, 0, 176)}}, P},
-      {"bad", 0x04, kBand, Damaged(Zlib(rows)), true, 768, {{0, P}, {144, Bytes(176)}}, P},
-      {"none", 0x04, kBand, {}, true, 848, {{0, head}, {240, tail}}, P},
-      {"first rows", 0x04, {0, 2}, Zlib(rows), true, 768, {{0, P}, {0, rows}}, P},
-      {"last rows", 0x04, {14, 2}, Zlib(rows), true, 768, {{0, P}, {672, rows}}, P},
-      {"beyond the block", 0x04, {15, 2}, Zlib(rows), false, 0, {}, Noise(848, 5)},
-      {"beyond the reference", 0x04, {14, 2}, Zlib(rows), false, 0, {}, Slice(P, 0, 767)},
-      {"no reference after it", 0x04, kBand, Zlib(rows), false, 0, {}, Slice(P, 0, 767)},
-      {"reference too long", 0x04, {5, 0}, {}, false, 0, {}, Noise(849, 5)},
-      {"codes", 0x14, kBand, Zlib(codes), true, 681, {{0, head}, {144, bgr}, {240, tail}}, P},
-      {"band, field 1", 0x0C, kBand, Zlib(codes), true, 848, {{0, head}, {240, tail}}, P},
-      {"no rows", 0x04, {5, 0}, {}, true, 768, {{0, P}}, P},
-      {"no rows, payload", 0x04, {5, 0}, Zlib(pixels), true, 768, {{0, P}}, P},
-      {"no rows, primed", 0x05, {5, 0}, RawDeflate(rows, P), true, 768, {{0, P}}, P},
-      {"no rows, short", 0x14, {5, 0}, Zlib(codes), true, 96, {{0, rows}}, rows}};
+      {"direct", kUnreadBits, {}, Zlib(pixels), true, 768, {{0, pixels}}, P, C},
+      {"short", kDirect, {}, Zlib(rows), true, 96, {{0, rows}}, {}},
+      {"without pixels", kDirect, {}, Zlib({}), true, 0, {}, P},
+      {"empty", kDirect, {}, {}, true, 848, {}, P},
+      {"damaged", kDirect, {}, Damaged(Zlib(pixels)), false, 0, {}, P},
+      {"too long", kDirect, {}, Zlib(tooLong), false, 0, {}, P},
+      {"reduced", kReduced | kUnreadBits, {}, Zlib(codes), true, 9, {{0, bgr}}, P, C, codes},
+      {"most codes", kReduced, {}, Zlib(most), true, 846, {{0, Bytes(846, 255)}}, P, C, most},
+      {"too many codes", kReduced, {}, Zlib(oneMore), true, 848, {}, P, C, oneMore},
+      {"codes damaged", kReduced, {}, Damaged(Zlib(codes)), false, 0, {}, P, C},
+      {"codes empty", kReduced, {}, {}, true, 848, {}, P, C, Bytes(1024, 0xA5)},
+      {"colour field 1", kColorField1, {}, Zlib(codes), true, 848, {}, P, C, codes},
+      {"colour field 3", kColorField3, {}, Zlib(codes), true, 848, {}, {}, {}, codes},
+      {"no reference", kIntermediate, {}, Zlib(pixels), false, 0, {}, {}},
+      {"no reference, empty", kPrimed, {}, {}, false, 0, {}, {}},
+      {"no reference, no rows", kBanded, {}, {}, false, 0, {}, {}, C},
+      {"intermediate", kIntermediate, {}, Zlib(pixels), true, 768, {{0, pixels}}, P, C},
+      {"fills the room", kIntermediate, {}, Zlib(tooLong), true, 848, {{0, room}}, P},
+      {"bad check value", kIntermediate, {}, Damaged(Zlib(pixels)), true, 768, {{0, black}}, P},
+      {"preset dictionary", kIntermediate, {}, Zlib(pixels, P), true, 0, {{0, black}}, P},
+      {"cut off", kIntermediate, {}, uncheckedRows, true, 96, {{0, rows}}, P},
+      {"primed", kPrimed, {}, RawDeflate(turned, P), true, 768, {{0, turned}}, P, C},
+      {"primed, short", kPrimed, {}, RawDeflate(rows, P), true, 96, {{0, rows}}, P, {}, {}, P},
+      {"primed, damaged", kPrimed, {}, {7}, true, 0, {{0, black}}, P},
+      {"primed, empty", kPrimed, {}, {}, true, 848, {}, P},
+      {"empty dictionary", kPrimed, {}, RawDeflate(pixels), false, 0, {}, Bytes{}},
+      {"by codes", kPrimed | kReduced, {}, RawDeflate(codes, C), true, 9, {{0, C}, {0, bgr}}, P, C},
+      {"without codes", kPrimed | kReduced, {}, RawDeflate(codes, P), true, 9, {{0, P}, {0, bgr}}, P},
+      {"empty codes", kPrimed | kReduced, {}, RawDeflate(codes), false, 0, {}, P, Bytes{}},
+      {"codes beyond the room", kPrimed | kReduced, {}, codes, true, 9, {{0, room}, {0, bgr}}, P, tooLong},
+      {"primed, field 1", kPrimed | kColorField1, {}, RawDeflate(codes, P), true, 848, {{0, P}}, P},
+      {"intermediate, field 3", kIntermediate | kColorField3, {}, Zlib(codes), true, 848, {}, P},
+      {"reduced, bad check", kIntermediate | kReduced, {}, Damaged(Zlib(codes)), true, 9, {{0, bgr}}, P, C},
+      {"reduced, no stream", kIntermediate | kReduced, {}, {0xFF}, true, 0, {}, P},
+      {"band", kBanded, kBand, Zlib(rows), true, 768, {{0, P}, {144, rows}}, P, C},
+      {"primed band", kPrimed | kBanded, kBand, RawDeflate(rows, P), true, 768, {{0, P}, {144, rows}}, P, C},
+      {"half a band", kBanded, kBand, Zlib(row), true, 720, {{0, head}, {144, row}, {240, tail}}, P},
+      {"more than a band", kBanded, kBand, Zlib(pixels), true, 848, {{0, P}, {144, Slice(pixels, 0, 176)}}, P},
+      {"bad band", kBanded, kBand, Damaged(Zlib(rows)), true, 768, {{0, P}, {144, Bytes(176)}}, P},
+      {"band without a payload", kBanded, kBand, {}, true, 848, {{0, head}, {240, tail}}, P},
+      {"first rows", kBanded, {0, 2}, Zlib(rows), true, 768, {{0, P}, {0, rows}}, P},
+      {"last rows", kBanded, {14, 2}, Zlib(rows), true, 768, {{0, P}, {672, rows}}, P},
+      {"beyond the block", kBanded, {15, 2}, Zlib(rows), false, 0, {}, Noise(848, 5)},
+      {"beyond the reference", kBanded, {14, 2}, Zlib(rows), false, 0, {}, Slice(P, 0, 767)},
+      {"no reference after it", kBanded, kBand, Zlib(rows), false, 0, {}, Slice(P, 0, 767)},
+      {"reference too long", kBanded, {5, 0}, {}, false, 0, {}, Noise(849, 5)},
+      {"band of codes", kBanded | kReduced, kBand, Zlib(codes), true, 681, {{0, head}, {144, bgr}, {240, tail}}, P},
+      {"band, field 1", kBanded | kColorField1, kBand, Zlib(codes), true, 848, {{0, head}, {240, tail}}, P},
+      {"no rows", kBanded, {5, 0}, {}, true, 768, {{0, P}}, P},
+      {"no rows, payload", kBanded, {5, 0}, Zlib(pixels), true, 768, {{0, P}}, P},
+      {"no rows, primed", kPrimed | kBanded, {5, 0}, RawDeflate(rows, P), true, 768, {{0, P}}, P},
+      {"no rows, short", kBanded | kReduced, {5, 0}, Zlib(codes), true, 96, {{0, rows}}, rows}};
   // clang-format on
   for (const PayloadCase& c : cases) CheckPayload(c);
 }
@@ -243,21 +286,21 @@ TEST_F(BlockTest, DecodesEveryKindOfVersion2Payload) {
 TEST_F(BlockTest, TestsBandsOneByOne) {
   using Fault = RowBand::Fault;
   constexpr int kWide = 20'000'000;  // rows that leave 32 bits
-  for (const auto& [width, start, rows, previous, fault] :
-       {std::tuple{kWide, 72, 0, 9, Fault::kNone},
-        {kWide, 70, 2, 9, Fault::kTooLarge},
-        {kWide, 0, 1, 9, Fault::kTooLarge},
-        {16, 18, 1, 768, Fault::kStartsBeyondRoom},
-        {16, 0, 1, 849, Fault::kPreviousDataTooLong},
-        {16, 14, 2, 767, Fault::kEndsBeyondPrevious},
-        {16, 14, 1, 767, Fault::kPreviousDataTooShort}}) {
+  for (const auto& [name, width, start, rows, previous, fault] :
+       {std::tuple{"no rows", kWide, 72, 0, 9, Fault::kNone},
+        {"end past 32 bits", kWide, 70, 2, 9, Fault::kTooLarge},
+        {"block past 32 bits", kWide, 0, 1, 9, Fault::kTooLarge},
+        {"start past the room", 16, 18, 1, 768, Fault::kStartsBeyondRoom},
+        {"reference past the room", 16, 0, 1, 849, Fault::kPreviousDataTooLong},
+        {"end past the reference", 16, 14, 2, 767, Fault::kEndsBeyondPrevious},
+        {"reference short of the block", 16, 14, 1, 767, Fault::kPreviousDataTooShort}}) {
     BitmapDataBlock b;
     b.Initialize(0, width, width == kWide ? 90 : 16, width, false);
     b.fPreviousDataSize = previous;
     const BlockHeader header = {kFormatDiffRows, static_cast<std::uint8_t>(start),
                                 static_cast<std::uint8_t>(rows)};
     RowBand band;
-    EXPECT_EQ(RowBand::Find(b, header, 848, &band), fault) << start << ' ' << rows;
+    EXPECT_EQ(RowBand::Find(b, header, 848, &band), fault) << name;
   }
 }
 
@@ -272,11 +315,12 @@ TEST_F(BlockTest, PrimesWithLargeBlocks) {
     const Bytes rows = Slice(turned, 0, size * 3 * 5);
     std::copy(rows.begin(), rows.end(), banded.begin() + size * 3 * start);
     const FrameHeader header = Header(6, size, size, size, size);
-    EXPECT_GT(Unpack({.header = header, .records = {{.format = 0, .payload = Zlib(pixels)}}}), 0);
+    EXPECT_GT(Unpack({.header = header, .records = {{.format = kDirect, .payload = Zlib(pixels)}}}),
+              0);
     const BitmapDataBlock& b = *decoder->GetBlock(0, 0);
     for (const auto& [record, expected] :
-         {std::pair{Record{0x01, {}, RawDeflate(turned, pixels)}, turned},
-          {Record{0x05, Band{start, 5}, RawDeflate(rows, pixels)}, banded}}) {
+         {std::pair{Record{kPrimed, {}, RawDeflate(turned, pixels)}, turned},
+          {Record{kPrimed | kBanded, Band{start, 5}, RawDeflate(rows, pixels)}, banded}}) {
       EXPECT_GT(Unpack({.header = header, .records = {record}}), 0);
       EXPECT_TRUE(SameBytes(expected, RawData(b), {size, 3}));
       EXPECT_TRUE(SameBytes(pixels, PreviousData(b), {size, 3}));
@@ -284,35 +328,49 @@ TEST_F(BlockTest, PrimesWithLargeBlocks) {
   }
 }
 
-TEST_F(BlockTest, ConvertsColors) {
-  using Case = std::tuple<Bytes, std::size_t, unsigned int, Bytes>;
-  for (const auto& [codes, room, length, pixels] :
-       {Case{{0xFF, 0xFF, 0xFC, 0x00}, 6, 6, {248, 248, 248, 0, 0, 248}},
-        Case{{0x83, 0xE0, 0x80, 0x1F}, 6, 6, {0, 248, 0, 248, 0, 0}},
-        Case{{0xC2, 0x10, 0x05, 0x7F}, 9, 9, {128, 128, 128, 255, 255, 255, 238, 238, 238}},
-        Case{{5, 5, 5, 5}, 5, 5, {}}, Case{{5}, 2, 0, {}}, Case{{}, 9, 0, {}},
-        Case{{0x00, 0x05, 0x80, 0x00}, 8, 6, {0, 0, 0, 255, 255, 255}},
-        Case{{0x00, 0x05, 0x80, 0x00}, 9, 9, {0, 0, 0, 255, 255, 255, 0, 0, 0}},
-        Case{{0x0A, 0x80}, 9, 3, {0, 0, 255}}}) {  // a code cut off
+TEST_F(BlockTest, ConvertsCodes) {
+  using Case = std::tuple<const char*, Bytes, std::size_t, unsigned int, Bytes>;
+  for (const auto& [name, codes, room, length, pixels] :
+       {Case{"white, red", {0xFF, 0xFF, 0xFC, 0x00}, 6, 6, {248, 248, 248, 0, 0, 248}},
+        Case{"green, blue", {0x83, 0xE0, 0x80, 0x1F}, 6, 6, {0, 248, 0, 248, 0, 0}},
+        Case{"grey, indices",
+             {0xC2, 0x10, 0x05, 0x7F},
+             9,
+             9,
+             {128, 128, 128, 255, 255, 255, 238, 238, 238}},
+        Case{"no room for most", {5, 5, 5, 5}, 5, 5, {}},
+        Case{"no room for a pixel", {5}, 2, 0, {}}, Case{"no codes", {}, 9, 0, {}},
+        Case{"room for two", {0x00, 0x05, 0x80, 0x00}, 8, 6, {0, 0, 0, 255, 255, 255}},
+        Case{"room for all", {0x00, 0x05, 0x80, 0x00}, 9, 9, {0, 0, 0, 255, 255, 255, 0, 0, 0}},
+        Case{"code cut off", {0x0A, 0x80}, 9, 3, {0, 0, 255}}}) {
+    SCOPED_TRACE(name);
     const HostBytes target = MakeGuarded(room, 0xEE), source = MakeGuarded(codes);
     Bytes expected(room, 0xEE);
     std::copy(pixels.begin(), pixels.end(), expected.begin());
     auto produced = static_cast<unsigned int>(room), size = static_cast<unsigned int>(codes.size());
-    decoder->ConvertImageColorToQuarn24(target.get(), &produced, source.get(), size, 0x10);
+    decoder->ConvertImageColorToQuarn24(target.get(), &produced, source.get(), size, kReduced);
     EXPECT_EQ(produced, length);
     EXPECT_TRUE(SameBytes(expected, std::span(target.get(), room)));
   }
+}
+
+TEST_F(BlockTest, WidensEvery15BitColour) {
+  decoder->MakeTarvishDecodeTable();
   for (unsigned int i = 0; i < 32768; ++i) {
-    ASSERT_EQ(decoder->fDecodeTable[i], i / 1024 << 19 | i / 32 % 32 << 11 | i % 32 << 3);
+    ASSERT_EQ(decoder->fDecodeTable[i], i / 1024 << 19 | i / 32 % 32 << 11 | i % 32 << 3) << i;
   }
-  // The default palette: no colour twice, all parts on a coarse scale, and some of them by name.
+}
+
+TEST_F(BlockTest, BeginsWithTheDefaultPalette) {
+  // No colour twice, all parts on a coarse scale, and some of the colours by name.
+  decoder->MakeTarvishPalette(nullptr);
   const std::uint32_t* palette = decoder->fPalette;
   EXPECT_EQ(std::set<std::uint32_t>(palette, palette + 128).size(), 128u);
   for (unsigned int i = 0; i < 384; ++i) {
     EXPECT_EQ((palette[i / 3] >> i % 3 * 8 & 0xFF) % (i < 360 ? 0x33 : 0x11), 0u) << i / 3;
   }
   for (const auto& [index, color] : {std::pair{7, 0x660000u}, {64, 0x993399u}, {99, 0x006633u}}) {
-    EXPECT_EQ(palette[index], color);
+    EXPECT_EQ(palette[index], color) << index;
   }
 }
 

@@ -8,6 +8,7 @@
 #include "bench/PlainLoops.h"
 #include "colour/RunConverter.h"
 #include "decoder/ZLibVideoDecompressor.h"
+#include "grid/BlockFormat.h"
 #include "tests/SameBytes.h"
 
 namespace zlibvideo {
@@ -45,7 +46,8 @@ TEST(Conversion, AgreesWithThePlainLoopOnAllSmallLengthsAndRooms) {
       const unsigned int size =
           bench::PlainConvert(codes.data(), length, expected.data(), room, palette, colors);
       unsigned int produced = room;
-      decoder.ConvertImageColorToQuarn24(target.data(), &produced, codes.data(), length, 0x10);
+      decoder.ConvertImageColorToQuarn24(target.data(), &produced, codes.data(), length,
+                                         kFormatColorReduced);
       ASSERT_EQ(produced, size);
       ASSERT_TRUE(SameBytes(expected, target)) << length << " bytes into " << room;
       for (const NamedRunConverter& variant : AvailableRunConverters()) {

@@ -8,17 +8,25 @@ namespace {
 
 using Calls = std::vector<std::string>;
 
+/// Host objects that count how many of them were destroyed.
+struct Counted : HostObject {
+  explicit Counted(int* count) : destroyed(count) {}
+  ~Counted() override { ++*destroyed; }
+  int* destroyed;
+};
+
 TEST_F(DecoderTest, TestsAndReadsTheHeader) {
-  using Case = std::tuple<Bytes, std::array<int, 4>>;
+  using Case = std::tuple<const char*, Bytes, std::array<int, 4>>;
   constexpr std::array kNothing{0, 0, 64, 64};
-  for (const auto& [header, geometry] :
-       {Case{{0x03, 0x00, 0x10, 0x00, 0x10}, kNothing},  // frame type 0, no width, no height
-        Case{{0x13, 0x00, 0x00, 0x00, 0x10}, kNothing},
-        Case{{0x13, 0x00, 0x10, 0xF0, 0x00}, kNothing},
-        Case{{0x13, 0x00, 0x10, 0x00, 0x10}, {16, 16, 16, 16}},
-        Case{{0xF2, 0x11, 0x01, 0x20, 0x01}, {257, 1, 32, 48}},
-        Case{{0x23, 0xF0, 0x40, 0xF0, 0x30}, {64, 48, 256, 256}},
-        Case{{0x13, 0xFF, 0xFF, 0xFF, 0xFF}, {4095, 4095, 256, 256}}}) {
+  for (const auto& [name, header, geometry] :
+       {Case{"frame type 0", {0x03, 0x00, 0x10, 0x00, 0x10}, kNothing},
+        Case{"no width", {0x13, 0x00, 0x00, 0x00, 0x10}, kNothing},
+        Case{"no height", {0x13, 0x00, 0x10, 0xF0, 0x00}, kNothing},
+        Case{"smallest blocks", {0x13, 0x00, 0x10, 0x00, 0x10}, {16, 16, 16, 16}},
+        Case{"12 bits of width", {0xF2, 0x11, 0x01, 0x20, 0x01}, {257, 1, 32, 48}},
+        Case{"no key frame", {0x23, 0xF0, 0x40, 0xF0, 0x30}, {64, 48, 256, 256}},
+        Case{"largest of all", {0x13, 0xFF, 0xFF, 0xFF, 0xFF}, {4095, 4095, 256, 256}}}) {
+    SCOPED_TRACE(name);
     Restart();
     Bytes message = header;
     message.resize(5 + 2 * 256);
@@ -38,7 +46,10 @@ TEST_F(DecoderTest, TestsTheLength) {
     EXPECT_EQ(decoder->fImageWidth, length == 7 ? 16 : 0) << length;
   }
   EXPECT_TRUE(decoder->DecompressVideoEmbedded({}, message.data(), 7));
-  message[6] = 251;  // 258 bytes, if all of the length counts
+}
+
+TEST_F(DecoderTest, ReadsAllOfAMessagesLength) {
+  Bytes message = {0x12, 0, 16, 0, 16, 0, 251};  // 258 bytes, if all of the length counts
   message.resize(258);
   TCMessage host{message.data(), {0x00, 0x01, 0x02}};
   EXPECT_EQ(decoder->DecompressVideoMessage({}, &host, false, false), 1);
@@ -46,87 +57,148 @@ TEST_F(DecoderTest, TestsTheLength) {
   EXPECT_EQ(decoder->DecompressVideoMessage({}, &host, false, false), 0);
 }
 
-TEST_F(DecoderTest, AnswersQueries) {
-  DecoderProbe& d = *decoder;
+TEST_F(DecoderTest, ListsTheCodecTypesThatItServes) {
   for (const auto& [index, type] : {std::pair{0, 3}, {1, 6}, {2, -1}, {-1, -1}}) {
-    EXPECT_EQ(d.VideoMessageCodecType(index), type);
+    EXPECT_EQ(decoder->VideoMessageCodecType(index), type) << index;
   }
+}
+
+TEST_F(DecoderTest, KnowsAKeyFrameByItsHeader) {
   for (const auto& [first, length, isKey] :
        {std::tuple{0x13, 4, false}, {0x16, 5, true}, {0x26, 5, false}, {0x13, -5, false}}) {
     const HostBytes header = MakeGuarded(5, static_cast<unsigned char>(first));
-    EXPECT_EQ(d.VideoEmbeddedIsKeyFrame({}, header.get(), length), isKey) << first;
+    EXPECT_EQ(decoder->VideoEmbeddedIsKeyFrame({}, header.get(), length), isKey)
+        << first << ", " << length << " bytes";
   }
-  EXPECT_TRUE(d.Flush() && d.FlushAfterSeek() && d.GetInstance() == nullptr);
-  EXPECT_FALSE(d.CanDropDecode(nullptr) || d.NeedBufferingRestart(7) || d.GetLowWater() ||
-               d.GetHighWater() || d.GetDPBSize() || d.GetDPBTime() ||
-               d.GetTransformedPixelWidth() || d.GetTransformedPixelHeight() ||
-               d.GetCodecName(reinterpret_cast<QuarnString&>(d)));
 }
 
-TEST_F(DecoderTest, ManagesHostObjects) {
-  struct Counted : HostObject {
-    explicit Counted(int* count) : destroyed(count) {}
-    ~Counted() override { ++*destroyed; }
-    int* destroyed;
-  };
+TEST_F(DecoderTest, AsksForNothingAndHoldsNothing) {
+  DecoderProbe& d = *decoder;
+  EXPECT_EQ(d.GetInstance(), nullptr);
+  EXPECT_FALSE(d.CanDropDecode(nullptr));
+  EXPECT_FALSE(d.NeedBufferingRestart(7));
+  EXPECT_EQ(d.GetLowWater(), 0);
+  EXPECT_EQ(d.GetHighWater(), 0);
+  EXPECT_EQ(d.GetDPBSize(), 0);
+  EXPECT_EQ(d.GetDPBTime(), 0);
+  EXPECT_EQ(d.GetTransformedPixelWidth(), 0);
+  EXPECT_EQ(d.GetTransformedPixelHeight(), 0);
+  EXPECT_FALSE(d.GetCodecName(reinterpret_cast<QuarnString&>(d)));
+}
+
+TEST_F(DecoderTest, BeginsWithReloadsDisabledAndNothingReleased) {
+  EXPECT_TRUE(decoder->fReloadDisabled);
+  EXPECT_FALSE(decoder->fReloadPending);
+  EXPECT_FALSE(decoder->fVideoResourcesReleased);
+}
+
+TEST_F(DecoderTest, ReloadsTextureAndBufferUnlessDisabled) {
   int gone = 0;
   DecoderProbe& d = *decoder;
-  EXPECT_TRUE(d.fReloadDisabled && !d.fReloadPending);
-  d.DeleteVideoTexture(), d.DeleteVideoBuffer(), d.DeleteGPUCodec(), d.ReloadReferenceFrames();
+  d.fVideoTexture = new Counted(&gone);
+  d.fVideoBuffer = new Counted(&gone);
+  const auto reload = [&d](bool texture) {
+    return texture ? d.ReloadVideoTexture({}) : d.ReloadIVideoBuffer({});
+  };
   for (const bool texture : {true, false}) {
-    EXPECT_FALSE(d.fVideoResourcesReleased);
-    d.fVideoTexture = new Counted(&gone), d.fVideoBuffer = new Counted(&gone);
+    SCOPED_TRACE(texture ? "texture" : "buffer");
     d.ReloadVideoBuffer({});
-    EXPECT_FALSE(d.ReloadVideoTexture({}) || d.ReloadIVideoBuffer({}) || !d.fReloadPending);
+    d.fReloadDisabled = true;
+    EXPECT_EQ(reload(texture), nullptr);
+    EXPECT_TRUE(d.fReloadPending);
     d.fReloadDisabled = false;
-    EXPECT_EQ(texture ? d.ReloadVideoTexture({}) : d.ReloadIVideoBuffer({}),
-              texture ? d.fVideoTexture : d.fVideoBuffer);
-    texture ? d.DeleteVideoTexture() : d.DeleteVideoBuffer();
-    EXPECT_FALSE(d.fVideoResourcesReleased || d.fReloadPending);
-    texture ? d.DeleteVideoBuffer() : d.DeleteVideoTexture();
-    EXPECT_TRUE(d.fVideoResourcesReleased && !d.fVideoTexture && !d.fVideoBuffer);
-    d.fReloadDisabled = true, d.fVideoResourcesReleased = false;
+    EXPECT_EQ(reload(texture), texture ? d.fVideoTexture : d.fVideoBuffer);
+    EXPECT_FALSE(d.fReloadPending);
   }
-  d.fGPUCodec = new Counted(&gone);
-  d.DeleteGPUCodec();
-  EXPECT_TRUE(d.fGPUCodec == nullptr && gone == 5);
+  d.DeleteVideoTexture();
+  d.DeleteVideoBuffer();
+  EXPECT_EQ(gone, 2);
+}
+
+TEST_F(DecoderTest, NotesWhenNeitherTextureNorBufferIsLeft) {
+  int gone = 0;
+  DecoderProbe& d = *decoder;
+  d.DeleteVideoTexture();
+  d.DeleteVideoBuffer();
+  EXPECT_FALSE(d.fVideoResourcesReleased) << "there was none";
+  const auto destroy = [&d](bool texture) {
+    texture ? d.DeleteVideoTexture() : d.DeleteVideoBuffer();
+  };
+  for (const bool textureFirst : {true, false}) {
+    SCOPED_TRACE(textureFirst ? "texture first" : "buffer first");
+    d.fVideoResourcesReleased = false;
+    d.fVideoTexture = new Counted(&gone);
+    d.fVideoBuffer = new Counted(&gone);
+    destroy(textureFirst);
+    EXPECT_FALSE(d.fVideoResourcesReleased);
+    destroy(!textureFirst);
+    EXPECT_TRUE(d.fVideoResourcesReleased);
+    EXPECT_EQ(d.fVideoTexture, nullptr);
+    EXPECT_EQ(d.fVideoBuffer, nullptr);
+  }
+  EXPECT_EQ(gone, 4);
+}
+
+TEST_F(DecoderTest, DestroysWhatDecodesOnAGraphicsProcessor) {
+  int gone = 0;
+  decoder->DeleteGPUCodec();
+  decoder->fGPUCodec = new Counted(&gone);
+  decoder->DeleteGPUCodec();
+  EXPECT_EQ(decoder->fGPUCodec, nullptr);
+  EXPECT_EQ(gone, 1);
 }
 
 TEST_F(DecoderTest, IsDestroyedThroughEitherBaseWithoutATrace) {
-  for (const int how : {0, 1, 2}) {
+  for (const std::string how : {"BlockedCodec", "VideoDecompressor", "DecRef"}) {
+    SCOPED_TRACE(how);
     Stop();
     auto* made = new DecoderProbe(reinterpret_cast<CorePlayer*>(this), nullptr);
     EXPECT_EQ(Host().allocations.size(), 1u);
     Bytes message = GoodStream()[2].message;
     EXPECT_TRUE(made->DecompressVideo({}, message.data(), message.size(), false));
-    made->AddRef(), made->DecRef();
-    if (how == 0) delete static_cast<BlockedCodec*>(made);
-    if (how == 1) delete static_cast<VideoDecompressor*>(made);
-    if (how == 2) made->DecRef();
+    made->AddRef();
+    made->DecRef();
+    if (how == "BlockedCodec") delete static_cast<BlockedCodec*>(made);
+    if (how == "VideoDecompressor") delete static_cast<VideoDecompressor*>(made);
+    if (how == "DecRef") made->DecRef();
     // Blocks and buffers went before the host base, the object's own storage after it.
     EXPECT_EQ(Host().calls, (Calls{"Made 1 0", "Gone, allocations left: 1"}));
     EXPECT_EQ(Host().live.size(), 0u);
   }
 }
 
-TEST_F(DecoderTest, DrawsOnlyWhatWasDecodedAndAskedFor) {
-  PlainPicture picture(Header(3, 16, 32, 16, 16), 1);
+TEST_F(DecoderTest, DrawsOnlyIntoAVideoObjectAndWhenAsked) {
+  const PlainPicture picture(Header(3, 16, 32, 16, 16), 1);
   Bytes bytes = picture.Whole().Build();
   EXPECT_TRUE(decoder->DecompressVideo({}, bytes.data(), bytes.size(), false));
   EXPECT_TRUE(Decode(bytes, true));
   EXPECT_EQ(Host().calls, (Calls{"Made 0 0", "ReallocBitmap 16 32 0 0 5 0 0"}));
   EXPECT_TRUE(Decode(bytes));
+  EXPECT_TRUE(Shows(picture.Bitmap()));
+  EXPECT_EQ(decoder->fDecodedFrameCount, 3u);
+}
+
+TEST_F(DecoderTest, DrawsNothingOfAFailedMessageButKeepsItsBlocks) {
+  PlainPicture picture(Header(3, 16, 32, 16, 16), 1);
+  EXPECT_TRUE(Decode(picture.Whole().Build()));
+  const std::size_t calls = Host().calls.size();
   Message bad{.header = picture.header, .records = {{.payload = Zlib(picture.blocks[1])}, {}}};
   bad.records[1].payload = {1, 2};
   EXPECT_FALSE(Decode(bad.Build()));
-  EXPECT_TRUE(Host().calls.size() == 6 && decoder->fDecodedFrameCount == 3);
+  EXPECT_EQ(Host().calls.size(), calls);
+  EXPECT_EQ(decoder->fDecodedFrameCount, 1u);
   EXPECT_TRUE(Shows(picture.Bitmap()));
-  // The block before the bad one keeps its new pixels.
-  bad.records = {{}, {.payload = Zlib(picture.blocks[0])}};
-  EXPECT_TRUE(Decode(bad.Build()));
+  // The block before the bad one has its new pixels.
+  EXPECT_TRUE(Decode(
+      Message{.header = picture.header, .records = {{}, {.payload = Zlib(picture.blocks[0])}}}
+          .Build()));
   std::swap(picture.blocks[0], picture.blocks[1]);
   EXPECT_TRUE(Shows(picture.Bitmap()));
-  video->record.fBitmap = nullptr;  // a video object without a bitmap, and one without a record
+}
+
+TEST_F(DecoderTest, PassesOverAVideoObjectWithoutABitmap) {
+  const Bytes bytes = PlainPicture(Header(3, 16, 16, 16, 16), 1).Whole().Build();
+  video->record.fBitmap = nullptr;
   EXPECT_TRUE(Decode(bytes));
   video->RemoveRecord();
   EXPECT_TRUE(Decode(bytes));

@@ -32,7 +32,7 @@ struct PlainPicture {
     Message message{.header = header};
     for (const Bytes& block : blocks) {
       message.records.push_back({.payload = Zlib(block)});
-      if (header.codecType == kCodecTypeVersion2) message.records.back().format = 0;
+      if (header.codecType == kCodecTypeVersion2) message.records.back().format = formats::kDirect;
     }
     return message;
   }
@@ -104,7 +104,8 @@ inline std::vector<Step> GoodStream() {
     Bytes& block = picture.blocks[i];
     const std::ptrdiff_t row = i % 3 == 2 ? 24 : 48;
     const Bytes rows(block.begin(), block.begin() + row * 2);
-    message.records.push_back({0x05, Band{3, 2}, RawDeflate(rows, block)});
+    message.records.push_back(
+        {formats::kPrimed | formats::kBanded, Band{3, 2}, RawDeflate(rows, block)});
     std::copy(rows.begin(), rows.end(), block.begin() + row * 3);
   }
   add(picture, message);
@@ -113,16 +114,24 @@ inline std::vector<Step> GoodStream() {
   // the palette still holds.
   message = {.palette = Zlib(PaletteColors())};
   for (Bytes& block : picture.blocks)
-    message.records.push_back({0x10, {}, Zlib(ReduceColors(&block))});
+    message.records.push_back({formats::kReduced, {}, Zlib(ReduceColors(&block))});
   add(picture, message);
   Bytes& block = picture.blocks[0];
   const Bytes codes = ReduceColors(&block);
   std::rotate(block.begin(), block.begin() + 48, block.end());
-  message = {.records = {{0x11, {}, RawDeflate(ReduceColors(&block), codes)}, {}, {}, {}, {}, {}}};
+  message = {
+      .records = {
+          {formats::kPrimed | formats::kReduced, {}, RawDeflate(ReduceColors(&block), codes)},
+          {},
+          {},
+          {},
+          {},
+          {}}};
   add(picture, message);
   picture = PlainPicture(Header(kCodecTypeVersion2, 33, 20, 32, 16), 500);
   message.records.clear();
-  for (Bytes& b : picture.blocks) message.records.push_back({0x10, {}, Zlib(ReduceColors(&b))});
+  for (Bytes& b : picture.blocks)
+    message.records.push_back({formats::kReduced, {}, Zlib(ReduceColors(&b))});
   add(picture, message);
   return steps;
 }

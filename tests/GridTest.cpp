@@ -8,35 +8,32 @@ namespace zlibvideo {
 namespace {
 
 using GridTest = DecoderTest;
-using Cells = std::vector<std::array<int, 4>>;
 
-TEST_F(GridTest, SizesAreThoseOfTheFormat) {
+TEST_F(GridTest, SizesBuffersByTheBlock) {
   // clang-format off
   for (const auto& [width, height, scratch, room] :
        {std::array{16, 16, 1024, 848}, {16, 32, 1648, 1648}, {32, 32, 3248, 3248},
         {48, 48, 7248, 7248}, {64, 64, 12832, 12832}, {256, 256, 204528, 204528},
         {1, 1, 1024, 256}}) {
     // clang-format on
+    SCOPED_TRACE(testing::Message() << width << 'x' << height);
     EXPECT_TRUE(decoder->SetupCodec(100, 100, width, height));
     EXPECT_EQ(decoder->fScratchColorBufferSize, scratch);
     EXPECT_EQ(RawDataCapacity(width, height), room);
   }
-  unsigned int length = 9;
-  EXPECT_FALSE(BlockedCodec().DecompressBlock(nullptr, &length, nullptr, 9) || length != 9);
-  EXPECT_EQ(BlockedCodec::CalcBlockSize(511), 64);
-  EXPECT_EQ(BlockedCodec::CalcBlockSize(512), 128);
-  char sizes[] = "......";
-  BlockedCodec::WriteToBuf2(sizes, 3, 0x7FFF0000 + 300);
-  EXPECT_STREQ(sizes, "...\x01\x2C.");
+}
+
+TEST_F(GridTest, CutsTheLastColumnAndRowToThePicture) {
   // Width, height, offset and stride of each block.
-  using Case = std::tuple<int, int, Cells>;
-  const Cells four{
-      {64, 64, 0, 300}, {36, 64, 192, 300}, {64, 36, 19200, 300}, {36, 36, 19392, 300}};
+  using Case = std::tuple<int, int, std::vector<std::array<int, 4>>>;
   for (const auto& [width, height, expected] :
-       {Case{100, 100, four}, Case{20, 20, Cells{{20, 20, 0, 60}}},
-        Case{128, 64, Cells{{64, 64, 0, 384}, {64, 64, 192, 384}}}}) {
+       {Case{100,
+             100,
+             {{64, 64, 0, 300}, {36, 64, 192, 300}, {64, 36, 19200, 300}, {36, 36, 19392, 300}}},
+        Case{20, 20, {{20, 20, 0, 60}}}, Case{128, 64, {{64, 64, 0, 384}, {64, 64, 192, 384}}}}) {
+    SCOPED_TRACE(testing::Message() << width << 'x' << height);
     ASSERT_TRUE(decoder->SetupCodec(width, height, 64, 64));
-    Cells cells;
+    std::vector<std::array<int, 4>> cells;
     for (int i = 0; i < decoder->fGridWidth * decoder->fGridHeight; ++i) {
       const BitmapDataBlock& b = *decoder->fBlocks[i];
       cells.push_back({b.fWidth, b.fHeight, b.fImageOffset, b.fImageStride});
@@ -45,9 +42,27 @@ TEST_F(GridTest, SizesAreThoseOfTheFormat) {
   }
 }
 
+TEST_F(GridTest, DecompressesNothingByItself) {
+  unsigned int length = 9;
+  EXPECT_FALSE(BlockedCodec().DecompressBlock(nullptr, &length, nullptr, 9));
+  EXPECT_EQ(length, 9u);
+}
+
+TEST_F(GridTest, KnowsTheCustomaryBlockSize) {
+  EXPECT_EQ(BlockedCodec::CalcBlockSize(511), 64);
+  EXPECT_EQ(BlockedCodec::CalcBlockSize(512), 128);
+}
+
+TEST_F(GridTest, WritesTheLowBitsOfASize) {
+  char sizes[] = "......";
+  BlockedCodec::WriteToBuf2(sizes, 3, 0x7FFF0000 + 300);
+  EXPECT_STREQ(sizes, "...\x01\x2C.");
+}
+
 TEST_F(GridTest, IsKeptUntilTheGeometryChanges) {
   DecoderProbe& d = *decoder;
-  d.MakeTarvishDecodeTable(), d.MakeTarvishPalette(nullptr);
+  d.MakeTarvishDecodeTable();
+  d.MakeTarvishPalette(nullptr);
   ASSERT_TRUE(d.SetupCodec(40, 24, 16, 16));
   // The object, two tables, the array, and a record for each block.
   std::vector<std::pair<std::size_t, int>> expected = {
@@ -56,7 +71,9 @@ TEST_F(GridTest, IsKeptUntilTheGeometryChanges) {
   EXPECT_EQ(Host().allocations, expected);
   const auto tables = std::pair(d.fDecodeTable, d.fPalette);
   std::array now{40, 24, 16, 16};
+  const char* const names[] = {"image width", "image height", "block width", "block height", "-"};
   for (const std::size_t changed : {4ul, 0ul, 1ul, 2ul, 3ul, 4ul}) {
+    SCOPED_TRACE(names[changed]);
     const bool keeps = changed == 4;
     if (!keeps) now[changed] += 16;
     d.CheckScratchColorBuffer();
@@ -67,8 +84,14 @@ TEST_F(GridTest, IsKeptUntilTheGeometryChanges) {
     EXPECT_EQ(d.fScratchColorBuffer, keeps ? scratch : nullptr);
   }
   EXPECT_EQ(std::pair(d.fDecodeTable, d.fPalette), tables);
-  EXPECT_FALSE(d.SetupCodec(0, 25, 32, 32) || d.SetupCodec(0, 25, 32, 32) || d.fBlocks);
-  d.ClearProcessedFlags();
+}
+
+TEST_F(GridTest, IsNotThereWithoutAPicture) {
+  for (const char* call : {"first", "second"}) {
+    EXPECT_FALSE(decoder->SetupCodec(0, 25, 32, 32)) << call;
+    EXPECT_EQ(decoder->fBlocks, nullptr) << call;
+  }
+  decoder->ClearProcessedFlags();
 }
 
 TEST_F(GridTest, BuffersOnlyGrow) {
@@ -76,27 +99,37 @@ TEST_F(GridTest, BuffersOnlyGrow) {
   const unsigned char *source = data.data(), *null = nullptr;
   BitmapDataBlock b;
   // clang-format off
-  for (const auto& [bytes, size, exists, sizeAfter, capacity, allocations] :
-       {std::tuple{source, 0, false, 0, 0, 1u}, {source, -1, false, 0, -1, 1u},
-        {source, 200, true, 200, 200, 2u}, {source, 100, true, 100, 200, 2u},
-        {source, 0, true, 0, 200, 2u}, {source, 300, true, 300, 300, 3u},
-        {null, 250, true, 0, 300, 3u}}) {
+  for (const auto& [name, bytes, size, exists, sizeAfter, capacity, allocations] :
+       {std::tuple{"empty, none there", source, 0, false, 0, 0, 1u},
+        {"below 0, none there", source, -1, false, 0, -1, 1u},
+        {"first", source, 200, true, 200, 200, 2u},
+        {"less", source, 100, true, 100, 200, 2u},
+        {"empty", source, 0, true, 0, 200, 2u},
+        {"more", source, 300, true, 300, 300, 3u},
+        {"room only", null, 250, true, 0, 300, 3u}}) {
     // clang-format on
-    EXPECT_EQ(b.SetPreviousData(bytes, size), exists) << size;
+    SCOPED_TRACE(name);
+    EXPECT_EQ(b.SetPreviousData(bytes, size), exists);
     EXPECT_EQ(std::tuple(b.fPreviousData != null, b.fPreviousDataSize, b.fPreviousDataCapacity),
               std::tuple(exists, sizeAfter, capacity));
     EXPECT_EQ(Host().allocations.size(), allocations);
     EXPECT_TRUE(SameBytes(std::span(source, static_cast<std::size_t>(sizeAfter)), PreviousData(b)));
   }
-  Host().failAt = 4, Host().failure = AllocationFailure::kNull;
-  EXPECT_FALSE(b.SetPreviousData(source, 301) || b.fPreviousData || b.fPreviousDataSize != 0);
+  Host().failAt = 4;
+  Host().failure = AllocationFailure::kNull;
+  EXPECT_FALSE(b.SetPreviousData(source, 301));
+  EXPECT_EQ(b.fPreviousData, null);
+  EXPECT_EQ(b.fPreviousDataSize, 0);
 }
 
 TEST_F(GridTest, DecodesOnWhenPartlyBuilt) {
   for (std::size_t missing = 0; missing < 4; ++missing) {
+    SCOPED_TRACE(missing);
     Restart();
     // After the decoder and the array come the records. What a missing block covers stays white.
-    Host().failAt = 3 + missing, Host().failure = AllocationFailure::kNull, Host().fill = 0xFF;
+    Host().failAt = 3 + missing;
+    Host().failure = AllocationFailure::kNull;
+    Host().fill = 0xFF;
     PlainPicture picture(Header(6, 20, 20, 16, 16), 1);
     const Bytes message = picture.Whole().Build();
     EXPECT_FALSE(Decode(message));
@@ -127,8 +160,10 @@ TEST_F(GridTest, WritesThePictureAndNothingElse) {
     std::copy(from, from + 400, expected.bytes.begin() + row * 412);
   }
   for (const bool bottomUp : {false, true}) {
+    SCOPED_TRACE(bottomUp ? "bottom up" : "top down");
     Restart();
-    video->bitmap.extra = 3, video->bitmap.bottomUp = bottomUp;
+    video->bitmap.extra = 3;
+    video->bitmap.bottomUp = bottomUp;
     video->bitmap.Realloc(100, 70, kBitmapVideoFrame);
     video->bitmap.PutAway();
     EXPECT_TRUE(Decode(message.Build()));
@@ -137,12 +172,25 @@ TEST_F(GridTest, WritesThePictureAndNothingElse) {
         "Restore",  "UpdateMipMap 0 103 0 73",        "UnlockBits"};
     EXPECT_EQ(Host().calls, calls);
     EXPECT_TRUE(Shows(expected));
-    Restart();  // no grid, and then a bitmap out of reach
-    video->bitmap.Realloc(2, 2, bottomUp ? kBitmapNotAddressable : kBitmapVideoFrame);
-    decoder->PushFrame(&video->bitmap);
-    EXPECT_EQ(Host().calls.size(), bottomUp ? 1u : 4u);
-    EXPECT_TRUE(Shows({2, Bytes(16, 0xA5)}));
   }
+}
+
+TEST_F(GridTest, LeavesABitmapAloneThatCannotBeAddressed) {
+  EXPECT_TRUE(decoder->SetupCodec(2, 2, 16, 16));
+  video->bitmap.Realloc(2, 2, kBitmapNotAddressable);
+  Host().calls.clear();
+  decoder->PushFrame(&video->bitmap);
+  EXPECT_EQ(Host().calls, std::vector<std::string>{});
+  EXPECT_TRUE(Shows({2, Bytes(16, 0xA5)}));
+}
+
+TEST_F(GridTest, WritesNothingWithoutAGrid) {
+  video->bitmap.Realloc(2, 2, kBitmapVideoFrame);
+  Host().calls.clear();
+  decoder->PushFrame(&video->bitmap);
+  const std::vector<std::string> calls = {"LockBits 1", "UpdateMipMap 0 2 0 2", "UnlockBits"};
+  EXPECT_EQ(Host().calls, calls);
+  EXPECT_TRUE(Shows({2, Bytes(16, 0xA5)}));
 }
 
 struct Rows : SBitmapCore {
@@ -151,6 +199,7 @@ struct Rows : SBitmapCore {
 
 TEST(BitmapTest, RestoresPixelsOnlyWhereTheyCanBeReached) {
   for (const EBitmapType type : {kBitmapVideoFrame, kBitmapNotAddressable}) {
+    SCOPED_TRACE(type);
     CountingBitmap bitmap;
     bitmap.Realloc(1, 1, type);
     const unsigned char* const pixels = bitmap.GetBMBaseAddr();

@@ -9,6 +9,8 @@
 namespace zlibvideo {
 namespace {
 
+using namespace formats;
+
 using HostileTest = DecoderTest;
 
 TEST_F(HostileTest, DecodesOnAfterEachFailedAllocation) {
@@ -16,8 +18,10 @@ TEST_F(HostileTest, DecodesOnAfterEachFailedAllocation) {
   for (const AllocationFailure failure : {AllocationFailure::kBadAlloc, AllocationFailure::kNull}) {
     bool failed = true;
     for (std::size_t n = 2; failed; ++n) {
+      SCOPED_TRACE(testing::Message() << "allocation " << n);
       Restart();
-      Host().failAt = n, Host().failure = failure;
+      Host().failAt = n;
+      Host().failure = failure;
       int thrown = 0;
       for (const Step& step : stream) {
         try {
@@ -29,14 +33,14 @@ TEST_F(HostileTest, DecodesOnAfterEachFailedAllocation) {
         failed = Host().failAt == 0;
         // A null result may leave gaps in the grid, until the geometry is another.
         if (failed && failure == AllocationFailure::kNull) break;
-        ASSERT_TRUE(Shows(step.bitmap)) << n;
+        ASSERT_TRUE(Shows(step.bitmap));
       }
       EXPECT_EQ(thrown, failed && failure == AllocationFailure::kBadAlloc ? 1 : 0);
       Host().failAt = 0;
       EXPECT_TRUE(decoder->SetupCodec(1, 1, 16, 16));
       for (const Step& step : stream) {
         ASSERT_TRUE(Decode(step.message));
-        ASSERT_TRUE(Shows(step.bitmap)) << n;
+        ASSERT_TRUE(Shows(step.bitmap));
       }
     }
   }
@@ -45,21 +49,21 @@ TEST_F(HostileTest, DecodesOnAfterEachFailedAllocation) {
 TEST_F(HostileTest, ShowsStaleMemoryOnlyInKnownPlaces) {
   const FrameHeader v1 = Header(3, 16, 16, 16, 16), v2 = Header(6, 16, 16, 16, 16);
   const Bytes little = Zlib(Noise(99, 1));
-  const Record whole{.format = 0, .payload = Zlib(Noise(768, 1))}, none;
-  const Record noCodes{.format = 0x10}, bad{.format = 0x11, .payload = {7}};
+  const Record whole{.format = kDirect, .payload = Zlib(Noise(768, 1))}, none;
+  const Record noCodes{.format = kReduced}, bad{.format = kPrimed | kReduced, .payload = {7}};
   using Case = std::tuple<const char*, bool, FrameHeader, std::vector<Record>>;
   for (const auto& [name, shows, header, records] :
        {Case{"no pixels yet", false, v1, {none}},
-        Case{"bad intermediate payload", false, v2, {whole, {.format = 1, .payload = {7}}}},
+        Case{"bad intermediate payload", false, v2, {whole, {.format = kPrimed, .payload = {7}}}},
         Case{"short payload", true, v1, {{.payload = little}}},
         Case{"payload without pixels", true, v1, {{.payload = Zlib({})}}},
         Case{"failed payload", true, v1, {{.payload = {1}}, none}},
-        Case{"short direct payload", true, v2, {{.format = 0, .payload = little}}},
-        Case{"empty direct payload", true, v2, {{.format = 0}}},
-        Case{"failed direct payload", true, v2, {{.format = 0, .payload = {1}}, none}},
-        Case{"intermediate payload on a new block", true, v2, {{.format = 2}, none}},
-        Case{"few codes", true, v2, {{.format = 0x10, .payload = little}}},
-        Case{"rejected codes", true, v2, {{.format = 0x08, .payload = little}}},
+        Case{"short direct payload", true, v2, {{.format = kDirect, .payload = little}}},
+        Case{"empty direct payload", true, v2, {{.format = kDirect}}},
+        Case{"failed direct payload", true, v2, {{.format = kDirect, .payload = {1}}, none}},
+        Case{"intermediate payload on a new block", true, v2, {{.format = kIntermediate}, none}},
+        Case{"few codes", true, v2, {{.format = kReduced, .payload = little}}},
+        Case{"rejected codes", true, v2, {{.format = kColorField1, .payload = little}}},
         Case{"no codes", true, v2, {noCodes}},
         Case{"primed with the scratch buffer", true, v2, {whole, noCodes, whole, bad}}}) {
     std::vector<BitmapPixels> pictures;
@@ -93,18 +97,19 @@ TEST_F(HostileTest, AllocatesNothingForARepeatedMessageInAnyOfEightThreads) {
 }
 
 TEST_F(HostileTest, CostsNoMoreMemoryThanTheHeaderAllows) {
-  for (const auto& [header, blocks, filled] :
-       {std::tuple{Header(3, 4095, 4095, 16, 16), 65536ul, 0ul},
-        {Header(6, 4095, 4095, 16, 16), 65536ul, 0ul},
-        {Header(3, 20, 40, 16, 16), 6ul, 6ul},
-        {Header(6, 16, 20, 16, 16), 2ul, 2ul},
-        {Header(6, 1, 1, 256, 256), 1ul, 1ul}}) {
+  for (const auto& [name, header, blocks, filled] :
+       {std::tuple{"most blocks, version 1", Header(3, 4095, 4095, 16, 16), 65536ul, 0ul},
+        {"most blocks, version 2", Header(6, 4095, 4095, 16, 16), 65536ul, 0ul},
+        {"all filled, version 1", Header(3, 20, 40, 16, 16), 6ul, 6ul},
+        {"all filled, version 2", Header(6, 16, 20, 16, 16), 2ul, 2ul},
+        {"one large block", Header(6, 1, 1, 256, 256), 1ul, 1ul}}) {
+    SCOPED_TRACE(name);
     Restart();
     const bool isV2 = header.codecType == kCodecTypeVersion2;
     const auto room = std::size_t(RawDataCapacity(header.blockWidth, header.blockHeight));
     const std::size_t scratch = std::max<std::size_t>(room, 1024);
     // Zeros for all of the scratch buffer, too many to convert: the room becomes previous data.
-    const Record most{.format = isV2 ? std::optional(0x10) : std::nullopt,
+    const Record most{.format = isV2 ? std::optional(kReduced) : std::nullopt,
                       .payload = Zlib(Bytes(isV2 ? scratch : room))};
     const Message message{.header = header, .records{filled, most}, .rest = Bytes(2)};
     EXPECT_EQ(Decode(message.Build(), true), filled == blocks);
@@ -116,23 +121,39 @@ TEST_F(HostileTest, CostsNoMoreMemoryThanTheHeaderAllows) {
   }
 }
 
-TEST_F(HostileTest, EndsTheProcessRatherThanGoOnDeathTest) {
-  const Bytes message = GoodStream()[2].message;
+using HostileDeathTest = DecoderTest;
+
+TEST_F(HostileDeathTest, SignalsCountsThatAreTooLarge) {
   EXPECT_DEATH(static_cast<void>(decoder->SetupCodec(32768, 16384, 1, 1)), "object too large");
-  Host().failAt = 2, Host().failure = AllocationFailure::kNull;
-  EXPECT_DEATH(new DecoderProbe(nullptr, nullptr), "");
+  Host().failAt = 2;
+  Host().failure = AllocationFailure::kNull;
   EXPECT_FALSE(decoder->SetupCodec((1 << 29) - 1, 1, 1, 1));
   decoder->fScratchColorBufferSize = -1;
   EXPECT_DEATH(decoder->CheckScratchColorBuffer(), "object too large");
+}
+
+TEST_F(HostileDeathTest, EndsTheProcessWithoutMemoryForTheDecoderItself) {
+  Host().failAt = 2;
+  Host().failure = AllocationFailure::kNull;
+  EXPECT_DEATH(new DecoderProbe(nullptr, nullptr), "");
+}
+
+TEST_F(HostileDeathTest, EndsTheProcessOnAnyOtherExceptionOfTheHeap) {
+  const Bytes message = GoodStream()[2].message;
   for (std::size_t n = 2; n < 30; n += 3) {
     Restart();
-    Host().failAt = n, Host().failure = AllocationFailure::kOtherException;
+    Host().failAt = n;
+    Host().failure = AllocationFailure::kOtherException;
     EXPECT_DEATH(static_cast<void>(Decode(message)), "heap is broken") << n;
   }
   Restart();
   ASSERT_TRUE(Decode(message));
   EXPECT_DEATH(Host().throwOnRelease = true; decoder->DeleteBlocks(), "heap is broken");
   EXPECT_DEATH(Host().throwOnRelease = true; decoder.reset(), "heap is broken");
+}
+
+TEST_F(HostileDeathTest, EndsTheProcessOnADamagedBitmap) {
+  ASSERT_TRUE(Decode(GoodStream()[0].message));
   EXPECT_DEATH(video->bitmap.DamageAField(); decoder->PushFrame(&video->bitmap), "");
 }
 

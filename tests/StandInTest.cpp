@@ -16,7 +16,7 @@ TEST(StandInTest, ShowsNothingStale) {
   const PlainPicture noise(Header(6, 16, 16, 16, 16), 1);
   PlainPicture black = noise;
   black.blocks[0].assign(768, 0);
-  const Message rejected{.header = noise.header, .records = {{.format = 0x08}}};
+  const Message rejected{.header = noise.header, .records = {{.format = formats::kColorField1}}};
   // What one decoder decodes is what the heap has left for the next.
   for (int i = 0; i < 10; ++i) {
     StandInVideoObject video;

@@ -11,6 +11,7 @@
 
 #include "bitstream/FrameHeader.h"
 #include "bitstream/MessageBody.h"
+#include "grid/BlockFormat.h"
 
 /// Makes messages, good and damaged: what a field says is what the message holds.
 namespace zlibvideo {
@@ -64,6 +65,20 @@ struct Band {
   int start = 0;
   int rows = 0;
 };
+
+/// Bits of `Record::format`.
+namespace formats {
+inline constexpr int kDirect = 0;
+inline constexpr int kPrimed = kFormatPrimed;
+inline constexpr int kIntermediate = kFormatIntermediate;
+inline constexpr int kBanded = kFormatDiffRows;
+inline constexpr int kReduced = kFormatColorReduced;
+inline constexpr int kColorField3 = kFormatColorMask;
+inline constexpr int kColorField1 = kColorField3 - kReduced;
+inline constexpr int kUnreadBits = 0xE0;
+static_assert(kPrimed == 0x01 && kIntermediate == 0x02 && kBanded == 0x04 && kReduced == 0x10 &&
+              kColorField3 == 0x18);
+}  // namespace formats
 
 /// A block record. As it stands, an empty one.
 struct Record {

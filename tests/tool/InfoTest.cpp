@@ -10,17 +10,19 @@
 namespace zlibvideo {
 namespace {
 
+using namespace formats;
+
 using Json = nlohmann::json;
 
 // Two blocks of 16 × 16: 768 bytes of pixels each in a room of 848; the scratch buffer has 1024.
 const Record kEmpty = {};
 const Bytes kNoise = Noise(2048, 1);
 
-Record Direct(std::size_t bytes, int format = 0) {
+Record Direct(std::size_t bytes, int format = kDirect) {
   return {.format = format, .payload = Zlib({kNoise.data(), kNoise.data() + bytes})};
 }
 Record Banded(int start, int rows) {
-  return {.format = 0x04, .band = Band{start, rows}, .payload = Zlib(Bytes(48, 0x55))};
+  return {.format = kBanded, .band = Band{start, rows}, .payload = Zlib(Bytes(48, 0x55))};
 }
 Message V1(const Record& record) {
   return {.header = Header(kCodecTypeVersion1, 32, 16, 16, 16), .records = {record}};
@@ -61,7 +63,7 @@ std::vector<Fault> Faults() {
       {V1(kEmpty), "byte 7, block row 0 column 1: the message ends where a record belongs"},
       {V1({.payload = {1, 2, 3}, .claimedSize = 9}),
        v1 + " announces 9 bytes, but the message has only 3 more"},
-      {V2({{.format = 0x04, .payload = {0}}}),
+      {V2({{.format = kBanded, .payload = {0}}}),
        v2 + " has 2 bytes, too few for its format byte and the band that it announces"},
       {V1({.payload = {1, 2}}), v1 + "'s payload is not a zlib stream (incorrect header check)"},
       {V1({.payload = {0x78, 0x9C, 0x07}}),
@@ -70,9 +72,9 @@ std::vector<Fault> Faults() {
       {V1(Damaged(4, 0)),
        v1 + "'s payload is cut off: its " + cut + " bytes give 768 bytes of output and no end"},
       {V1({.payload = Zlib(kNoise, kNoise)}), v1 + "'s payload asks for a preset dictionary"},
-      {V2({Direct(1025, 0x10)}),
+      {V2({Direct(1025, kReduced)}),
        v2 + "'s payload decompresses to more than the 1024 bytes that there is room for"},
-      {{.header = Header(6, 16, 32, 16, 16), .records = {kEmpty, {.format = 0x02}}},
+      {{.header = Header(6, 16, 32, 16, 16), .records = {kEmpty, {.format = kIntermediate}}},
        "byte 8, block row 1 column 0: the record builds on reference pixels, but no direct record "
        "has given the block any"},
       {V2({Banded(0, 2), kEmpty, Banded(15, 2)}, kFlagSecondPass),
@@ -86,10 +88,10 @@ std::vector<Fault> Faults() {
        v2 + "'s band of row 0" + band +
            "leaves rows above it that the block's reference pixels (480 bytes) do not hold",
        {V2({Direct(480), kEmpty})}},
-      {V2({Direct(768, 0x02), Direct(9, 0x11)}),
+      {V2({Direct(768, kIntermediate), Direct(9, kPrimed | kReduced)}),
        "byte " + behindReduced +
            ", block row 0 column 1: the record is primed, but the block's dictionary is empty",
-       {V2({Direct(768), Direct(400, 0x10)}), V2({Direct(768), Direct(0, 0x10)})}},
+       {V2({Direct(768), Direct(400, kReduced)}), V2({Direct(768), Direct(0, kReduced)})}},
   };
 }
 
@@ -111,43 +113,59 @@ TEST(DiagnosisTest, NamesPlaceAndFault) {
   }
 }
 
-class InfoTest : public ToolFixture {};
-
 /// A stream with a name that a page must not take for markup; its last message fails.
-TEST_F(InfoTest, ReportsInEveryForm) {
-  Message first = V2({Direct(768), Direct(768), kEmpty, kEmpty}, kFlagSecondPass, {7, 7});
-  first.palette = Zlib(Bytes(384));
-  MessageFileWriter writer(Path("<b>.zvm"));
-  for (const Message& message : {first, V2({kEmpty, Banded(3, 1)}), V2({kEmpty, Direct(849)})}) {
-    const Bytes bytes = message.Build();
-    writer.Write(bytes.data(), bytes.size());
+class InfoTest : public ToolFixture {
+ protected:
+  InfoTest() {
+    fFirst.palette = Zlib(Bytes(384));
+    MessageFileWriter writer(Path("<b>.zvm"));
+    for (const Message& message : {fFirst, V2({kEmpty, Banded(3, 1)}), V2({kEmpty, Direct(849)})}) {
+      const Bytes bytes = message.Build();
+      writer.Write(bytes.data(), bytes.size());
+    }
+    writer.Commit();
   }
-  writer.Commit();
 
+  Message fFirst = V2({Direct(768), Direct(768), kEmpty, kEmpty}, kFlagSecondPass, {7, 7});
+};
+
+TEST_F(InfoTest, MapsBlocksAndTellsFailures) {
   const Outcome text = Run("zlibvideo info --map '<b>.zvm'");
   for (const char* part : {" 50.0 %  .#\n        .B\n", "        .!\n", "+ 2 messages decoded",
                            "0.0 %  ..\n        ! byte 8, block row 0 column 1"}) {
     EXPECT_NE(text.text.find(part), std::string::npos) << part << "\n" << text.text;
   }
+  const Outcome failed = Run("printf '\\0\\0\\1x' | zlibvideo info -");
+  EXPECT_NE(failed.text.find("! 1 message failed\n"), std::string::npos) << failed.text;
+  EXPECT_EQ(failed.text.find("records"), std::string::npos) << failed.text;
+}
+
+TEST_F(InfoTest, ShowsNothingButPrintableCharacters) {
   EXPECT_EQ(Run("zlibvideo info '<b>.zvm' | LC_ALL=C grep -c '[^ -~]'").text, "0\n");
   const std::string hostile = "'\x1B[7m\n\xC2\x9B'";
   const Outcome cut =
       Run("head -c -1 '<b>.zvm' >" + hostile + "; zlibvideo info " + hostile + "; rm *7*");
   EXPECT_NE(cut.text.find("! ?[7m??: ends early at byte"), std::string::npos) << cut.text;
   EXPECT_EQ(cut.text.find_first_of("\x1B\x9B"), std::string::npos);
-  const Outcome failed = Run("printf '\\0\\0\\1x' | zlibvideo info -");
-  EXPECT_NE(failed.text.find("! 1 message failed\n"), std::string::npos) << failed.text;
-  EXPECT_EQ(failed.text.find("records"), std::string::npos) << failed.text;
+}
+
+TEST_F(InfoTest, TellsThatTheStreamEndsEarlyWhereTheReportCannotBeWritten) {
   const Outcome full = Run("head -c -1 '<b>.zvm' | zlibvideo info - > /dev/full");
   EXPECT_EQ(full.text.find("zlibvideo: standard input: ends early"), 0u) << full.text;
-  for (const char* form : {"-", "- --json", "- --html -", "- --html empty.html"}) {
-    EXPECT_EQ(Run("zlibvideo info < /dev/null " + std::string(form) + "; echo $?; ls").text,
+}
+
+TEST_F(InfoTest, MakesNoReportWithoutAMessage) {
+  for (const std::string form : {"-", "- --json", "- --html -", "- --html empty.html"}) {
+    SCOPED_TRACE(form);
+    EXPECT_EQ(Run("zlibvideo info < /dev/null " + form + "; echo $?; ls").text,
               "zlibvideo: standard input: is empty\n1\n<b>.zvm\n");
-    EXPECT_EQ(Run("printf '\\0\\0' | zlibvideo info " + std::string(form) + "; echo $?; ls").text,
+    EXPECT_EQ(Run("printf '\\0\\0' | zlibvideo info " + form + "; echo $?; ls").text,
               "zlibvideo: standard input: ends early at byte 2: 1 more byte belongs to the length "
               "of message 0; it may not be a message file\n1\n<b>.zvm\n");
   }
+}
 
+TEST_F(InfoTest, WritesAnObjectForEveryMessage) {
   std::istringstream lines(Run("zlibvideo info --json '<b>.zvm'").text);
   Json objects[3];
   lines >> objects[0] >> objects[1] >> objects[2];
@@ -156,15 +174,19 @@ TEST_F(InfoTest, ReportsInEveryForm) {
       "codec_type": 6, "picture": {"width": 32, "height": 16}, "block": {"width": 16, "height": 16},
       "grid": {"columns": 2, "rows": 1}, "flags": 3, "palette": "installed", "passes": 2,
       "changed_blocks": 2, "unread_bytes": 2, "failure": null})");
-  expected["bytes"] = first.Build().size();
-  expected["palette_bytes"] = first.palette->size();
+  expected["bytes"] = fFirst.Build().size();
+  expected["palette_bytes"] = fFirst.palette->size();
   for (const auto& kind : objects[0]["records"].items()) {
     expected["records"][kind.key()] = {{"count", 0}, {"bytes", 0}};
   }
   expected["records"]["direct"] = {{"count", 2}, {"bytes", 2 * Direct(768).Build().size()}};
   expected["records"]["empty"] = {{"count", 2}, {"bytes", 4}};
   EXPECT_EQ(objects[0], expected);
+  EXPECT_EQ(objects[1]["decoded"], true);
+  EXPECT_EQ(objects[2]["decoded"], false);
+}
 
+TEST_F(InfoTest, WritesAPageWithWhatEachMessageChanged) {
   EXPECT_EQ(Run("zlibvideo info --html page.html '<b>.zvm'").status, 2);
   const std::string page = ReadFile("page.html");
   const std::size_t start = page.find('[', page.find("id=\"messages\""));
@@ -177,11 +199,13 @@ TEST_F(InfoTest, ReportsInEveryForm) {
             "[[1,4," + std::to_string(Banded(3, 1).Build().size()) + ",1,3,1]]");
   const Outcome bare = Run("zlibvideo info --picture-limit 0 --html - '<b>.zvm'");
   EXPECT_NE(bare.text.find("\"patch\":\"omitted\""), std::string::npos);
+}
 
+TEST_F(InfoTest, DrawsNoBarIntoAPageOnTheTerminal) {
   const Outcome screen =
       Run("mkfifo in; { cat *.zvm; sleep 0.2; cat *.zvm; } >in & "
           "script -qec \"'" ZLIBVIDEO_PROGRAM "' info in --html -\" /dev/null");
-  EXPECT_EQ(screen.text.find("\x1B[K"), screen.text.rfind("\x1B[K")) << "a bar in the page";
+  EXPECT_EQ(screen.text.find("\x1B[K"), screen.text.rfind("\x1B[K"));
 }
 
 }  // namespace
