@@ -3,6 +3,7 @@
 #include <zlib.h>
 
 #include <algorithm>
+#include <array>
 #include <memory>
 #include <regex>
 #include <sstream>
@@ -74,15 +75,21 @@ TEST_F(DecodeTest, RawPicturesComeThroughFilesAndPipes) {
 }
 
 TEST_F(DecodeTest, OutputGoesWhereItsNameLeads) {
-  Run("ln -s new/x.bgra link.bgra; ln -s loop loop");
+  Run("ln -s new/x.bgra link.bgra");
   EXPECT_EQ(0, Run("zlibvideo decode good.zvm -o link.bgra").status);
   EXPECT_TRUE(SameBytes(Bitmaps(0, fAll), ReadFile("new/x.bgra")));
   EXPECT_EQ("602\n", Run("chmod 602 new/x.bgra; zlibvideo decode good.zvm -o link.bgra && "
                          "stat -c %a new/x.bgra")
                          .text);
+}
+
+TEST_F(DecodeTest, StandardOutputByItsNameIsNotReplaced) {
   Run("{ zlibvideo decode good.zvm --format bgra -o /dev/stdout; echo end; } > x.bgra");
-  EXPECT_TRUE(SameBytes(Bitmaps(0, fAll) + "end\n", ReadFile("x.bgra")))
-      << "replaced under the shell";
+  EXPECT_TRUE(SameBytes(Bitmaps(0, fAll) + "end\n", ReadFile("x.bgra")));
+}
+
+TEST_F(DecodeTest, UnusableOutputShowsBeforeAnyWork) {
+  Run("ln -s loop loop");
   EXPECT_EQ(2, Run("zlibvideo decode good.zvm -o none/. --format hash; ls none").status);
   const Outcome pipe =
       Run("mkfifo p.y4m; cat p.y4m > q.y4m & zlibvideo decode good.zvm -o p.y4m; ls p-2.y4m");
@@ -90,7 +97,7 @@ TEST_F(DecodeTest, OutputGoesWhereItsNameLeads) {
   for (const char* name : {"loop", "$(printf %0300d 1)"}) {
     const Outcome outcome = Run("zlibvideo decode /dev/null --format hash -o " + std::string(name));
     EXPECT_NE(std::string::npos, outcome.text.find(": cannot be opened for writing: "))
-        << "what is wrong with the output shows before any work: " << outcome.text;
+        << outcome.text;
   }
 }
 
@@ -100,7 +107,8 @@ TEST_F(DecodeTest, ClosedStandardStreamsAreNotTakenForTheOutput) {
   for (const char* name : {"-", "/dev/stdout"}) {
     const Outcome closed =
         Run("zlibvideo decode good.zvm --format hash >&- -o " + std::string(name));
-    EXPECT_EQ("zlibvideo: standard output: cannot be written: Bad file descriptor\n", closed.text);
+    EXPECT_EQ("zlibvideo: standard output: cannot be written: Bad file descriptor\n", closed.text)
+        << name;
   }
   EXPECT_EQ(1, Run("zlibvideo decode - -o y.bgra <&-").status);
 }
@@ -166,7 +174,7 @@ TEST_F(DecodeTest, RangeBehindTheStreamIsAnError) {
     const std::string output = format == "null" ? "" : " -o x";
     const Outcome outcome = Run("zlibvideo decode good.zvm --from 100 --format " + format + output);
     EXPECT_EQ(1, outcome.status) << format;
-    EXPECT_EQ(line + " messages\n", outcome.text);
+    EXPECT_EQ(line + " messages\n", outcome.text) << format;
     EXPECT_EQ((std::set<std::string>{"bad.zvm", "good.zvm"}), Files()) << format;
   }
 }
@@ -206,9 +214,8 @@ TEST_F(DecodeTest, InputIsNeverReplaced) {
     EXPECT_TRUE(SameBytes(input, ReadFile(name))) << name;
 }
 
-TEST_F(DecodeTest, WhoeverLeavesOrStopsItGetsNoUnfinishedFile) {
+TEST_F(DecodeTest, AReaderThatLeavesEndsTheProgramQuietly) {
   Run("for i in 1 2 3 4 5 6 7 8 9; do cat good.zvm >> long.zvm; done");
-  const std::set<std::string> before = Files();
   for (const char* arguments :
        {"decode long.zvm --format bgra -o /dev/stdout", "info --json long.zvm",
         "info --html - long.zvm", "record --help"}) {
@@ -217,6 +224,9 @@ TEST_F(DecodeTest, WhoeverLeavesOrStopsItGetsNoUnfinishedFile) {
             "; echo $? >&3; } | { exec <&-; echo >gone; }; } 3>&1; rm gone");
     EXPECT_EQ("1\n", outcome.text) << arguments;
   }
+}
+
+TEST_F(DecodeTest, NoPicturesGoToATerminal) {
   for (const char* arguments : {"decode good.zvm --format bgra -o -", "record one.png -o -"}) {
     const Outcome outcome = Run("script -qec \"'" ZLIBVIDEO_PROGRAM "' " + std::string(arguments) +
                                 "\" /dev/null < /dev/null");
@@ -224,10 +234,18 @@ TEST_F(DecodeTest, WhoeverLeavesOrStopsItGetsNoUnfinishedFile) {
     EXPECT_NE(std::string::npos, outcome.text.find("standard output: is a terminal")) << arguments;
     EXPECT_EQ(1, Lines(outcome.text)) << arguments;
   }
+}
+
+TEST_F(DecodeTest, HashLinesComeAsMessagesAreDecoded) {
   const Outcome live =
       Run("mkfifo in; { cat bad.zvm; read x <in; } | zlibvideo decode - --format hash 2>&- | "
           "{ timeout 9 head -n 4; echo >in; }; rm in");
   EXPECT_EQ(4, Lines(live.text)) << live.text;
+}
+
+TEST_F(DecodeTest, ASignalLeavesNoUnfinishedFile) {
+  Run("for i in 1 2 3 4 5 6 7 8 9; do cat good.zvm >> long.zvm; done");
+  const std::set<std::string> before = Files();
   for (const int signal : {SIGTERM, SIGXCPU}) {
     const Outcome stopped =
         Run("ulimit -c 0; mkfifo in; '" ZLIBVIDEO_PROGRAM
@@ -235,7 +253,7 @@ TEST_F(DecodeTest, WhoeverLeavesOrStopsItGetsNoUnfinishedFile) {
             "do sleep 0.01; done; kill -" +
             std::to_string(signal) + " $!; wait $!; status=$?; rm in; exit $status");
     EXPECT_EQ(128 + signal, stopped.status) << stopped.text;
-    EXPECT_NE(std::string::npos, stopped.text.find("stopped by a signal"));
+    EXPECT_NE(std::string::npos, stopped.text.find("stopped by a signal")) << signal;
   }
   EXPECT_EQ(before, Files());
 }
@@ -247,8 +265,13 @@ TEST_F(DecodeTest, UsageErrorsNameTheValue) {
         "-o x.hash --fps 5", "-o %04d.bgra", "-o a%d.webp", "--format null -o x", "-o x.null"}) {
     const Outcome outcome = Run("zlibvideo decode good.zvm " + arguments);
     EXPECT_EQ(1, outcome.status) << arguments;
-    EXPECT_NE(std::string::npos, outcome.text.find(arguments.substr(arguments.rfind(' ') + 1)));
+    EXPECT_NE(std::string::npos, outcome.text.find(arguments.substr(arguments.rfind(' ') + 1)))
+        << arguments;
   }
+  EXPECT_EQ((std::set<std::string>{"bad.zvm", "good.zvm"}), Files());
+}
+
+TEST_F(DecodeTest, EmptyNamesAreRefused) {
   for (const std::string arguments :
        {"decode good.zvm -o ''", "decode good.zvm --verify ''", "decode '' -o x.png", "info ''",
         "info good.zvm --html ''", "record '' -o x.zvm", "record x.png -o ''"}) {
@@ -256,6 +279,9 @@ TEST_F(DecodeTest, UsageErrorsNameTheValue) {
     EXPECT_EQ(1, outcome.status) << arguments;
     EXPECT_NE(std::string::npos, outcome.text.find(": the name is empty\n")) << outcome.text;
   }
+}
+
+TEST_F(DecodeTest, UsageErrorsAreInTheProgramsOwnWords) {
   const std::pair<const char*, const char*> mistakes[] = {
       {"-v good.zvm", "\"good.zvm\" is not a command; commands are decode, record and info"},
       {"decode good.zvm -o x.png 1.png --form", "unexpected arguments: 1.png --form"},
@@ -279,7 +305,7 @@ TEST(Bt709Test, EveryColourSurvivesInTenBits) {
   using Ten = Bt709<10>;
   // Red by the definition: Y = 64 + 876 x 0.2126, Cb = 512 - 896 x 0.2126 / 1.8556.
   const Ten::YCbCr red = Ten::FromRgb({255, 0, 0});
-  EXPECT_TRUE(red.y == 250 && red.cb == 409 && red.cr == 960);
+  EXPECT_EQ((std::array<int, 3>{red.y, red.cb, red.cr}), (std::array{250, 409, 960}));
   for (int rgb = 0; rgb < 1 << 24; ++rgb) {
     const Ten::Rgb colour = {rgb >> 16, rgb >> 8 & 255, rgb & 255};
     if (Ten::ToRgb(Ten::FromRgb(colour)) != colour) FAIL() << std::hex << rgb;
