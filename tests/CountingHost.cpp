@@ -48,21 +48,21 @@ CountingHost& Host() {
 
 void CountingBitmap::Realloc(int width, int height, EBitmapType type) {
   if (width + extra == GetWidth() && height + extra == GetHeight()) return;
-  const int rowLength = (width + extra) * 4;
+  const int rowLength = (width + extra) * kBitmapPixelBytes;
   fPixels = MakeGuarded(static_cast<std::size_t>(rowLength * (height + extra)), Host().fill);
-  SetSurface(type, nullptr, bottomUp ? -rowLength : rowLength, width + extra, height + extra);
-  fBaseAddress.Set(TopRow());
+  SetSurface(type, nullptr, 0, width + extra, height + extra);
+  SetSurface(type, TopRow(), RowLength(), GetWidth(), GetHeight());
 }
 
 unsigned char* CountingBitmap::TopRow() const {
-  return fPixels.get() + (bottomUp ? -GetRowLength() * (GetHeight() - 1) : 0);
+  return fPixels.get() + (bottomUp ? -RowLength() * (GetHeight() - 1) : 0);
 }
 
 BitmapPixels CountingBitmap::Pixels() const {
   Bytes pixels;
   for (int row = 0; row < GetHeight(); ++row) {
-    const unsigned char* start = TopRow() + GetRowLength() * row;
-    pixels.insert(pixels.end(), start, start + GetWidth() * 4);
+    const unsigned char* start = TopRow() + RowLength() * row;
+    pixels.insert(pixels.end(), start, start + GetWidth() * kBitmapPixelBytes);
   }
   return {GetWidth(), pixels};
 }
@@ -72,8 +72,8 @@ BitmapPixels CountingBitmap::Pixels() const {
 using namespace zlibvideo;
 
 void* Vorn::SystemNew(unsigned long size, FixedMallocOpts opts) {
-  if (Host().allocations.size() + 1 == Host().failAt) {
-    Host().failAt = 0;
+  if (Host().failAt != 0 && Host().allocations.size() + 1 >= Host().failAt) {
+    if (!Host().forGood) Host().failAt = 0;
     if (Host().failure == AllocationFailure::kNull) return nullptr;
     if (Host().failure == AllocationFailure::kOtherException)
       throw std::runtime_error("heap is broken");
@@ -107,6 +107,7 @@ void SBitmapCore::UpdateMipMap(SRECT r) {
 }
 VideoDecompressor::VideoDecompressor(CorePlayer* a, NetStream* b) {
   Note("Made", {a != nullptr, b != nullptr});
+  fVideoResourcesReleased = true;  // for the decoder to clear
 }
 VideoDecompressor::~VideoDecompressor() {
   Note("Gone, allocations left:", {static_cast<int>(Host().live.size())});
@@ -120,13 +121,16 @@ void VideoDecompressor::DeleteHWCodec(Vorn::GCAPI::GCRef<SObject>) {}
 
 void SBitmapCore::Restore() {
   Note("Restore");
-  fBaseAddress.Set(static_cast<CountingBitmap*>(this)->TopRow());
+  const auto* bitmap = static_cast<CountingBitmap*>(this);
+  SetSurface(GetType(), bitmap->TopRow(), bitmap->RowLength(), GetWidth(), GetHeight());
 }
 
 bool VideoDecompressor::ReallocBitmap(Vorn::GCAPI::GCRef<SObject> video, int width, int height,
                                       bool flag1, bool flag2, EBitmapType type, SRECT const* area,
                                       SPOINT const* origin) {
   Note("ReallocBitmap", {width, height, flag1, flag2, type, area != nullptr, origin != nullptr});
-  static_cast<CountingVideoObject*>(video.Get())->bitmap.Realloc(width, height, type);
+  auto& object = *static_cast<CountingVideoObject*>(video.Get());
+  object.bitmap.Realloc(width, height, type);
+  object.record.fBitmap = object.getsABitmap ? &object.bitmap : nullptr;
   return false;
 }

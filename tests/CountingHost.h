@@ -27,6 +27,7 @@ struct CountingHost {
   std::vector<std::string> calls;                        // of the other services, with arguments
   std::unordered_map<void*, HostBytes> live;
   std::size_t failAt = 0;  // the allocation to fail, counted from 1; 0 once it has
+  bool forGood = false;    // `failAt` stays: all that follow fail as well
   AllocationFailure failure = AllocationFailure::kBadAlloc;
   bool throwOnRelease = false;
   unsigned char fill = 0xA5;  // what new memory and new bitmaps hold
@@ -34,11 +35,11 @@ struct CountingHost {
 
 CountingHost& Host();  // the thread's own
 
-/// Keeps its pixels while the size asked for stays the same.
+/// Keeps its pixels while the size asked for stays the same. Put away, it knows no row length.
 class CountingBitmap : public SBitmapCore {
  public:
   void Realloc(int width, int height, EBitmapType type);
-  void PutAway() { fBaseAddress.Set(nullptr); }
+  void PutAway() { SetSurface(GetType(), nullptr, 0, GetWidth(), GetHeight()); }
   void DamageAField() { reinterpret_cast<unsigned char&>(fWidth) ^= 1; }
   BitmapPixels Pixels() const;
 
@@ -47,15 +48,18 @@ class CountingBitmap : public SBitmapCore {
 
  private:
   friend class SBitmapCore;
+  int RowLength() const { return (bottomUp ? -kBitmapPixelBytes : kBitmapPixelBytes) * GetWidth(); }
   unsigned char* TopRow() const;
   HostBytes fPixels;
 };
 
+/// Has no bitmap before the host is first told its size.
 struct CountingVideoObject : SObject {
-  CountingVideoObject() { SetRenderRecord(&record, true); }
-  void RemoveRecord() { SetRenderRecord(nullptr, false); }
+  CountingVideoObject() { SetRecord(&record); }
+  void SetRecord(RenderRecord* newRecord) { SetRenderRecord(newRecord, newRecord != nullptr); }
   CountingBitmap bitmap;
-  RenderRecord record = {&bitmap};
+  bool getsABitmap = true;
+  RenderRecord record;
 };
 
 /// Opens the decoder's own state to the tests.

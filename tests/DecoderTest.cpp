@@ -15,6 +15,13 @@ struct Counted : HostObject {
   int* destroyed;
 };
 
+/// A texture that takes the buffer with it.
+struct TakesTheBuffer : HostObject {
+  explicit TakesTheBuffer(VideoDecompressor* owner) : decoder(owner) {}
+  ~TakesTheBuffer() override { decoder->DeleteVideoBuffer(); }
+  VideoDecompressor* decoder;
+};
+
 TEST_F(DecoderTest, TestsAndReadsTheHeader) {
   using Case = std::tuple<const char*, Bytes, std::array<int, 4>>;
   constexpr std::array kNothing{0, 0, 64, 64};
@@ -137,6 +144,12 @@ TEST_F(DecoderTest, NotesWhenNeitherTextureNorBufferIsLeft) {
     EXPECT_EQ(d.fVideoBuffer, nullptr);
   }
   EXPECT_EQ(gone, 4);
+  d.fVideoResourcesReleased = false;
+  d.fVideoTexture = new TakesTheBuffer(&d);
+  d.fVideoBuffer = new Counted(&gone);
+  d.DeleteVideoTexture();
+  EXPECT_TRUE(d.fVideoResourcesReleased) << "both at once";
+  EXPECT_EQ(gone, 5);
 }
 
 TEST_F(DecoderTest, DestroysWhatDecodesOnAGraphicsProcessor) {
@@ -178,6 +191,29 @@ TEST_F(DecoderTest, DrawsOnlyIntoAVideoObjectAndWhenAsked) {
   EXPECT_EQ(decoder->fDecodedFrameCount, 3u);
 }
 
+TEST_F(DecoderTest, DrawsAsTheSecondFlagOfAMessageSays) {
+  Bytes bytes = PlainPicture(Header(3, 16, 16, 16, 16), 1).Whole().Build();
+  const auto size = static_cast<unsigned int>(bytes.size());
+  TCMessage message{bytes.data(),
+                    {0, static_cast<unsigned char>(size / 256), static_cast<unsigned char>(size)}};
+  const Vorn::GCAPI::GCRef<SObject> ref(video.get());
+  for (const auto& [unused, skipPush] :
+       {std::pair{false, false}, {true, false}, {false, true}, {true, true}}) {
+    Host().calls.clear();
+    EXPECT_EQ(decoder->DecompressVideoMessage(ref, &message, unused, skipPush), 1);
+    EXPECT_EQ(Host().calls.size(), skipPush ? 1u : 4u) << unused << ' ' << skipPush;
+  }
+}
+
+TEST_F(DecoderTest, KeepsWhatItDecodedWhenItIsFlushed) {
+  for (const Step& step : GoodStream()) {
+    EXPECT_TRUE(decoder->Flush());
+    EXPECT_TRUE(decoder->FlushAfterSeek());
+    ASSERT_TRUE(Decode(step.message));
+    EXPECT_TRUE(Shows(step.bitmap));
+  }
+}
+
 TEST_F(DecoderTest, DrawsNothingOfAFailedMessageButKeepsItsBlocks) {
   PlainPicture picture(Header(3, 16, 32, 16, 16), 1);
   EXPECT_TRUE(Decode(picture.Whole().Build()));
@@ -198,10 +234,15 @@ TEST_F(DecoderTest, DrawsNothingOfAFailedMessageButKeepsItsBlocks) {
 
 TEST_F(DecoderTest, PassesOverAVideoObjectWithoutABitmap) {
   const Bytes bytes = PlainPicture(Header(3, 16, 16, 16, 16), 1).Whole().Build();
-  video->record.fBitmap = nullptr;
+  video->getsABitmap = false;
   EXPECT_TRUE(Decode(bytes));
-  video->RemoveRecord();
+  video->SetRecord(nullptr);
   EXPECT_TRUE(Decode(bytes));
+}
+
+TEST_F(DecoderTest, ReadsNoRenderRecordWhereNothingIsDrawn) {
+  video->SetRecord(reinterpret_cast<RenderRecord*>(16));  // nothing that could be read
+  EXPECT_TRUE(Decode(PlainPicture(Header(3, 16, 16, 16, 16), 1).Whole().Build(), true));
 }
 
 }  // namespace

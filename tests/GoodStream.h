@@ -110,23 +110,27 @@ inline std::vector<Step> GoodStream() {
   }
   add(picture, message);
 
-  // Colour-reduced; then one block, primed with its earlier codes; then another geometry, where
-  // the palette still holds.
+  // Colour-reduced; then version 1, which leaves the reference data of version 2 alone: one block
+  // is primed with its earlier codes, another takes rows against its earlier pixels. Then another
+  // geometry, where the palette still holds.
   message = {.palette = Zlib(PaletteColors())};
   for (Bytes& block : picture.blocks)
     message.records.push_back({formats::kReduced, {}, Zlib(ReduceColors(&block))});
   add(picture, message);
-  Bytes& block = picture.blocks[0];
-  const Bytes codes = ReduceColors(&block);
-  std::rotate(block.begin(), block.begin() + 48, block.end());
-  message = {
-      .records = {
-          {formats::kPrimed | formats::kReduced, {}, RawDeflate(ReduceColors(&block), codes)},
-          {},
-          {},
-          {},
-          {},
-          {}}};
+  Bytes turned = picture.blocks[0];
+  const Bytes before = picture.blocks[1], codes = ReduceColors(&turned);
+  std::rotate(turned.begin(), turned.begin() + 48, turned.end());
+  const Bytes row(before.end() - 48, before.end());
+  picture = PlainPicture(Header(kCodecTypeVersion1, 40, 24, 16, 16), 700);
+  add(picture, picture.Whole());
+  message = {.records = std::vector<Record>(6)};
+  message.records[0] = {
+      formats::kPrimed | formats::kReduced, {}, RawDeflate(ReduceColors(&turned), codes)};
+  message.records[1] = {formats::kPrimed | formats::kBanded, Band{7, 1}, RawDeflate(row, before)};
+  picture.header.codecType = kCodecTypeVersion2;
+  picture.blocks[0] = turned;
+  picture.blocks[1] = before;
+  std::copy(row.begin(), row.end(), picture.blocks[1].begin() + 7 * 48);
   add(picture, message);
   picture = PlainPicture(Header(kCodecTypeVersion2, 33, 20, 32, 16), 500);
   message.records.clear();
