@@ -246,6 +246,7 @@ TEST_F(BlockTest, DecodesEveryKindOfVersion2Payload) {
       {"intermediate", kIntermediate, {}, Zlib(pixels), true, 768, {{0, pixels}}, P, C},
       {"fills the room", kIntermediate, {}, Zlib(tooLong), true, 848, {{0, room}}, P},
       {"bad check value", kIntermediate, {}, Damaged(Zlib(pixels)), true, 768, {{0, black}}, P},
+      {"gzip", kIntermediate, {}, Compress(pixels, {}, MAX_WBITS + 16), true, 0, {{0, black}}, P},
       {"preset dictionary", kIntermediate, {}, Zlib(pixels, P), true, 0, {{0, black}}, P},
       {"cut off", kIntermediate, {}, uncheckedRows, true, 96, {{0, rows}}, P},
       {"primed", kPrimed, {}, RawDeflate(turned, P), true, 768, {{0, turned}}, P, C},
@@ -305,26 +306,57 @@ TEST_F(BlockTest, TestsBandsOneByOne) {
 }
 
 TEST_F(BlockTest, PrimesWithLargeBlocks) {
-  // One, two and four stored blocks; the pixels repeat, so that they compress.
-  for (const auto& [size, start] : {std::pair{64, 10}, {160, 0}, {256, 251}}) {
-    Bytes pixels;
-    while (pixels.size() < 256 * 256 * 3) Append(&pixels, Noise(9999, 1));
-    pixels.resize(static_cast<std::size_t>(size * size * 3));
-    Bytes turned = pixels, banded = pixels;
-    std::rotate(turned.begin(), turned.begin() + 700, turned.end());
-    const Bytes rows = Slice(turned, 0, size * 3 * 5);
+  // The dictionary is one, two or four stored blocks; payloads go on with pixels that repeat from
+  // so far back that they need nearly all of the history.
+  Bytes all;
+  while (all.size() < 2 * 256 * 256 * 3) Append(&all, Noise(32'000, 1));
+  const Bytes codes = {0x0A, 0x05, 0xFF, 0xFF}, bgr = {0, 0, 255, 255, 255, 255, 248, 248, 248};
+  for (const auto& [size, start] : {std::pair{112, 10}, {160, 0}, {256, 251}}) {
+    SCOPED_TRACE(size);
+    const int bytes = size * size * 3;
+    const Bytes pixels = Slice(all, 0, bytes), next = Slice(all, bytes, 2 * bytes);
+    const Bytes rows = Slice(next, 0, size * 3 * 5);
+    Bytes banded = pixels, coded = pixels;
     std::copy(rows.begin(), rows.end(), banded.begin() + size * 3 * start);
+    std::copy(bgr.begin(), bgr.end(), coded.begin());
     const FrameHeader header = Header(6, size, size, size, size);
-    EXPECT_GT(Unpack({.header = header, .records = {{.format = kDirect, .payload = Zlib(pixels)}}}),
-              0);
+    EXPECT_GT(Unpack({.header = header, .records = {{kDirect, {}, Zlib(pixels)}}}), 0);
     const BitmapDataBlock& b = *decoder->GetBlock(0, 0);
-    for (const auto& [record, expected] :
-         {std::pair{Record{kPrimed, {}, RawDeflate(turned, pixels)}, turned},
-          {Record{kPrimed | kBanded, Band{start, 5}, RawDeflate(rows, pixels)}, banded}}) {
+    // What codes leave of the block shows the dictionary as it landed.
+    for (const auto& [name, record, expected] :
+         {std::tuple{"whole", Record{kPrimed, {}, RawDeflate(next, pixels)}, next},
+          {"band", Record{kPrimed | kBanded, Band{start, 5}, RawDeflate(rows, pixels)}, banded},
+          {"codes", Record{kPrimed | kReduced, {}, RawDeflate(codes, pixels)}, coded}}) {
+      SCOPED_TRACE(name);
+      EXPECT_LT(record.payload.size(), 2000u) << "is to find its pixels in the dictionary";
       EXPECT_GT(Unpack({.header = header, .records = {record}}), 0);
-      EXPECT_TRUE(SameBytes(expected, RawData(b), {size, 3}));
+      EXPECT_TRUE(SameBytes(expected, std::span(b.fRawData, expected.size()), {size, 3}));
+      EXPECT_EQ(b.fRawDataSize, record.format == (kPrimed | kReduced) ? 9 : bytes);
       EXPECT_TRUE(SameBytes(pixels, PreviousData(b), {size, 3}));
     }
+  }
+}
+
+TEST_F(BlockTest, TellsWhatADamagedStreamGave) {
+  const HostBytes room = MakeGuarded(848, 0), stream = MakeGuarded(Damaged(zeros));
+  unsigned int length = 848;
+  EXPECT_FALSE(decoder->DecompressBlock(room.get(), &length, stream.get(),
+                                        static_cast<unsigned int>(zeros.size())));
+  EXPECT_EQ(length, 768u);
+}
+
+TEST_F(BlockTest, RejectsCodesWithoutMemoryForTableOrPalette) {
+  for (const std::size_t missing : {2ul, 3ul}) {
+    SCOPED_TRACE(missing == 2 ? "table" : "palette");
+    Restart();
+    Host().failAt = missing;
+    Host().forGood = true;
+    Host().failure = AllocationFailure::kNull;
+    const HostBytes target = MakeGuarded(9, 0xEE), source = MakeGuarded({5, 0x80, 0});
+    unsigned int length = 9;
+    decoder->ConvertImageColorToQuarn24(target.get(), &length, source.get(), 3, kReduced);
+    EXPECT_EQ(length, 9u);
+    EXPECT_TRUE(SameBytes(Bytes(9, 0xEE), std::span(target.get(), 9)));
   }
 }
 
