@@ -1,8 +1,10 @@
 // A host without memory, with stale memory, with many threads; and what a message can cost at most.
 
+#include <map>
 #include <thread>
 
 #include "grid/BufferSizes.h"
+#include "host/SystemMemory.h"
 #include "tests/CountingHost.h"
 #include "tests/ZlibProbe.h"
 
@@ -42,6 +44,39 @@ TEST_F(HostileTest, DecodesOnAfterEachFailedAllocation) {
         ASSERT_TRUE(Decode(step.message));
         ASSERT_TRUE(Shows(step.bitmap));
       }
+    }
+  }
+}
+
+TEST_F(HostileTest, FailsTheMessagesThatMissMemory) {
+  const Bytes white(768, 0xFF);
+  const Message v1{.header = Header(3, 16, 16, 16, 16), .records = {{.payload = Zlib(white)}}};
+  const Message v2{.header = Header(6, 16, 16, 16, 16),
+                   .records = {{kReduced, {}, Zlib(Bytes(256, 5))}}};
+  // The first allocation is the decoder itself.
+  for (const auto& [name, message, request, decodes, decodesForGood] :
+       {std::tuple{"grid", v1, 2ul, false, false},
+        {"block record", v1, 3ul, false, false},
+        {"pixels", v1, 4ul, false, false},
+        {"none, version 1", v1, 5ul, true, true},
+        {"scratch buffer", v2, 4ul, false, false},
+        {"colour table, made when converting", v2, 5ul, true, false},
+        {"palette, made when converting", v2, 6ul, true, false},
+        {"pixels, version 2", v2, 7ul, false, false},
+        {"converted data, which is only kept", v2, 8ul, true, false},
+        {"previous data", v2, 9ul, false, false},
+        {"none, version 2", v2, 10ul, true, true}}) {
+    for (const bool forGood : {false, true}) {
+      SCOPED_TRACE(testing::Message() << name << (forGood ? ", for good" : ", once"));
+      Restart();
+      Host().failAt = request;
+      Host().forGood = forGood;
+      Host().failure = AllocationFailure::kNull;
+      EXPECT_EQ(Decode(message.Build()), forGood ? decodesForGood : decodes);
+      Host().failAt = 0;
+      EXPECT_TRUE(Decode(message.Build())) << "with memory again";
+      // A missing block record leaves a gap.
+      EXPECT_TRUE(Shows({16, Bytes(1024, request == 3 ? 0xA5 : 0xFF)}));
     }
   }
 }
@@ -113,10 +148,11 @@ TEST_F(HostileTest, CostsNoMoreMemoryThanTheHeaderAllows) {
                       .payload = Zlib(Bytes(isV2 ? scratch : room))};
     const Message message{.header = header, .records{filled, most}, .rest = Bytes(2)};
     EXPECT_EQ(Decode(message.Build(), true), filled == blocks);
-    std::size_t bytes = 0;
-    for (const auto& [size, option] : Host().allocations) bytes += size;
-    EXPECT_EQ(bytes - sizeof(DecoderProbe),
-              blocks * (sizeof(BitmapDataBlock*) + sizeof(BitmapDataBlock)) + filled * room +
+    std::map<int, std::size_t> bytes;  // by option
+    for (const auto& [size, option] : Host().allocations) bytes[option] += size;
+    EXPECT_EQ(bytes[Vorn::kFixedMallocBlockRecord], blocks * sizeof(BitmapDataBlock));
+    EXPECT_EQ(bytes[Vorn::kFixedMallocDefault] - sizeof(DecoderProbe),
+              blocks * sizeof(BitmapDataBlock*) + filled * room +
                   (isV2 ? filled * (room + scratch) + scratch + 131072 + 512 : 0));
   }
 }
@@ -124,10 +160,13 @@ TEST_F(HostileTest, CostsNoMoreMemoryThanTheHeaderAllows) {
 using HostileDeathTest = DecoderTest;
 
 TEST_F(HostileDeathTest, SignalsCountsThatAreTooLarge) {
-  EXPECT_DEATH(static_cast<void>(decoder->SetupCodec(32768, 16384, 1, 1)), "object too large");
+  // Nothing is asked for before: that would throw.
   Host().failAt = 2;
+  EXPECT_DEATH(static_cast<void>(decoder->SetupCodec(32768, 16384, 1, 1)), "object too large");
   Host().failure = AllocationFailure::kNull;
   EXPECT_FALSE(decoder->SetupCodec((1 << 29) - 1, 1, 1, 1));
+  Host().failAt = 2;
+  Host().failure = AllocationFailure::kBadAlloc;
   decoder->fScratchColorBufferSize = -1;
   EXPECT_DEATH(decoder->CheckScratchColorBuffer(), "object too large");
 }
