@@ -1,5 +1,10 @@
 // Geometry of the grid, life of its buffers, and its composition into the host's bitmap.
 
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <csignal>
+
 #include "grid/BufferSizes.h"
 #include "output/RowWidener.h"
 #include "tests/CountingHost.h"
@@ -185,12 +190,20 @@ TEST_F(GridTest, LeavesABitmapAloneThatCannotBeAddressed) {
 }
 
 TEST_F(GridTest, WritesNothingWithoutAGrid) {
-  video->bitmap.Realloc(2, 2, kBitmapVideoFrame);
-  Host().calls.clear();
-  decoder->PushFrame(&video->bitmap);
-  const std::vector<std::string> calls = {"LockBits 1", "UpdateMipMap 0 2 0 2", "UnlockBits"};
-  EXPECT_EQ(Host().calls, calls);
-  EXPECT_TRUE(Shows({2, Bytes(16, 0xA5)}));
+  for (const bool deleted : {false, true}) {
+    SCOPED_TRACE(deleted ? "deleted" : "never made");
+    Restart();
+    if (deleted) {
+      EXPECT_TRUE(decoder->SetupCodec(2, 2, 16, 16));
+      decoder->DeleteBlocks();
+    }
+    video->bitmap.Realloc(2, 2, kBitmapVideoFrame);
+    Host().calls.clear();
+    decoder->PushFrame(&video->bitmap);
+    const std::vector<std::string> calls = {"LockBits 1", "UpdateMipMap 0 2 0 2", "UnlockBits"};
+    EXPECT_EQ(Host().calls, calls);
+    EXPECT_TRUE(Shows({2, Bytes(16, 0xA5)}));
+  }
 }
 
 struct Rows : SBitmapCore {
@@ -209,6 +222,62 @@ TEST(BitmapTest, RestoresPixelsOnlyWhereTheyCanBeReached) {
     EXPECT_EQ(bitmap.GetBMBaseAddr(), type == kBitmapNotAddressable ? nullptr : pixels);
     EXPECT_EQ(Host().calls.size(), type == kBitmapNotAddressable ? 0u : 1u);
   }
+}
+
+/// 16 × 16 pixels, rows a page apart. The page of row 7 cannot be written, so the first write to it
+/// is the host's turn between two rows: the rows after it lie elsewhere, at another distance.
+class MovingBitmap : public SBitmapCore {
+ public:
+  MovingBitmap() {
+    SetSurface(kBitmapVideoFrame, fLower.get() - 8 * kPage, kPage, 16, 16);
+    fMoving = this;
+    struct sigaction move = {};
+    move.sa_handler = [](int) { fMoving->Move(); };
+    move.sa_flags = static_cast<int>(SA_RESETHAND);
+    sigaction(SIGSEGV, &move, &fBefore);
+  }
+  ~MovingBitmap() { sigaction(SIGSEGV, &fBefore, nullptr); }
+
+  /// All rows, wherever they lie.
+  BitmapPixels Pixels() const {
+    Bytes pixels;
+    for (std::ptrdiff_t row = 0; row < 16; ++row) {
+      const unsigned char* start =
+          row < 7 ? fUpper.get() + row * kUpperRow : fLower.get() + (row - 8) * kPage;
+      pixels.insert(pixels.end(), start, start + 16 * kBitmapPixelBytes);
+    }
+    return {16, pixels};
+  }
+
+ private:
+  static constexpr int kUpperRow = 100;
+  static inline const int kPage = static_cast<int>(sysconf(_SC_PAGESIZE));
+  static inline MovingBitmap* fMoving = nullptr;
+
+  void Move() {
+    mprotect(fLower.get() - kPage, static_cast<std::size_t>(kPage), PROT_READ | PROT_WRITE);
+    SetSurface(kBitmapVideoFrame, fUpper.get(), kUpperRow, 16, 16);
+  }
+
+  // Row 8 is the first behind the page before that memory.
+  HostBytes fLower = MakeGuarded(static_cast<std::size_t>(8 * kPage), 0xA5, true);
+  HostBytes fUpper = MakeGuarded(7 * kUpperRow, 0xA5);
+  struct sigaction fBefore = {};
+};
+
+TEST_F(GridTest, AsksForTheAddressOfEveryRow) {
+  const PlainPicture picture(Header(3, 16, 16, 16, 16), 1);
+  for (const NamedRowWidener& variant : AvailableRowWideners()) {
+    MovingBitmap bitmap;
+    variant.widen(picture.blocks[0].data(), {&bitmap, 15, 0}, 16, 16);
+    EXPECT_TRUE(SamePixels(picture.Bitmap(), bitmap.Pixels())) << variant.name;
+  }
+  MovingBitmap bitmap;
+  PlainPicture black = picture;
+  black.blocks[0].assign(768, 0);
+  EXPECT_TRUE(decoder->SetupCodec(16, 16, 16, 16));
+  decoder->PushFrame(&bitmap);
+  EXPECT_TRUE(SamePixels(black.Bitmap(), bitmap.Pixels())) << "black";
 }
 
 TEST(WidenRowTest, EveryVariantWritesItsRowsAndNothingElse) {
