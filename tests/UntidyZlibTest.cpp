@@ -8,6 +8,8 @@
 namespace zlibvideo {
 namespace {
 
+using namespace formats;
+
 struct UntidyZlibTest : DecoderTest {
   ~UntidyZlibTest() override { LinkedZlib() = {}; }
 };
@@ -17,7 +19,8 @@ TEST_F(UntidyZlibTest, LeavesRubbish) {
   PlainPicture picture(Header(6, 16, 16, 16, 16), 1);
   ASSERT_TRUE(Decode(picture.Whole().Build()));
   ASSERT_TRUE(Decode(
-      Message{.header = picture.header, .records = {{0x02, {}, Zlib(Bytes(767, 1))}}}.Build()));
+      Message{.header = picture.header, .records = {{kIntermediate, {}, Zlib(Bytes(767, 1))}}}
+          .Build()));
   EXPECT_EQ(decoder->GetBlock(0, 0)->fRawData[767], UntidyZlib::kRubbish);
 }
 
@@ -29,11 +32,11 @@ TEST_F(UntidyZlibTest, FailsMessagesWhoseStreamCannotBeginOrEnd) {
   Message direct = before.Whole();
   direct.palette = Zlib(PaletteColors());
   for (const auto& [record, shown] :
-       {std::pair{Record{0x02, {}, Zlib(pixels)}, after},
-        {Record{0x01, {}, RawDeflate(pixels, old)}, after},
-        {Record{0x04, Band{0, 16}, Zlib(pixels)}, after},
-        {Record{0x12, {}, Zlib(codes)}, after},
-        {Record{0x05, Band{5, 0}, RawDeflate(pixels, old)}, before}}) {
+       {std::pair{Record{kIntermediate, {}, Zlib(pixels)}, after},
+        {Record{kPrimed, {}, RawDeflate(pixels, old)}, after},
+        {Record{kBanded, Band{0, 16}, Zlib(pixels)}, after},
+        {Record{kIntermediate | kReduced, {}, Zlib(codes)}, after},
+        {Record{kPrimed | kBanded, Band{5, 0}, RawDeflate(pixels, old)}, before}}) {
     const Bytes message = Message{.header = before.header, .records = {record}}.Build();
     const Bytes unchanged = Message{.header = before.header, .records = {{}}}.Build();
     SCOPED_TRACE(*record.format);
@@ -42,12 +45,12 @@ TEST_F(UntidyZlibTest, FailsMessagesWhoseStreamCannotBeginOrEnd) {
     LinkedZlib().failsToBegin = true;
     EXPECT_FALSE(Decode(message));
     EXPECT_TRUE(Decode(unchanged));
-    EXPECT_EQ(video->bitmap.Pixels(), before.Bitmap());
+    EXPECT_TRUE(Shows(before.Bitmap()));
     LinkedZlib() = {.failsToEnd = true};
     EXPECT_FALSE(Decode(message));
     EXPECT_TRUE(LinkedZlib().open.empty());
     EXPECT_TRUE(Decode(unchanged));
-    EXPECT_EQ(video->bitmap.Pixels(), shown.Bitmap());
+    EXPECT_TRUE(Shows(shown.Bitmap()));
     LinkedZlib() = {};
   }
 }
