@@ -110,8 +110,8 @@ TEST_F(HostileTest, ShowsStaleMemoryOnlyInKnownPlaces) {
       }
       pictures.push_back(video->bitmap.Pixels());
     }
-    const bool differ = pictures[0] != pictures[1];
-    EXPECT_TRUE(differ == shows || (!differ && !ZlibLeavesRoomAlone())) << name;
+    if (shows && !ZlibLeavesRoomAlone()) continue;  // zlib may have written over it
+    EXPECT_EQ(pictures[0] != pictures[1], shows) << name;
   }
 }
 
