@@ -1,7 +1,9 @@
 // zlibvideo_bench [STREAM...] [--benchmark_...]: the isolated steps, then each stream, then tables.
-// --benchmark_filter picks steps by name, and streams as "stream/NAME".
+// --benchmark_filter picks steps by name, streams as "stream/NAME", and streams beside files of
+// other formats as "formats/NAME".
 
 #include <benchmark/benchmark.h>
+#include <zlib.h>
 
 #include <cstddef>
 #include <cstdio>
@@ -21,6 +23,7 @@ namespace {
 using zlibvideo::bench::Bytes;
 using zlibvideo::bench::FloorRunner;
 using zlibvideo::bench::PreparedStream;
+using zlibvideo::bench::TimedStream;
 
 /// Repetitions of all benchmarks come in a shuffled order, so that a slow minute of the machine
 /// falls on all of them.
@@ -54,13 +57,29 @@ std::vector<Bytes> RecordedCodes(const std::vector<PreparedStream>& streams) {
   return codes;
 }
 
-/// Applies the library's filter, a leading '-' of which inverts it, to a stream.
-bool IsWanted(const std::string& stream) {
+/// Applies the library's filter, a leading '-' of which inverts it, to a name TOPIC/CASE.
+bool IsWanted(const std::string& name) {
   std::string filter = benchmark::GetBenchmarkFilter();
   const bool inverted = filter.starts_with('-');
   if (inverted) filter.erase(0, 1);
   return filter.empty() || filter == "all" ||
-         std::regex_search("stream/" + stream, std::regex(filter)) != inverted;
+         std::regex_search(name, std::regex(filter)) != inverted;
+}
+
+/// Times the streams that are wanted, with or without the other formats, and prints their tables.
+void PlayStreams(std::vector<PreparedStream>* streams) {
+  if (streams->empty()) return;
+  std::puts(
+      "\nfloor: the calls of zlib and one memcpy of the bitmap; undrawn does without the latter");
+  std::vector<TimedStream> timed;
+  for (PreparedStream& stream : *streams) {
+    const bool withFormats = IsWanted("formats/" + stream.file.name);
+    if (!withFormats && !IsWanted("stream/" + stream.file.name)) continue;
+    if (withFormats) stream.EncodeStills();
+    timed.push_back({&stream, TimeStream(stream)});
+    PrintStreamTimes(stream, timed.back().times);
+  }
+  PrintSummary(timed);
 }
 
 void Run(const std::vector<char*>& paths) {
@@ -70,19 +89,14 @@ void Run(const std::vector<char*>& paths) {
     streams.emplace_back(path);
   }
 
+  std::printf("zlib %s\n", zlibVersion());
   zlibvideo::bench::RegisterComposition();
   zlibvideo::bench::RegisterConversion(RecordedCodes(streams));
   zlibvideo::bench::RegisterGrid();
   zlibvideo::bench::RatioReporter reporter;
   benchmark::RunSpecifiedBenchmarks(&reporter);
   reporter.PrintTables();
-  if (!streams.empty()) {
-    std::puts(
-        "\nfloor: the calls of zlib and one memcpy of the bitmap; undrawn does without the latter");
-  }
-  for (const PreparedStream& stream : streams) {
-    if (IsWanted(stream.file.name)) PrintStreamTimes(stream, TimeStream(stream));
-  }
+  PlayStreams(&streams);
 }
 
 }  // namespace

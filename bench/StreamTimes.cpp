@@ -1,11 +1,14 @@
 #include "bench/StreamTimes.h"
 
+#include <zlib.h>
+
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <limits>
 #include <memory>
+#include <span>
 #include <stdexcept>
 
 #include "bench/Contest.h"
@@ -23,6 +26,9 @@ constexpr std::size_t kMaxCalmPayloads = 8;
 constexpr int kMinRounds = 15;
 constexpr int kDecodings = 2000;
 
+/// Files of other formats have their turn in one round of several, since they take long.
+constexpr int kRoundsForStills = 4;
+
 enum Group { kKey, kBusy, kCalm, kAll, kGroups };
 constexpr const char* kGroupNames[kGroups] = {"key", "busy", "calm", "all"};
 
@@ -33,6 +39,8 @@ Group GroupOf(const MessageFloor& floor) {
 
 class Player {
  public:
+  const StandInBitmap& Bitmap() { return fVideo.Bitmap(); }
+
   void Decode(const Bytes& message, bool skipPush) {
     StandInMessage hostMessage(Writable(message.data()),
                                static_cast<std::uint32_t>(message.size()));
@@ -46,26 +54,58 @@ class Player {
   StandInVideoObject fVideo;
 };
 
+/// Decodes the files of one format.
+class StillPlayer {
+ public:
+  void Decode(const StillFormat& format, const Bytes& file, const MessageFloor& floor) {
+    fPixels.resize(floor.bitmapBytes);
+    format.decode(file, floor.header.imageWidth, &fPixels);
+  }
+  const Bytes& Pixels() const { return fPixels; }
+
+ private:
+  Bytes fPixels;
+};
+
 /// All ways, each with buffers of its own, so that none finds the cache warmed by another.
 struct Players {
   Player drawn;
   Player notDrawn;
   FloorRunner floor;
   FloorRunner floorAndConversion;
+  std::array<StillPlayer, StillFormat::kCount> stills;
 
-  void Run(int way, const Bytes& message, const MessageFloor& messageFloor) {
+  void Run(Way way, const PreparedStream& stream, std::size_t message) {
     switch (way) {
       case kDrawn:
-        return drawn.Decode(message, false);
+        return drawn.Decode(stream.file.messages[message], false);
       case kNotDrawn:
-        return notDrawn.Decode(message, true);
+        return notDrawn.Decode(stream.file.messages[message], true);
       case kFloor:
-        return floor.Run(messageFloor, false);
-      default:
-        return floorAndConversion.Run(messageFloor, true);
+        return floor.Run(stream.floors[message], false);
+      case kFloorAndConversion:
+        return floorAndConversion.Run(stream.floors[message], true);
+      default: {
+        const auto format = static_cast<std::size_t>(way - kFirstStill);
+        return stills.at(format).Decode(StillFormat::All()[format], stream.stills[format][message],
+                                        stream.floors[message]);
+      }
     }
   }
 };
+
+Way StillWay(std::size_t format) {
+  return static_cast<Way>(kFirstStill + static_cast<int>(format));
+}
+
+std::vector<Way> WaysOf(const PreparedStream& stream) {
+  std::vector<Way> ways = {kDrawn, kNotDrawn, kFloor};
+  if (stream.hasReduced) ways.push_back(kFloorAndConversion);
+  for (std::size_t format = 0; format < stream.stills.size(); ++format) {
+    ways.push_back(StillWay(format));
+  }
+  return ways;
+}
 
 struct GroupTotal {
   int messages = 0;
@@ -86,6 +126,30 @@ void PrintGroup(const char* name, const GroupTotal& total, bool hasReduced) {
   }
   std::printf(" %9.0f %9.0f\n", total.messages / s[kDrawn],
               total.pixelBytes / s[kDrawn] / kMegabyte);
+}
+
+void PrintLine(const TimedStream& timed, Way way, const char* what,
+               const std::vector<Bytes>& files) {
+  const auto count = static_cast<double>(timed.times.size());
+  double seconds = 0;
+  double bytes = 0;
+  for (const Times& message : timed.times) seconds += message[way];
+  for (const Bytes& file : files) bytes += static_cast<double>(file.size());
+  std::printf("  %-20s %-18s %12.3f %12.0f %16.0f\n", timed.stream->file.name.c_str(), what,
+              seconds * kMilliseconds / count, count / seconds, bytes / count);
+}
+
+void PrintLines(const TimedStream& timed) {
+  const PreparedStream& stream = *timed.stream;
+  PrintLine(timed, kDrawn, "zlibvideo", stream.file.messages);
+  PrintLine(timed, kFloor, "floor", stream.file.messages);
+  if (stream.hasReduced) {
+    PrintLine(timed, kFloorAndConversion, "floor+conversion", stream.file.messages);
+  }
+  for (std::size_t format = 0; format < stream.stills.size(); ++format) {
+    PrintLine(timed, StillWay(format), StillFormat::All()[format].name.c_str(),
+              stream.stills[format]);
+  }
 }
 
 }  // namespace
@@ -110,25 +174,45 @@ PreparedStream::PreparedStream(const std::string& path) : file(StreamFile::Read(
   }
 }
 
+void PreparedStream::EncodeStills() {
+  const auto& formats = StillFormat::All();
+  stills.assign(formats.size(), {});
+  Player player;
+  StillPlayer stillPlayer;
+  // Here too, the second round is the first like all others.
+  for (const Bytes& message : file.messages) player.Decode(message, false);
+  for (std::size_t i = 0; i < file.messages.size(); ++i) {
+    player.Decode(file.messages[i], false);
+    const std::span<const unsigned char> pixels = player.Bitmap().Pixels();
+    for (std::size_t format = 0; format < formats.size(); ++format) {
+      stills[format].push_back(formats[format].encode(player.Bitmap()));
+      stillPlayer.Decode(formats[format], stills[format].back(), floors[i]);
+      if (!std::ranges::equal(stillPlayer.Pixels(), pixels)) {
+        throw std::runtime_error(file.name + ": message " + std::to_string(i) +
+                                 " gives another picture as " + formats[format].name);
+      }
+    }
+  }
+}
+
 std::vector<Times> TimeStream(const PreparedStream& stream) {
-  const int rounds =
-      std::max(kMinRounds, kDecodings / static_cast<int>(stream.file.messages.size()));
+  const std::size_t messages = stream.file.messages.size();
+  const int rounds = std::max(kMinRounds, kDecodings / static_cast<int>(messages));
   const auto players = std::make_unique<Players>();
-  const std::vector<Bytes>& messages = stream.file.messages;
-  Times worst;
-  worst.fill(std::numeric_limits<double>::max());
-  std::vector<Times> best(messages.size(), worst);
-  const int ways = stream.hasReduced ? kWays : kFloorAndConversion;
+  const std::vector<Way> ways = WaysOf(stream);
+  Times none = {};
+  for (const Way way : ways) none[way] = std::numeric_limits<double>::max();
+  std::vector<Times> best(messages, none);
   // Each way goes through the whole stream before the next does, so that each finds the cache as
   // its own messages left it; in turns by message, they would evict each other's pictures. A host
   // that does other work between messages finds it colder. Round 0 only makes grids and buffers.
   for (int round = 0; round <= rounds; ++round) {
-    for (int turn = 0; turn < ways; ++turn) {
-      const int way = (round + turn) % ways;
-      for (std::size_t i = 0; i < messages.size(); ++i) {
-        const double seconds = SecondsOf([&] { players->Run(way, messages[i], stream.floors[i]); });
-        double& least = best[i][static_cast<std::size_t>(way)];
-        if (round > 0) least = std::min(least, seconds);
+    for (std::size_t turn = 0; turn < ways.size(); ++turn) {
+      const Way way = ways[(static_cast<std::size_t>(round) + turn) % ways.size()];
+      if (way >= kFirstStill && round % kRoundsForStills != 0) continue;
+      for (std::size_t i = 0; i < messages; ++i) {
+        const double seconds = SecondsOf([&] { players->Run(way, stream, i); });
+        if (round > 0) best[i][way] = std::min(best[i][way], seconds);
       }
     }
   }
@@ -155,6 +239,22 @@ void PrintStreamTimes(const PreparedStream& stream, const std::vector<Times>& ti
   for (std::size_t group = 0; group < kGroups; ++group) {
     if (totals[group].messages == 0) continue;
     PrintGroup(kGroupNames[group], totals[group], stream.hasReduced);
+  }
+}
+
+void PrintSummary(const std::vector<TimedStream>& streams) {
+  if (streams.empty()) return;
+  std::printf("\nsummary, zlib %s\n", zlibVersion());
+  std::printf("  %-20s %-18s %12s %12s %16s\n", "stream", "what", "ms a picture", "pictures/s",
+              "bytes a picture");
+  bool hasStills = false;
+  for (const TimedStream& timed : streams) {
+    PrintLines(timed);
+    hasStills = hasStills || !timed.stream->stills.empty();
+  }
+  if (!hasStills) return;
+  for (const StillFormat& format : StillFormat::All()) {
+    std::printf("%s: %s\n", format.name.c_str(), format.settings.c_str());
   }
 }
 
