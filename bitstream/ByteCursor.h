@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "bitstream/ByteSpan.h"
+#include "ByteSpan.h"
 
 namespace zlibvideo {
 

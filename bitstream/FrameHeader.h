@@ -1,7 +1,7 @@
 #ifndef ZLIBVIDEO_BITSTREAM_FRAMEHEADER_H
 #define ZLIBVIDEO_BITSTREAM_FRAMEHEADER_H
 
-#include "bitstream/ByteCursor.h"
+#include "ByteCursor.h"
 
 namespace zlibvideo {
 

@@ -1,20 +1,13 @@
 # Installation: headers, both libraries, the stand-in host, a CMake package and pkg-config files.
 include(CMakePackageConfigHelpers)
 
-set(zlibvideo_include_dir ${CMAKE_INSTALL_INCLUDEDIR}/zlibvideo)
 set(zlibvideo_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/zlibvideo)
 
-# The two classes that an embedder uses and all that they include; the other headers of the
-# component declare what the shared library does not export.
-foreach(header IN ITEMS
-    grid/BufferSizes.h
-    decoder/Version.h decoder/ZLibVideoDecompressor.h
-    grid/BitmapDataBlock.h grid/BlockedCodec.h)
+foreach(header IN LISTS zlibvideo_public_headers)
   cmake_path(GET header PARENT_PATH folder)
-  install(FILES ${header} DESTINATION ${zlibvideo_include_dir}/${folder} COMPONENT development)
+  install(FILES ${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zlibvideo/${folder}
+    COMPONENT development)
 endforeach()
-install(DIRECTORY host DESTINATION ${zlibvideo_include_dir} COMPONENT development
-  FILES_MATCHING PATTERN "*.h")
 
 set_target_properties(zlibvideo PROPERTIES EXPORT_NAME static)
 set_target_properties(zlibvideo_shared PROPERTIES EXPORT_NAME shared)

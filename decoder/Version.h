@@ -4,7 +4,7 @@
 // The version of the interface, for `#if`; the build takes its own from here. A new major version
 // breaks the interface towards the host or the embedder, a minor one adds to it.
 // NOLINTBEGIN(cppcoreguidelines-macro-usage): `#if` sees no constants
-#define ZLIBVIDEO_VERSION_MAJOR 1
+#define ZLIBVIDEO_VERSION_MAJOR 2
 #define ZLIBVIDEO_VERSION_MINOR 0
 #define ZLIBVIDEO_VERSION_PATCH 0
 // NOLINTEND(cppcoreguidelines-macro-usage)

@@ -3,10 +3,10 @@
 
 #include <cstddef>
 
-#include "decoder/Version.h"
-#include "grid/BlockedCodec.h"
-#include "host/Export.h"
-#include "host/VideoDecompressor.h"
+#include "../grid/BlockedCodec.h"
+#include "../host/Export.h"
+#include "../host/VideoDecompressor.h"
+#include "Version.h"
 
 /// Decoder of one video stream of codec type 3 (version 1) or 6 (version 2). It may be used and
 /// destroyed through either base; the host's reference count governs its life. It keeps what the

@@ -9,9 +9,9 @@
 #include <cstdio>
 #include <vector>
 
-#include "decoder/ZLibVideoDecompressor.h"
-#include "host/standin/StandInMessage.h"
-#include "host/standin/StandInVideoObject.h"
+#include <zlibvideo/decoder/ZLibVideoDecompressor.h>
+#include <zlibvideo/host/standin/StandInMessage.h>
+#include <zlibvideo/host/standin/StandInVideoObject.h>
 
 namespace {
 

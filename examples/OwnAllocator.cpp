@@ -7,10 +7,10 @@
 #include <cstdlib>
 #include <new>
 
-#include "decoder/ZLibVideoDecompressor.h"
-#include "host/GCHeap.h"
-#include "host/SystemMemory.h"
-#include "host/standin/StandInVideoObject.h"
+#include <zlibvideo/decoder/ZLibVideoDecompressor.h>
+#include <zlibvideo/host/GCHeap.h>
+#include <zlibvideo/host/SystemMemory.h>
+#include <zlibvideo/host/standin/StandInVideoObject.h>
 
 namespace {
 

@@ -6,8 +6,8 @@
 #include <memory>
 #include <new>
 
-#include "decoder/ZLibVideoDecompressor.h"
-#include "host/SBitmapCore.h"
+#include <zlibvideo/decoder/ZLibVideoDecompressor.h>
+#include <zlibvideo/host/SBitmapCore.h>
 
 constexpr int kRowAlignment = 256;
 constexpr std::align_val_t kAlignment{kRowAlignment};

@@ -4,9 +4,9 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "grid/BitmapDataBlock.h"
-#include "grid/BufferSizes.h"
-#include "host/Export.h"
+#include "../host/Export.h"
+#include "BitmapDataBlock.h"
+#include "BufferSizes.h"
 
 class SBitmapCore;
 

@@ -1,7 +1,7 @@
 #ifndef ZLIBVIDEO_HOST_GCHEAP_H
 #define ZLIBVIDEO_HOST_GCHEAP_H
 
-#include "host/Export.h"
+#include "Export.h"
 
 namespace Vorn {
 

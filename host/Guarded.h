@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "host/Export.h"
+#include "Export.h"
 
 /// A value kept beside a check word derived from it. Reading it stops the process when the two
 /// disagree, so a stray write over a bitmap's address or size is caught before it is used as one.

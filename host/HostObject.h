@@ -1,7 +1,7 @@
 #ifndef ZLIBVIDEO_HOST_HOSTOBJECT_H
 #define ZLIBVIDEO_HOST_HOSTOBJECT_H
 
-#include "host/Export.h"
+#include "Export.h"
 
 /// An object of the host's that the decoder base owns (a texture, a buffer, a codec of the
 /// graphics processor). The component knows only that it can be destroyed.

@@ -3,10 +3,10 @@
 
 #include <cstdint>
 
-#include "host/EBitmapType.h"
-#include "host/Export.h"
-#include "host/Guarded.h"
-#include "host/SRECT.h"
+#include "EBitmapType.h"
+#include "Export.h"
+#include "Guarded.h"
+#include "SRECT.h"
 
 /// The host's bitmap surface. Row n starts at base address + n × row length; row 0 is the top row.
 /// A host derives its own bitmap from this class and keeps the fields true with `SetSurface`; the

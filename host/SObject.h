@@ -3,8 +3,8 @@
 
 #include <cstdint>
 
-#include "host/Export.h"
-#include "host/RenderRecord.h"
+#include "Export.h"
+#include "RenderRecord.h"
 
 /// The host's display object that shows a video (the video object). It holds a tagged pointer to
 /// its render record: the lowest bit is a flag of the host's and no part of the address.

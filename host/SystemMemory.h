@@ -1,7 +1,7 @@
 #ifndef ZLIBVIDEO_HOST_SYSTEMMEMORY_H
 #define ZLIBVIDEO_HOST_SYSTEMMEMORY_H
 
-#include "host/Export.h"
+#include "Export.h"
 
 namespace Vorn {
 

@@ -3,11 +3,11 @@
 
 #include <cstdint>
 
-#include "host/EBitmapType.h"
-#include "host/Export.h"
-#include "host/GCRef.h"
-#include "host/HostObject.h"
-#include "host/SObject.h"
+#include "EBitmapType.h"
+#include "Export.h"
+#include "GCRef.h"
+#include "HostObject.h"
+#include "SObject.h"
 
 class CorePlayer;
 class NetStream;

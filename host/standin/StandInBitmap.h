@@ -7,7 +7,7 @@
 #include <new>
 #include <span>
 
-#include "host/SBitmapCore.h"
+#include "../SBitmapCore.h"
 
 /// The stand-in host's bitmap: pixels in plain memory, rows from the top with nothing between
 /// them. 0 × 0 until it is given a size. The stand-in host casts every bitmap that it is handed to

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "host/TCMessage.h"
+#include "../TCMessage.h"
 
 /// A message over bytes that somebody else owns and keeps.
 class StandInMessage : public TCMessage {

@@ -1,10 +1,10 @@
 #ifndef ZLIBVIDEO_HOST_STANDIN_STANDINVIDEOOBJECT_H
 #define ZLIBVIDEO_HOST_STANDIN_STANDINVIDEOOBJECT_H
 
-#include "host/GCRef.h"
-#include "host/RenderRecord.h"
-#include "host/SObject.h"
-#include "host/standin/StandInBitmap.h"
+#include "../GCRef.h"
+#include "../RenderRecord.h"
+#include "../SObject.h"
+#include "StandInBitmap.h"
 
 /// The stand-in host's video object. It owns its bitmap. The stand-in host casts every video object
 /// that it is handed to this class, so a program that links it passes no other.

@@ -1,0 +1,37 @@
+# The headers for embedders, who name them <zlibvideo/FOLDER/NAME.h>. They include each other
+# relative to themselves, so that no folder of somebody else's can come between them.
+set(zlibvideo_public_headers
+  bitstream/ByteCursor.h
+  bitstream/ByteSpan.h
+  bitstream/FrameHeader.h
+  decoder/Version.h
+  decoder/ZLibVideoDecompressor.h
+  grid/BitmapDataBlock.h
+  grid/BlockedCodec.h
+  grid/BufferSizes.h
+  host/EBitmapType.h
+  host/Export.h
+  host/GCHeap.h
+  host/GCRef.h
+  host/Guarded.h
+  host/HostObject.h
+  host/RenderRecord.h
+  host/SBitmapCore.h
+  host/SObject.h
+  host/SPOINT.h
+  host/SRECT.h
+  host/SystemMemory.h
+  host/TCMessage.h
+  host/VideoDecompressor.h
+  host/standin/StandInBitmap.h
+  host/standin/StandInMessage.h
+  host/standin/StandInVideoObject.h)
+
+# A superproject sees these headers and no others, under the names that an installation gives them.
+foreach(header IN LISTS zlibvideo_public_headers)
+  file(CONFIGURE OUTPUT include/zlibvideo/${header}
+    CONTENT "#include \"${PROJECT_SOURCE_DIR}/${header}\"\n")
+endforeach()
+set(zlibvideo_public_include_dirs
+  $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/include>
+  $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)

@@ -1,0 +1,54 @@
+#ifndef ZLIBVIDEO_TESTS_CONSUMERS_HOST_H
+#define ZLIBVIDEO_TESTS_CONSUMERS_HOST_H
+
+#include <zlibvideo/host/GCRef.h>
+#include <zlibvideo/host/RenderRecord.h>
+#include <zlibvideo/host/SBitmapCore.h>
+#include <zlibvideo/host/SObject.h>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+
+/// A complete host as an embedder writes one: C++17, with or without RTTI and exceptions. It stops
+/// the process when it is handed what another host made. CONSUMER_PADDING, in bytes, gives two
+/// hosts in one process objects that differ.
+#ifndef CONSUMER_PADDING
+#define CONSUMER_PADDING 8
+#endif
+
+class Surface : public SBitmapCore {
+ public:
+  void Resize(std::int32_t width, std::int32_t height);
+  const unsigned char* Pixels() const { return fPixels.get(); }
+  std::size_t Size() const { return fSize; }
+
+ private:
+  std::unique_ptr<unsigned char[]> fPixels;
+  std::size_t fSize = 0;
+};
+
+class Video : public SObject {
+ public:
+  Video() { SetRenderRecord(&fRecord, false); }
+
+  Vorn::GCAPI::GCRef<SObject> Ref() { return Vorn::GCAPI::GCRef<SObject>(this); }
+  Surface& GetSurface() { return fSurface; }
+  const void* Maker() const { return fMaker; }
+
+ private:
+  static const void* ThisHost();
+
+  unsigned char fPadding[CONSUMER_PADDING] = {};
+  const void* fMaker = ThisHost();
+  Surface fSurface;
+  RenderRecord fRecord = {&fSurface};
+};
+
+/// Bytes that may be in use at a time; beyond them, allocation fails as the host's build has it:
+/// with `std::bad_alloc` or, without exceptions, with null.
+void LimitMemory(std::size_t bytes);
+std::size_t MemoryInUse();
+/// The next surfaces stay as they are when they should grow, as with a host out of memory.
+void RefuseSurfaces();
+
+#endif  // ZLIBVIDEO_TESTS_CONSUMERS_HOST_H
