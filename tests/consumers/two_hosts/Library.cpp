@@ -1,0 +1,8 @@
+// A library that plays for others: all that it lets out is the one function PLAY.
+#include "../Play.h"
+
+extern "C" __attribute__((visibility("default"))) int PLAY(const char* stream, const char* hashes);
+
+int PLAY(const char* stream, const char* hashes) {
+  return Play(stream, hashes);
+}
