@@ -38,7 +38,7 @@ class Video : public SObject {
  private:
   static const void* ThisHost();
 
-  unsigned char fPadding[CONSUMER_PADDING] = {};
+  [[maybe_unused]] unsigned char fPadding[CONSUMER_PADDING] = {};
   const void* fMaker = ThisHost();
   Surface fSurface;
   RenderRecord fRecord = {&fSurface};

@@ -1,0 +1,19 @@
+// The decoder's type information refers to that of its base, which is the host's to define. A host
+// that is compiled without any (-fno-rtti) finds it here; any other host's own comes first. Names
+// and layout are those of the Itanium C++ ABI for a class without bases.
+
+#include "host/Export.h"
+
+// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp,readability-identifier-naming)
+extern "C" {
+
+/// The operations of type information of this kind, which begin after two entries.
+extern const void* const _ZTVN10__cxxabiv117__class_type_infoE[];
+
+[[gnu::weak]] extern ZLIBVIDEO_EXPORT const char _ZTS17VideoDecompressor[] = "17VideoDecompressor";
+
+[[gnu::weak]] extern ZLIBVIDEO_EXPORT const void* const _ZTI17VideoDecompressor[] = {
+    _ZTVN10__cxxabiv117__class_type_infoE + 2, _ZTS17VideoDecompressor};
+
+}  // extern "C"
+// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp,readability-identifier-naming)
