@@ -1,6 +1,7 @@
 #ifndef ZLIBVIDEO_BITSTREAM_FRAMEHEADER_H
 #define ZLIBVIDEO_BITSTREAM_FRAMEHEADER_H
 
+#include "../host/Export.h"
 #include "ByteCursor.h"
 
 namespace zlibvideo {
@@ -19,7 +20,7 @@ inline constexpr int kCodecTypeVersion2 = 6;
 ///   byte 4   image height bits 7-0
 ///
 /// A block size code c stands for (c + 1) × 16 pixels.
-struct FrameHeader {
+struct ZLIBVIDEO_EXPORT FrameHeader {
   static constexpr unsigned int kSize = 5;
   /// A message shorter than this, in bytes, is not decoded.
   static constexpr unsigned int kMinMessageSize = 7;

@@ -4,6 +4,7 @@ set(zlibvideo_public_headers
   bitstream/ByteCursor.h
   bitstream/ByteSpan.h
   bitstream/FrameHeader.h
+  bitstream/MemoryBound.h
   decoder/Version.h
   decoder/ZLibVideoDecompressor.h
   grid/BitmapDataBlock.h

@@ -4,13 +4,10 @@
 
 #include "colour/ReducedCode.h"
 #include "grid/BlockedCodec.h"
+#include "grid/BufferSizes.h"
 #include "host/HostMemory.h"
 
-namespace {
-
-constexpr std::uint32_t kDecodeTableEntries = 1U << 15;
-
-}  // namespace
+using zlibvideo::kDecodeTableEntries;
 
 void BlockedCodec::MakeTarvishDecodeTable() {
   if (fDecodeTable == nullptr) {

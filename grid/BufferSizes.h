@@ -14,6 +14,9 @@ inline constexpr unsigned int kPaletteColors = 128;
 inline constexpr unsigned int kPaletteEntryBytes = 3;
 inline constexpr unsigned int kPaletteBytes = kPaletteColors * kPaletteEntryBytes;
 
+/// Entries of the table of 15-bit colours.
+inline constexpr unsigned int kDecodeTableEntries = 1U << 15;
+
 /// Room for whatever a block of this nominal size may decompress to: 3.12 bytes a pixel and a
 /// little more, a multiple of 16. Edge blocks get the room of a full block.
 constexpr std::int32_t ExpandedBlockSize(std::int32_t blockWidth, std::int32_t blockHeight) {

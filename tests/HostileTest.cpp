@@ -3,6 +3,7 @@
 #include <map>
 #include <thread>
 
+#include "bitstream/MemoryBound.h"
 #include "grid/BufferSizes.h"
 #include "host/SystemMemory.h"
 #include "tests/CountingHost.h"
@@ -154,6 +155,16 @@ TEST_F(HostileTest, CostsNoMoreMemoryThanTheHeaderAllows) {
     EXPECT_EQ(bytes[Vorn::kFixedMallocDefault] - sizeof(DecoderProbe),
               blocks * sizeof(BitmapDataBlock*) + filled * room +
                   (isV2 ? filled * (room + scratch) + scratch + 131072 + 512 : 0));
+    if (filled == blocks) {
+      EXPECT_EQ(bytes - sizeof(DecoderProbe), MemoryBound(header));
+    }
+  }
+  if (sizeof(void*) != 8) return;
+  // The table of docs/embedding.md, in units of 0.1 MB.
+  for (const auto& [block, version1, version2] :
+       {std::tuple{16, 608u, 1836u}, {64, 529u, 1582u}, {256, 524u, 1574u}}) {
+    EXPECT_EQ((MemoryBound(Header(3, 4095, 4095, block, block)) + 50000) / 100000, version1);
+    EXPECT_EQ((MemoryBound(Header(6, 4095, 4095, block, block)) + 50000) / 100000, version2);
   }
 }
 

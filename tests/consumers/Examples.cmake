@@ -1,10 +1,11 @@
 # Builds the examples of the project as programs of a consumer and runs them as its tests.
 enable_testing()
 set(zlibvideo_source ${CMAKE_CURRENT_LIST_DIR}/../..)
-foreach(example IN ITEMS HostLoop OwnAllocator OwnBitmap)
+foreach(example IN ITEMS HostLoop OwnAllocator OwnBitmap RefuseHeader)
   add_executable(${example} ${zlibvideo_source}/examples/${example}.cpp)
   target_link_libraries(${example} PRIVATE zlibvideo::standin_host)
 endforeach()
 add_test(NAME HostLoop COMMAND HostLoop ${zlibvideo_source}/samples/desktop.zvm)
 add_test(NAME OwnAllocator COMMAND OwnAllocator)
 add_test(NAME OwnBitmap COMMAND OwnBitmap)
+add_test(NAME RefuseHeader COMMAND RefuseHeader)
