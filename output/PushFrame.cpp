@@ -1,7 +1,9 @@
 // Composition of the block grid into the host bitmap. Blocks and their rows run upward, the
 // bitmap's rows run downward.
 
+#include <cassert>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 
 #include "grid/BitmapDataBlock.h"
@@ -23,6 +25,15 @@ void FillRowsBlack(const zlibvideo::BitmapRows& targets, std::int32_t rows, std:
   }
 }
 
+/// Whether the picture fits: for an assertion. Rows are asked for their base address first, which
+/// brings back what the host had put away.
+[[maybe_unused]] bool Holds(SBitmapCore* bitmap, std::int32_t width, std::int32_t height) {
+  static_cast<void>(bitmap->GetBMBaseAddr());
+  return bitmap->GetWidth() >= width && bitmap->GetHeight() >= height &&
+         std::abs(std::int64_t{bitmap->GetRowLength()}) >=
+             std::int64_t{width} * zlibvideo::kBitmapPixelBytes;
+}
+
 }  // namespace
 
 std::int32_t BlockedCodec::GridRowHeight(std::int32_t row) const {
@@ -40,6 +51,8 @@ void BlockedCodec::PushFrame(SBitmapCore* bitmap) {
   bitmap->LockBits(true);
   const zlibvideo::RowWidener widenRows = zlibvideo::FastestRowWidener();
   const bool hasGrid = fBlocks != nullptr && fGridWidth > 0;
+  assert((!hasGrid || Holds(bitmap, fImageWidth, fImageHeight)) &&
+         "the host's bitmap is too small");
   std::int32_t bottomRow = -1;
   for (std::int32_t row = fGridHeight - 1; hasGrid && row >= 0; --row) {
     bottomRow += GridRowHeight(row);

@@ -1,0 +1,18 @@
+// A host whose bitmap did not grow with the picture, and which kept it all the same.
+#include <zlibvideo/decoder/ZLibVideoDecompressor.h>
+#include <csignal>
+#include <cstdlib>
+
+#include "../Host.h"
+
+int main() {
+  unsigned char small[] = {0x13, 0x00, 16, 0x00, 16, 0x00, 0x00};
+  unsigned char large[] = {0x13, 0x00, 16, 0x00, 17, 0x00, 0x00, 0x00, 0x00};
+  Video video;
+  ZLibVideoDecompressor decoder(nullptr, nullptr);
+  if (!decoder.DecompressVideoEmbedded(video.Ref(), small, sizeof(small))) return 2;
+  RefuseSurfaces();
+  std::signal(SIGABRT, [](int) { std::_Exit(0); });
+  static_cast<void>(decoder.DecompressVideoEmbedded(video.Ref(), large, sizeof(large)));
+  return 2;
+}
