@@ -1,6 +1,8 @@
 #ifndef ZLIBVIDEO_DECODER_VERSION_H
 #define ZLIBVIDEO_DECODER_VERSION_H
 
+#include "../host/Export.h"
+
 // The version of the interface, for `#if`; the build takes its own from here. A new major version
 // breaks the interface towards the host or the embedder, a minor one adds to it.
 // NOLINTBEGIN(cppcoreguidelines-macro-usage): `#if` sees no constants
@@ -8,5 +10,13 @@
 #define ZLIBVIDEO_VERSION_MINOR 0
 #define ZLIBVIDEO_VERSION_PATCH 0
 // NOLINTEND(cppcoreguidelines-macro-usage)
+
+namespace zlibvideo {
+
+/// The version of the library that runs, as in "2.0.0": a shared one may be another than the one
+/// whose headers were compiled. Never null, valid for good.
+ZLIBVIDEO_EXPORT const char* LibraryVersion();
+
+}  // namespace zlibvideo
 
 #endif  // ZLIBVIDEO_DECODER_VERSION_H

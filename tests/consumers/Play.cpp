@@ -59,6 +59,13 @@ bool ShowsWhatIsListed(std::FILE* list, int index, Surface& surface) {
   return std::strcmp(expected, actual) == 0;
 }
 
+bool RunsWhatWasCompiled() {
+  char version[32];
+  std::snprintf(version, sizeof(version), "%d.%d.%d", ZLIBVIDEO_VERSION_MAJOR,
+                ZLIBVIDEO_VERSION_MINOR, ZLIBVIDEO_VERSION_PATCH);
+  return std::strcmp(zlibvideo::LibraryVersion(), version) == 0;
+}
+
 int PlayFiles(std::FILE* stream, std::FILE* list) {
   Video video;
   auto* decoder = new CountingDecoder;
@@ -105,6 +112,7 @@ int PlayWithoutMemory() {
 }  // namespace
 
 int Play(const char* stream, const char* hashes) {
+  if (!RunsWhatWasCompiled()) return Fail("the library has another version than its headers");
   std::FILE* file = std::fopen(stream, "rb");
   std::FILE* list = std::fopen(hashes, "r");
   if (file == nullptr || list == nullptr) return Fail("no sample");
