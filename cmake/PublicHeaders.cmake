@@ -33,6 +33,7 @@ foreach(header IN LISTS zlibvideo_public_headers)
   file(CONFIGURE OUTPUT include/zlibvideo/${header}
     CONTENT "#include \"${PROJECT_SOURCE_DIR}/${header}\"\n")
 endforeach()
-set(zlibvideo_public_include_dirs
-  $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/include>
-  $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+set(zlibvideo_public_include_dirs $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/include>)
+if(ZLIBVIDEO_INSTALL)
+  list(APPEND zlibvideo_public_include_dirs $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+endif()
