@@ -14,7 +14,7 @@ namespace zlibvideo {
 ///   byte 1   first row of the band    } only when the format
 ///   byte 2   rows of the band         } announces one
 ///
-/// In versions without a header, and where nothing is announced, the fields are 0.
+/// The band fields are 0 where none is announced; all are 0 in versions without a header.
 struct BlockHeader {
   static constexpr unsigned int kMaxSize = 3;
 

@@ -32,7 +32,7 @@ struct ZLIBVIDEO_EXPORT FrameHeader {
 
   int frameType = 0;
   int codecType = 0;
-  /// Pixels. 0 in a header that is not valid.
+  /// Pixels; 0 makes the header invalid.
   int imageWidth = 0;
   int imageHeight = 0;
   /// Pixels, 16 to 256 in steps of 16.

@@ -26,8 +26,8 @@ class InflateStream {
   /// the one compiled for; only `Close` may follow then.
   [[nodiscard]] bool Open(StreamForm form);
 
-  /// Feeds `input` and writes at most `room` bytes to `output`. Input that does not get through is
-  /// not kept. `flush` and the result are zlib's.
+  /// Feeds `input` and writes at most `room` bytes to `output`. Input that is left over when the
+  /// room is full is dropped. `flush` and the result are zlib's.
   [[nodiscard]] int Inflate(ByteSpan input, unsigned char* output, unsigned int room, int flush);
 
   /// Bytes written since the stream was opened, over all calls; counted in 32 bits.

@@ -28,9 +28,9 @@ std::array<unsigned char, kStoredBlockHeaderSize> StoredBlockHeader(unsigned int
 ByteSpan PrimingDictionary(const BitmapDataBlock& block, unsigned int format);
 
 /// Feeds a dictionary to a raw stream: as stored blocks of at most `kMaxStoredBlock` bytes that
-/// land one after the other from the start of `output`. False when the stream refuses any of it. A
-/// stored block that the room cuts short is not refused: the stream then takes the bytes that it
-/// still misses from the payload.
+/// land one after the other from the start of `output`. False when the dictionary is
+/// empty or the stream refuses any of it. A stored block that the room cuts short is not refused:
+/// the stream then takes the bytes that it still misses from the payload.
 [[nodiscard]] bool Prime(InflateStream* stream, ByteSpan dictionary, unsigned char* output,
                          unsigned int room);
 

@@ -24,7 +24,7 @@ struct RowBand {
     kTooLarge,              ///< an end that cannot be counted in 32 bits
     kStartsBeyondRoom,      ///< offset past the destination
     kEndsBeyondPrevious,    ///< end past the previous data
-    kEndsBeyondRoom,        ///< end past the destination; never first, as previous data fits it
+    kEndsBeyondRoom,        ///< end past the destination; not seen, as previous data fits it
     kEndsBeyondBlock,       ///< end past the block
     kPreviousDataTooShort,  ///< rows after the band are not all in the previous data
   };

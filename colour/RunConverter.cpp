@@ -56,10 +56,10 @@ RestOfStream ConvertRunsPortably(RestOfStream rest, const std::uint32_t* palette
 
 #ifdef ZLIBVIDEO_CONVERT_X86
 
-// The version below converts more codes than it knows to be of a kind and then moves on by those
-// that are: which they are is found out while they are converted, and no length of a run surprises
-// the branch predictor. What it wrote too much is overwritten by the pixels that follow. There is
-// none for NEON, for lack of a measurement.
+// The version below converts a fixed number of codes as if all were of one kind, counts how many
+// really were, and moves on by that number. The branch predictor therefore never meets the end of a
+// run. Surplus pixels are overwritten by those that follow. There is no version for NEON, for lack
+// of a measurement.
 
 constexpr int kEqualIndices = 16;
 constexpr int kIndices = 8;

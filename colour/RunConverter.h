@@ -14,10 +14,11 @@ struct RestOfStream {
   unsigned char* targetEnd;
 };
 
-/// Converts most of a stream, by runs of codes of a kind, and returns the rest, for which the
-/// caller goes on code by code: the pixels of the rest may already hold anything, as far as its
-/// codes and its room reach, and must be written. Nothing is read behind the source or written
-/// behind the room. `palette` has 128 colours 0x00RRGGBB, `colors` 32768.
+/// Converts most of a stream, by runs of codes of a kind, and returns what is left, which the
+/// caller must convert code by code: the pixels of those codes may already have been written over.
+/// Pixels that no code reaches keep what they had. Nothing is read behind the source or written
+/// behind the room, which must not overlap. `palette` has 128 colours 0x00RRGGBB, `colors` 32768 by
+/// 15-bit colour; a version that computes these does not read the latter.
 using RunConverter = RestOfStream (*)(RestOfStream rest, const std::uint32_t* palette,
                                       const std::uint32_t* colors);
 

@@ -47,9 +47,9 @@ class ZLIBVIDEO_EXPORT ZLibVideoDecompressor : public VideoDecompressor, public 
   bool Flush() override;
   /// zlib decompression of one whole buffer (RFC 1950). An empty source succeeds and leaves the
   /// length as it was. Otherwise the length becomes the bytes produced, whatever the result; false
-  /// when the source does not begin with a complete stream or does not fit. Bytes of the source
-  /// behind the stream are not looked at. Behind the bytes produced, the rest of the room holds
-  /// whatever zlib left there.
+  /// when the source does not begin with a complete stream, does not fit, or zlib has no memory.
+  /// Bytes of the source behind the stream are not looked at. Behind the bytes produced, the rest
+  /// of the room holds whatever zlib left there.
   [[nodiscard]] bool DecompressBlock(unsigned char* destination, unsigned int* destinationLength,
                                      const unsigned char* source,
                                      unsigned int sourceLength) override;
@@ -57,9 +57,10 @@ class ZLIBVIDEO_EXPORT ZLibVideoDecompressor : public VideoDecompressor, public 
   /// Decodes one message of `length` bytes, beginning with its frame header, into the grid. With a
   /// video object, has the host size its bitmap and, unless `skipPush`, composes the picture into
   /// it; a video object without a bitmap is passed over. False when the message was not decoded:
-  /// the bitmap and the count of decoded messages are then untouched, and blocks decoded before the
-  /// fault keep their new contents. A well-formed message of a codec type other than 3 and 6
-  /// changes no block, but is drawn and counted like any other.
+  /// the bitmap and the count of decoded messages are then untouched, blocks decoded before the
+  /// fault keep their new contents, and a valid header with a new geometry has replaced the grid by
+  /// an empty one. A well-formed message of a codec type other than 3 and 6 changes no block, but
+  /// is drawn and counted like any other.
   ///
   /// `video` may be null. `message` may be null only where `length` is below 7, which fails; its
   /// bytes may be anything, are only read, and are not needed afterwards. Of `length`, the low 32

@@ -34,7 +34,8 @@ struct ZLIBVIDEO_EXPORT BitmapDataBlock {
   [[nodiscard]] bool SetPreviousData(const unsigned char* source, std::int32_t size);
   [[nodiscard]] bool SetConvertedData(const unsigned char* source, std::int32_t size);
 
-  /// The block's current pixels; null until a first payload for it was tried.
+  /// The block's current pixels; null until its first payload, which makes the buffer even if it
+  /// then fails, but for want of memory.
   unsigned char* fRawData = nullptr;
   std::int32_t fRawDataSize = 0;
   std::int32_t fRawDataCapacity = 0;

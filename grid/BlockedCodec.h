@@ -53,12 +53,12 @@ class ZLIBVIDEO_EXPORT BlockedCodec {
   /// Keeps everything when nothing changed and a grid exists. Otherwise replaces the grid by one of
   /// empty blocks and drops the scratch buffer; colour table and palette survive.
   ///
-  /// False when the host returned null. Null for the array of records leaves no grid, and the next
-  /// call builds it. Null for a record leaves a grid with records missing: the next call with the
-  /// same geometry takes it as it is and returns true, and whatever walks it passes the missing
-  /// ones over. Only `DeleteBlocks`, or a change of geometry, gets the grid built anew, after which
-  /// every block needs a direct payload as in a key frame; a host had better throw. After
-  /// `std::bad_alloc` no grid is left, and the next call builds it.
+  /// False for an image of no pixels, and when the host returned null. Null for the array of
+  /// records leaves no grid, and the next call builds it. Null for a record leaves a grid with
+  /// records missing: the next call with the same geometry takes it as it is and returns true, and
+  /// whatever walks it passes the missing ones over. They stay missing until `DeleteBlocks` or a
+  /// change of geometry; then every block must be sent again. Throwing `std::bad_alloc` avoids
+  /// this: after it no grid is left, and the next call builds it.
   [[nodiscard]] bool SetupCodec(std::int32_t imageWidth, std::int32_t imageHeight,
                                 std::int32_t blockWidth, std::int32_t blockHeight);
   /// Replaces the grid, for the image size stored and the block size given, which must be the one
@@ -71,7 +71,8 @@ class ZLIBVIDEO_EXPORT BlockedCodec {
   /// last block has when it is cut, else 0.
   static std::int32_t CalcGridSize(std::int32_t size, std::int32_t blockSize,
                                    std::int32_t* remainder);
-  /// The customary block size in pixels for an image of this width or height.
+  /// The customary block size for an image of this width or height: 64 pixels, or 128 for one of
+  /// more than 511.
   static std::int32_t CalcBlockSize(std::int32_t imageSize);
   /// The block of a grid cell, row 0 being the bottom of the picture; null when its record is
   /// missing. The caller keeps row and column in range and calls only while a grid exists.
@@ -103,18 +104,19 @@ class ZLIBVIDEO_EXPORT BlockedCodec {
   /// sees to both.
   [[nodiscard]] int UnpackBlocks(unsigned char* records, unsigned int available, char codecType);
   /// Reads a palette record and installs what it holds; a palette that cannot be decompressed to
-  /// exactly its size leaves the current one. Returns the bytes that the record occupies, or -1
-  /// when not even its size is there.
+  /// exactly its size leaves the current one. Returns the bytes that the record occupies: 2, and
+  /// nothing changes, when it is empty or reaches past `available`; -1 when not even its size is
+  /// there. The scratch buffer's size is that of the last `SetupCodec`.
   [[nodiscard]] int UnpackPalette(unsigned char* record, unsigned int available);
   /// Decodes one version-2 payload into `block`, whose header fields are set and whose pixel
   /// buffer has `*length` bytes of room, at least those of the block. Payloads with a colour field
   /// go by way of the scratch buffer, which must exist: without it a direct one fails and an
   /// intermediate one gives nothing. On success, `*length` becomes the bytes that the block then
-  /// has, as far as the payload accounts for them, and the block counts as processed; a length of
-  /// 0 changes neither. An empty payload counts the whole room, unless it has a band of no rows,
-  /// and so does one whose conversion is rejected. False when the block was not decoded:
-  /// `fRawDataSize`, `fProcessed` and `*length` are unchanged then, its pixels may be partly
-  /// written. Two arguments are not read.
+  /// has, as far as the payload accounts for them, and the block counts as processed; where nothing
+  /// was produced, both stay. The whole room counts when the payload is empty (unless its band has
+  /// no rows) or its conversion is rejected. False when the block was not decoded: `fRawDataSize`,
+  /// `fProcessed` and `*length` are unchanged then, its pixels may be partly written, and where the
+  /// host had no memory its reference data may be gone. Two arguments are not read.
   [[nodiscard]] bool UnpackOneV2Block(BitmapDataBlock* block, char unused1, unsigned char* payload,
                                       unsigned int payloadLength, unsigned char* unused2,
                                       unsigned int* length);
@@ -127,10 +129,11 @@ class ZLIBVIDEO_EXPORT BlockedCodec {
   /// is rejected. Errors in the payload's own compressed data do not make it fail, and bytes behind
   /// the end of that data are accepted.
   ///
-  /// False without previous data, when the band does not fit, when a primed payload that is not
-  /// empty has an empty dictionary, and when zlib refuses to start, to take the dictionary or to
-  /// end; `destination` may then hold the dictionary or all that was decoded, and the length means
-  /// nothing.
+  /// False without previous data; when that does not fit the room or does not hold the rows that
+  /// are taken from it; when the band does not fit; when a primed payload that is not empty has an
+  /// empty dictionary; and when zlib refuses to start, to take the dictionary or to end.
+  /// `destination` may then hold the dictionary or all that was decoded, and the length means
+  /// nothing. Payloads with a colour field need the scratch buffer.
   [[nodiscard]] bool DecompressIntermediateBlock(unsigned char* destination,
                                                  unsigned int* destinationLength,
                                                  const unsigned char* payload,
@@ -147,8 +150,9 @@ class ZLIBVIDEO_EXPORT BlockedCodec {
   /// Converts a colour-reduced stream to block pixels. `*destinationLength` is the room of
   /// `destination` in bytes on entry and, when the call is accepted, the bytes written on return.
   /// A call is rejected, with nothing written and the length unchanged, when `format` does not ask
-  /// for this conversion, when the stream is too long for the room, or when the host had no memory
-  /// for table or palette. Surplus codes are dropped, and so is a code cut off by the end.
+  /// for this conversion, when the stream is too long for the room (three halves of its length,
+  /// rounded down, exceed it), or when the host had no memory for table or palette. Surplus codes
+  /// are dropped, and so is a code cut off by the end. Source and room must not overlap.
   void ConvertImageColorToQuarn24(unsigned char* destination, unsigned int* destinationLength,
                                   unsigned char* source, unsigned int sourceLength,
                                   unsigned char format);
@@ -156,10 +160,10 @@ class ZLIBVIDEO_EXPORT BlockedCodec {
   // Output (output/)
 
   /// Writes the picture into `bitmap`, not null and at least as large as the picture: rows in
-  /// reverse order and opaque. A block is black while it has no buffer, that is until a first
-  /// payload for it was tried, whatever came of that; a block whose record is missing leaves its
-  /// place in the bitmap alone. Does nothing to a bitmap that is not addressable. The grid is only
-  /// read. An exception of the host's from within leaves the bitmap locked.
+  /// reverse order and opaque. A block is black until it has a buffer; its first payload makes one,
+  /// even if that payload then fails. A block whose record is missing leaves its place in the
+  /// bitmap alone. Does nothing to a bitmap that is not addressable. The grid is only read. An
+  /// exception of the host's from within leaves the bitmap locked.
   void PushFrame(SBitmapCore* bitmap);
 
   /// The palette that a stream begins with: 0x00RRGGBB.

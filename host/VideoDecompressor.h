@@ -81,9 +81,9 @@ class ZLIBVIDEO_EXPORT VideoDecompressor {
   }
   /// Asks for a reload.
   virtual void ReloadVideoBuffer(Vorn::GCAPI::GCRef<SObject> /*video*/) { fReloadPending = true; }
-  /// Destroys the texture; notes when neither texture nor buffer is left.
+  /// Destroys the texture, if there is one, and then notes when there is no buffer either.
   virtual void DeleteVideoTexture() { DeleteResource(&fVideoTexture, &fVideoBuffer); }
-  /// Destroys the buffer; notes when neither texture nor buffer is left.
+  /// Destroys the buffer, if there is one, and then notes when there is no texture either.
   virtual void DeleteVideoBuffer() { DeleteResource(&fVideoBuffer, &fVideoTexture); }
   /// Brings back pictures that later ones refer to. Nothing here: the decoder keeps them itself.
   virtual void ReloadReferenceFrames() {}
@@ -103,8 +103,8 @@ class ZLIBVIDEO_EXPORT VideoDecompressor {
  protected:
   /// Host service. Afterwards the bitmap surface of `video` is at least `width` × `height` pixels
   /// of 4 bytes, or `video` has none: the decoder writes there next, without a look at the result.
-  /// It passes false, false, `kBitmapVideoFrame`, null and null. What this throws reaches whoever
-  /// called the decoder; the message's blocks are decoded then, but it is not counted.
+  /// The decoder passes false, false, `kBitmapVideoFrame`, null and null. What this throws reaches
+  /// whoever called the decoder; the message's blocks are decoded then, but it is not counted.
   bool ReallocBitmap(Vorn::GCAPI::GCRef<SObject> video, int width, int height, bool flag1,
                      bool flag2, EBitmapType type, SRECT const* area, SPOINT const* origin);
 
@@ -117,7 +117,7 @@ class ZLIBVIDEO_EXPORT VideoDecompressor {
   bool fReloadPending = false;
   /// Reloads give null.
   bool fReloadDisabled = false;
-  /// The texture and the buffer have both been destroyed.
+  /// Neither texture nor buffer is left after one of them was destroyed.
   bool fVideoResourcesReleased = false;
   HostObject* fGPUCodec = nullptr;
 
