@@ -43,9 +43,10 @@ struct OutputFormat {
   enum class Files {
     kNone,
     kOne,
-    /// Where the size of the pictures changes, another file begins: movie-2.webp.
+    /// Where the size of the pictures changes, another file begins: movie-2.webp. Made with a
+    /// `MovieSink`.
     kOnePerSize,
-    /// Numbered as a `NamePattern` says.
+    /// Numbered as a `NamePattern` says. Made with a `PictureFilesSink`.
     kOnePerPicture,
   };
 
