@@ -1,26 +1,21 @@
-# Completion of zlibvideo for bash.
+# Completion of zlibvideo for bash. Commands, options and formats are what the help of the program
+# names: each completion of them runs the program that is typed, under the name that is typed.
 
-_zlibvideo_options() {
-  case $1 in
-    decode)
-      echo "--help --output --format --fps --y4m-8bit --from --to --verify --quiet"
-      ;;
-    record)
-      echo "--help --output --codec --block --key-every --reduced --passes --renew --level --quiet"
-      ;;
-    info)
-      echo "--help --json --map --html --picture-limit --quiet"
-      ;;
-    *)
-      echo "--help --version"
-      ;;
-  esac
+# The help of the program $1, or of its command $2.
+_zlibvideo_help() {
+  "${1/#~/$HOME}" ${2:+"$2"} --help 2>/dev/null
 }
 
-# What the help of the program $1 names as formats.
+_zlibvideo_commands() {
+  _zlibvideo_help "$1" | sed -n '/^Subcommands:/,/^$/s/^  \([a-z][a-z-]*\) .*/\1/p'
+}
+
+_zlibvideo_options() {
+  _zlibvideo_help "$@" | sed -n 's/^  \(-[a-z],\)\{0,1\}\(--[a-z0-9-]*\).*/\2/p'
+}
+
 _zlibvideo_formats() {
-  "${1/#~/$HOME}" decode --help 2>/dev/null | sed -n 's/^ *--format \([a-z0-9|]*\).*/\1/p' |
-    tr '|' ' '
+  _zlibvideo_help "$1" decode | sed -n 's/^ *--format \([a-z0-9|]*\).*/\1/p' | tr '|' ' '
 }
 
 # Files with the extension $2 that begin with $1, and folders.
@@ -35,12 +30,13 @@ _zlibvideo_words() {
 }
 
 _zlibvideo() {
-  local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} command=
+  local program=${COMP_WORDS[0]} command=
+  local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
   COMPREPLY=()
   ((COMP_CWORD > 1)) && command=${COMP_WORDS[1]}
 
   case $previous in
-    --format) _zlibvideo_words "$current" "$(_zlibvideo_formats "${COMP_WORDS[0]}")" ;;
+    --format) _zlibvideo_words "$current" "$(_zlibvideo_formats "$program")" ;;
     --codec | --passes) _zlibvideo_words "$current" "1 2" ;;
     --block) _zlibvideo_words "$current" "16x16 32x32 64x64 128x128 256x256" ;;
     --level) _zlibvideo_words "$current" "0 1 2 3 4 5 6 7 8 9" ;;
@@ -50,9 +46,9 @@ _zlibvideo() {
     -o | --output | --html | --picture-limit | --from | --to | --key-every | --renew) ;;
     *)
       if [[ $current == -?* ]]; then
-        _zlibvideo_words "$current" "$(_zlibvideo_options "$command")"
+        _zlibvideo_words "$current" "$(_zlibvideo_options "$program" "$command")"
       elif [[ -z $command ]]; then
-        _zlibvideo_words "$current" "decode record info --help --version"
+        _zlibvideo_words "$current" "$(_zlibvideo_commands "$program") $(_zlibvideo_options "$program")"
       elif [[ $command == record ]]; then
         _zlibvideo_files "$current" "png"
       else
