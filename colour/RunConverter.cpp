@@ -7,7 +7,8 @@
 #include "colour/ReducedCode.h"
 #include "grid/BufferSizes.h"
 
-#if defined(__GNUC__) && defined(__x86_64__)
+// Not on Windows, for the reason that output/RowWidener.cpp has.
+#if defined(__GNUC__) && defined(__x86_64__) && !defined(_WIN32)
 #define ZLIBVIDEO_CONVERT_X86
 #include <immintrin.h>
 #endif

@@ -3,8 +3,10 @@
 
 #include <cstddef>
 #include <exception>
+#include <limits>
 #include <new>
 
+#include "host/GCHeap.h"
 #include "host/SystemMemory.h"
 
 namespace zlibvideo {
@@ -14,8 +16,10 @@ namespace zlibvideo {
 /// A null result is possible and means that nothing was obtained.
 [[nodiscard]] inline void* AllocateFromHost(
     std::size_t size, Vorn::FixedMallocOpts opts = Vorn::kFixedMallocDefault) {
+  // The host counts in `unsigned long`, which is narrower on some systems.
+  if (size > std::numeric_limits<unsigned long>::max()) Vorn::GCHeap::SignalObjectTooLarge();
   try {
-    return Vorn::SystemNew(size, opts);
+    return Vorn::SystemNew(static_cast<unsigned long>(size), opts);
   } catch (const std::bad_alloc&) {
     throw;
   } catch (...) {

@@ -242,8 +242,14 @@ constexpr NamedRowWidener kRowWideners[] = {
 
 std::span<const NamedRowWidener> AvailableRowWideners() {
 #ifdef ZLIBVIDEO_WIDEN_X86
+#ifdef _WIN32
+  // GCC there may keep 32 bytes at places of the stack that are not aligned for it (GCC bug 54412).
+  constexpr bool kAvx2IsSafe = false;
+#else
+  constexpr bool kAvx2IsSafe = true;
+#endif
   // A processor with AVX2 has SSSE3 as well, so what can be run is always the front of the list.
-  if (!__builtin_cpu_supports("avx2")) {
+  if (!kAvx2IsSafe || !__builtin_cpu_supports("avx2")) {
     return std::span(kRowWideners).first(__builtin_cpu_supports("ssse3") ? 2 : 1);
   }
 #endif
