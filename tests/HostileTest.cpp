@@ -156,7 +156,9 @@ TEST_F(HostileTest, CostsNoMoreMemoryThanTheHeaderAllows) {
     EXPECT_EQ(records, blocks * sizeof(BitmapDataBlock));
     EXPECT_EQ(others, blocks * sizeof(BitmapDataBlock*) + filled * room +
                           (isV2 ? filled * (room + scratch) + scratch + 131072 + 512 : 0));
-    if (filled == blocks) EXPECT_EQ(records + others, MemoryBound(header));
+    if (filled == blocks) {
+      EXPECT_EQ(records + others, MemoryBound(header));
+    }
   }
   if (sizeof(void*) != 8) return;
   // The table of docs/embedding.md, in units of 0.1 MB.
