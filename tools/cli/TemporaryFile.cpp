@@ -5,13 +5,16 @@
 #include <unistd.h>
 
 #include <atomic>
+#include <cassert>
 #include <cerrno>
 
 namespace zlibvideo {
 namespace {
 
-/// The file to be removed by a signal, whose handler is called without a context. It is named
-/// before it is created and until it is renamed: removing what is not there does no harm.
+constexpr int kFatalSignals[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGXCPU};
+
+/// The file to be removed by a signal, whose handler is called without a context. It is named from
+/// when it is created, and no signal comes between, until it is renamed or removed.
 std::atomic<const char*> gTemporary = nullptr;
 static_assert(decltype(gTemporary)::is_always_lock_free);
 
@@ -27,14 +30,34 @@ extern "C" void RemoveTemporaryAndDie(int signal) {
   raise(signal);
 }
 
+sigset_t FatalSignals() {
+  sigset_t signals;
+  sigemptyset(&signals);
+  for (const int signal : kFatalSignals) sigaddset(&signals, signal);
+  return signals;
+}
+
+/// Creates the file and names it to the handler. The descriptor; -1, with `errno`, when there
+/// already is one of that name or it cannot be created: then the handler does not know the name.
+int CreateTemporary(const std::string& path, mode_t mode) {
+  const sigset_t fatal = FatalSignals();
+  sigset_t before;
+  sigprocmask(SIG_BLOCK, &fatal, &before);
+  const int descriptor = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+  const int error = errno;
+  if (descriptor >= 0) gTemporary = path.c_str();
+  sigprocmask(SIG_SETMASK, &before, nullptr);
+  errno = error;
+  return descriptor;
+}
+
 }  // namespace
 
 void InstallSignalHandlers() {
-  constexpr int kFatalSignals[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGXCPU};
   struct sigaction action = {};
   action.sa_handler = RemoveTemporaryAndDie;
   action.sa_flags = static_cast<int>(SA_RESETHAND);
-  for (const int signal : kFatalSignals) sigaddset(&action.sa_mask, signal);
+  action.sa_mask = FatalSignals();
   for (const int signal : kFatalSignals) {
     struct sigaction inherited = {};
     sigaction(signal, nullptr, &inherited);
@@ -48,22 +71,24 @@ void InstallSignalHandlers() {
 }
 
 TemporaryFile::TemporaryFile(const std::string& folder, mode_t mode) {
+  assert(gTemporary == nullptr);
   int descriptor = -1;
   errno = EEXIST;
   for (int attempt = 0; descriptor < 0 && errno == EEXIST; ++attempt) {
-    gTemporary = nullptr;
     fPath = folder + "/.zlibvideo-" + std::to_string(getpid()) + "-" + std::to_string(attempt) +
             ".part";
-    gTemporary = fPath.c_str();
-    descriptor = open(fPath.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+    descriptor = CreateTemporary(fPath, mode);
   }
   if (descriptor < 0) return;
   fStream = fdopen(descriptor, "wb");
-  if (fStream == nullptr) close(descriptor);
+  if (fStream != nullptr) return;
+  const int error = errno;
+  close(descriptor);
+  errno = error;
 }
 
 TemporaryFile::~TemporaryFile() {
-  if (gTemporary == nullptr) return;
+  if (gTemporary != fPath.c_str()) return;  // renamed, or never created
   unlink(fPath.c_str());
   gTemporary = nullptr;
 }
