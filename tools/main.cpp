@@ -118,14 +118,18 @@ std::string ExplainExtras(const CLI::App& app) {
          CLI::detail::join(arguments, " ");
 }
 
-/// The library's words but for two: of arguments that nothing takes, and of an option without its
-/// value, "--from: 1 required N missing".
+/// The library's words but for three: of arguments that nothing takes, of an option without its
+/// value, "--from: 1 required N missing", and of one that is repeated, "--from: At Most 1 required
+/// but received 2".
 std::string Explain(const CLI::App& app, const CLI::ParseError& error) {
+  const auto code = static_cast<CLI::ExitCodes>(error.get_exit_code());
+  if (code == CLI::ExitCodes::ExtrasError) return ExplainExtras(app);
   const std::string text = error.what();
-  if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::ExtrasError)) {
-    return ExplainExtras(app);
-  }
-  return text.ends_with(" missing") ? text.substr(0, text.find(':')) + " needs a value" : text;
+  if (code != CLI::ExitCodes::ArgumentMismatch) return text;
+  const std::string option = text.substr(0, text.find(':'));
+  if (text.ends_with(" missing")) return option + " needs a value";
+  if (text.starts_with(option + ": At Most 1 ")) return option + " is given more than once";
+  return text;
 }
 
 int ReportUsage(const CLI::App& app, const CLI::ParseError& error) {

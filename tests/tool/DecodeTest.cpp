@@ -289,7 +289,7 @@ TEST_F(DecodeTest, UsageErrorsAreInTheProgramsOwnWords) {
       {"decode good.zvm --from", "--from needs a value"},
       {"decode good.zvm --from 0", "--from: \"0\" is not a whole number, 1 or more"},
       {"decode good.zvm -o x --quiet=maybe", "Could not convert: --quiet = maybe"},
-      {"decode good.zvm --from 1 --from 2", "--from: At Most 1 required but received 2"},
+      {"decode good.zvm --from 1 --from 2", "--from is given more than once"},
       {"decode good.zvm --verify x -o y", "--output excludes --verify"},
       {"record x.png -o x --level 010", "--level: \"010\" is not a whole number from 0 to 9"},
       {"record x.png -o x --renew 1001", "--renew: \"1001\" is not a whole number from 0 to 1000"}};
