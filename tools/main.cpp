@@ -15,6 +15,7 @@
 #include <string_view>
 #include <vector>
 
+#include "decoder/Version.h"
 #include "tools/Commands.h"
 #include "tools/cli/InputFile.h"
 #include "tools/cli/OutputFile.h"
@@ -146,7 +147,7 @@ int RunCommandLine(int argc, const char* const* argv) {
   CLI::App app(kDescription, "zlibvideo");
   app.footer(kFooter);
   app.formatter(std::make_shared<HelpFormatter>());
-  app.set_version_flag("--version", "zlibvideo " ZLIBVIDEO_VERSION);
+  app.set_version_flag("--version", std::string("zlibvideo ") + LibraryVersion());
   app.require_subcommand(0, 1);
 
   int status = kExitSuccess;
