@@ -2,10 +2,10 @@
 #define ZLIBVIDEO_TOOLS_DECODE_RUNDECODE_H
 
 #include <cstdint>
-#include <limits>
 #include <string>
 
 #include "tools/decode/formats/OutputFormat.h"
+#include "tools/stream/StreamDecoder.h"
 
 namespace zlibvideo {
 
@@ -19,7 +19,7 @@ struct DecodeOptions {
   std::string verify;
   /// Which pictures are written, numbers from 1, both included.
   std::uint64_t from = 1;
-  std::uint64_t to = std::numeric_limits<std::uint64_t>::max();
+  std::uint64_t to = kToTheEnd;
   bool quiet = false;
 
   bool WritesPictures() const { return format != nullptr && format->WritesPictures(); }

@@ -102,7 +102,7 @@ class InfoRun {
 
 int InfoRun::Run() {
   StreamEnd end = DecodeMessages(
-      &fReader, &fStream, kNoMaximum, WantsProgressBar(),
+      &fReader, &fStream, kToTheEnd, WantsProgressBar(),
       [this](const FileMessage& message, bool decoded) { ReportOne(message, decoded); });
   if (fSummary.messages == 0) throw ToolError(end.problem);
   if (end.result == Result::kEnd) end.problem.clear();

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <limits>
 #include <memory>
 #include <string>
 
@@ -42,6 +43,9 @@ struct StreamEnd {
   /// The same in words, with the name of the file; empty when enough was decoded.
   std::string problem;
 };
+
+/// As the last message: however many there are.
+inline constexpr std::uint64_t kToTheEnd = std::numeric_limits<std::uint64_t>::max();
 
 /// Decodes the messages of `reader` up to number `last`, from 1, and has `take` see each of them
 /// with whether it was decoded. A progress bar shows how far that is, if it is wanted.
