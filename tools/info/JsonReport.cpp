@@ -3,7 +3,6 @@
 #include <string>
 
 #include "bitstream/FrameHeader.h"
-
 #include "tools/cli/InputFile.h"
 #include "tools/cli/OutputFile.h"
 #include "tools/info/ReportWriter.h"

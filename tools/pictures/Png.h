@@ -18,7 +18,7 @@ Picture ReadPng(const std::string& path);
 Picture ReadPng(std::FILE* stream, const std::string& name);
 
 /// Replaces the contents of `png` by a PNG file with the colours of `frame` in 8-bit RGB. Throws
-/// `ToolError` when libpng fails.
+/// `std::bad_alloc` without memory.
 void EncodePng(const FrameView& frame, std::vector<unsigned char>* png);
 
 }  // namespace zlibvideo
