@@ -9,12 +9,6 @@
 
 namespace {
 
-/// Its address tells this host from another one in the process.
-const char thisHost = 0;
-std::size_t limit = SIZE_MAX;
-std::size_t inUse = 0;
-bool surfacesRefused = false;
-
 struct alignas(std::max_align_t) Allocation {
   const void* maker;
   std::size_t size;
@@ -28,21 +22,7 @@ void ExpectOwn(const void* maker) {
 
 }  // namespace
 
-void LimitMemory(std::size_t bytes) {
-  limit = bytes;
-}
-
-std::size_t MemoryInUse() {
-  return inUse;
-}
-
-void RefuseSurfaces() {
-  surfacesRefused = true;
-}
-
-const void* Video::ThisHost() {
-  return &thisHost;
-}
+HostState thisHost;
 
 void Surface::Resize(std::int32_t width, std::int32_t height) {
   if (width == GetWidth() && height == GetHeight()) return;
@@ -52,8 +32,8 @@ void Surface::Resize(std::int32_t width, std::int32_t height) {
 }
 
 void* Vorn::SystemNew(unsigned long size, FixedMallocOpts /*opts*/) {
-  void* storage =
-      inUse + size > limit ? nullptr : std::calloc(1, sizeof(Allocation) + std::size_t{size});
+  const bool fits = thisHost.inUse + size <= thisHost.limit;
+  void* storage = fits ? std::calloc(1, sizeof(Allocation) + std::size_t{size}) : nullptr;
   if (storage == nullptr) {
 #ifdef __cpp_exceptions
     throw std::bad_alloc();
@@ -61,14 +41,14 @@ void* Vorn::SystemNew(unsigned long size, FixedMallocOpts /*opts*/) {
     return nullptr;
 #endif
   }
-  inUse += size;
+  thisHost.inUse += size;
   return new (storage) Allocation{&thisHost, size} + 1;
 }
 
 void Vorn::SystemDelete(void* memory) {
   Allocation* allocation = static_cast<Allocation*>(memory) - 1;
   ExpectOwn(allocation->maker);
-  inUse -= allocation->size;
+  thisHost.inUse -= allocation->size;
   std::free(allocation);
 }
 
@@ -95,7 +75,7 @@ bool VideoDecompressor::ReallocBitmap(Vorn::GCAPI::GCRef<SObject> video, int wid
                                       SRECT const* /*area*/, SPOINT const* /*origin*/) {
   Video* own = static_cast<Video*>(video.Get());
   ExpectOwn(own->Maker());
-  if (surfacesRefused) return false;
+  if (thisHost.refusesSurfaces) return false;
   own->GetSurface().Resize(width, height);
   return true;
 }

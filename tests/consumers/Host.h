@@ -16,6 +16,14 @@
 #define CONSUMER_PADDING 8
 #endif
 
+/// Beyond `limit` bytes in use, allocation fails as the host's build has it: with `std::bad_alloc`
+/// or, without exceptions, with null. A surface that is refused stays as it is.
+struct HostState {
+  std::size_t limit = SIZE_MAX, inUse = 0;
+  bool refusesSurfaces = false;
+};
+extern HostState thisHost;  // its address tells this host from another one in the process
+
 class Surface : public SBitmapCore {
  public:
   void Resize(std::int32_t width, std::int32_t height);
@@ -36,19 +44,10 @@ class Video : public SObject {
   const void* Maker() const { return fMaker; }
 
  private:
-  static const void* ThisHost();
-
   [[maybe_unused]] unsigned char fPadding[CONSUMER_PADDING] = {};
-  const void* fMaker = ThisHost();
+  const void* fMaker = &thisHost;
   Surface fSurface;
   RenderRecord fRecord = {&fSurface};
 };
-
-/// Bytes that may be in use at a time; beyond them, allocation fails as the host's build has it:
-/// with `std::bad_alloc` or, without exceptions, with null.
-void LimitMemory(std::size_t bytes);
-std::size_t MemoryInUse();
-/// The next surfaces stay as they are when they should grow, as with a host out of memory.
-void RefuseSurfaces();
 
 #endif  // ZLIBVIDEO_TESTS_CONSUMERS_HOST_H

@@ -14,11 +14,10 @@ class CountingDecoder : public ZLibVideoDecompressor {
  public:
   CountingDecoder() : ZLibVideoDecompressor(nullptr, nullptr) {}
 
-  bool DecompressBlock(unsigned char* destination, unsigned int* destinationLength,
-                       const unsigned char* source, unsigned int sourceLength) override {
+  bool DecompressBlock(unsigned char* to, unsigned int* room, const unsigned char* from,
+                       unsigned int size) override {
     ++payloads;
-    return ZLibVideoDecompressor::DecompressBlock(destination, destinationLength, source,
-                                                  sourceLength);
+    return ZLibVideoDecompressor::DecompressBlock(to, room, from, size);
   }
 
   int payloads = 0;
@@ -31,14 +30,11 @@ int Fail(const char* what) {
 
 /// CRC-32 a bit at a time: a user of the shared library has no zlib to call.
 unsigned int Crc(const unsigned char* bytes, std::size_t size) {
-  unsigned int table[256];
-  for (unsigned int i = 0; i < 256; ++i) {
-    table[i] = i;
-    for (int bit = 0; bit < 8; ++bit)
-      table[i] = table[i] >> 1 ^ (0xEDB88320 & (0 - (table[i] & 1)));
-  }
   unsigned int crc = 0xFFFFFFFF;
-  for (std::size_t i = 0; i < size; ++i) crc = crc >> 8 ^ table[(crc ^ bytes[i]) & 0xFF];
+  for (std::size_t i = 0; i < size; ++i) {
+    crc ^= bytes[i];
+    for (int bit = 0; bit < 8; ++bit) crc = crc >> 1 ^ (0xEDB88320 & (0 - (crc & 1)));
+  }
   return ~crc;
 }
 
@@ -72,10 +68,9 @@ int PlayFiles(std::FILE* stream, std::FILE* list) {
   std::vector<unsigned char> message;
   int pictures = 0;
   for (; ReadMessage(stream, &message); ++pictures) {
-    if (!decoder->DecompressVideoEmbedded(video.Ref(), message.data(),
-                                          static_cast<int>(message.size()))) {
+    const int size = static_cast<int>(message.size());
+    if (!decoder->DecompressVideoEmbedded(video.Ref(), message.data(), size))
       return Fail("a message was not decoded");
-    }
     if (!ShowsWhatIsListed(list, pictures, video.GetSurface())) return Fail("a picture is wrong");
   }
   if (pictures == 0 || decoder->payloads == 0) return Fail("nothing was decoded");
@@ -88,7 +83,7 @@ int PlayFiles(std::FILE* stream, std::FILE* list) {
   }
 #endif
   decoder->DecRef();
-  return MemoryInUse() == 0 ? 0 : Fail("memory was not given back");
+  return thisHost.inUse == 0 ? 0 : Fail("memory was not given back");
 }
 
 /// The largest grid that a header can ask for, which is made from the header alone.
@@ -96,7 +91,7 @@ int PlayWithoutMemory() {
   unsigned char message[] = {0x16, 0x0F, 0xFF, 0x0F, 0xFF, 0x00, 0x00};
   Video video;
   ZLibVideoDecompressor decoder(nullptr, nullptr);
-  LimitMemory(1 << 20);
+  thisHost.limit = 1 << 20;
 #ifdef __cpp_exceptions
   try {
     static_cast<void>(decoder.DecompressVideoEmbedded(video.Ref(), message, sizeof(message)));
