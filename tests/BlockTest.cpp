@@ -34,12 +34,8 @@ struct PayloadCase {
   Bytes left = {};    // under the writes, where zlib leaves the room behind its output alone
 };
 
-/// A body, the bytes of it that count, and those that the first block of the grid has then.
-struct BodyCase {
-  const char* name;
-  Message message;
-  int result, rawDataSize;
-};
+/// A name, a body, the bytes of it that count, and those that the first block of the grid has then.
+using BodyCase = std::tuple<const char*, Message, int, int>;
 
 class BlockTest : public DecoderTest {
  protected:
@@ -69,7 +65,6 @@ class BlockTest : public DecoderTest {
     return {Header(6, 16, 16, 16, 16), flags, palette, records, rest};
   }
 
-  /// Decodes the payload and looks at all that it may change.
   void CheckPayload(const PayloadCase& c);
 
   const Bytes zeros = Zlib(Bytes(768));
@@ -78,6 +73,7 @@ class BlockTest : public DecoderTest {
       cut{.claimedSize = 1};
 };
 
+/// Decodes the payload and looks at all that it may change.
 void BlockTest::CheckPayload(const PayloadCase& c) {
   SCOPED_TRACE(c.name);
   Restart();
@@ -116,35 +112,29 @@ void BlockTest::CheckPayload(const PayloadCase& c) {
       SameBytes(c.stream.empty() ? c.converted.value_or(Bytes{}) : c.stream, ConvertedData(b)));
 }
 
-TEST_F(BlockTest, CountsWhatAVersion1BodyConsumes) {
+TEST_F(BlockTest, CountsWhatABodyConsumes) {
   const Record tooLong{.payload = Zlib(Bytes(849))}, damaged{.payload = Damaged(zeros)};
+  const Record noBand{.format = kBanded}, halfABand{.format = kBanded, .payload = {1}};
   CheckBodies({{"empty", V1({none, none, none, none}), 8, 0},
                {"rest", V1({plain, none, none, none}, Bytes(10)), 8 + z, 768},
                {"half a size", V1({plain, none, none}, {0}), -1, 768},
                {"cut record", V1({none, none, none, cut}), -1, 0},
                {"too long", V1({tooLong, none, none, none}), -1, 0},
                {"damaged", V1({damaged, none, none, none}), -1, 0},
-               {"type 2", {.header = Header(2, 16, 16, 16, 16), .records = {plain}}, 2 + z, 0}});
-}
-
-TEST_F(BlockTest, CountsWhatAVersion2BodyConsumes) {
-  const Record noBand{.format = kBanded}, halfABand{.format = kBanded, .payload = {1}};
-  CheckBodies({{"empty", V2({none}), 2, 0},
+               {"type 2", {.header = Header(2, 16, 16, 16, 16), .records = {plain}}, 2 + z, 0},
+               {"empty, version 2", V2({none}), 2, 0},
                {"unread flags, rest", V2({direct}, 0xFC, {0}), 3 + z, 768},
                {"no band", V2({noBand}), -1, 0},
                {"half a band", V2({halfABand}), -1, 0},
                {"one pass", V2({direct}, kFlagSecondPass), 3 + z, 768},
                {"two passes", V2({none, direct}, kFlagSecondPass), 5 + z, 768},
                {"second pass cut", V2({direct, cut}, kFlagSecondPass), -1, 768},
-               {"first pass cut", V2({cut}, kFlagSecondPass), -1, 0}});
-}
-
-TEST_F(BlockTest, WalksPaletteRecordsOfAnyKind) {
-  CheckBodies({{"no size", V2({}, kFlagPalette), -1, 0},
-               {"half a size", V2({}, kFlagPalette, {0}), -1, 0},
+               {"first pass cut", V2({cut}, kFlagSecondPass), -1, 0},
+               {"no palette size", V2({}, kFlagPalette), -1, 0},
+               {"half a palette size", V2({}, kFlagPalette, {0}), -1, 0},
                // Its two bytes count, and the record is read behind them.
-               {"does not fit", V2({{.claimedSize = 9}}, kFlagPalette, {0, 0}), 4, 0},
-               {"empty", V2({direct}, 0, {}, Bytes{}), 5 + z, 768}});
+               {"palette does not fit", V2({{.claimedSize = 9}}, kFlagPalette, {0, 0}), 4, 0},
+               {"empty palette", V2({direct}, 0, {}, Bytes{}), 5 + z, 768}});
 }
 
 TEST_F(BlockTest, InstallsOnlyAWholePalette) {
@@ -164,20 +154,14 @@ TEST_F(BlockTest, InstallsOnlyAWholePalette) {
 TEST_F(BlockTest, KeepsHeaderBytesUntilTheNextRecordThatHasAny) {
   // There is no reference data for the band.
   EXPECT_EQ(Unpack(V2({{kBanded | kUnreadBits, Band{1, 2}}})), -1);
-  EXPECT_EQ(Unpack(V2({none})), 2);
-  const BitmapDataBlock& b = *decoder->GetBlock(0, 0);
-  EXPECT_EQ(b.fFormat, kBanded | kUnreadBits);
-  EXPECT_EQ(b.fDiffRowStart, 1);
-  EXPECT_EQ(b.fDiffRowCount, 2);
-  EXPECT_EQ(Unpack(V2({direct})), 3 + z);
-  EXPECT_EQ(std::tuple(b.fFormat, b.fDiffRowStart, b.fDiffRowCount), std::tuple(0, 0, 0));
-}
-
-TEST_F(BlockTest, KeepsTheColourTableThatThereIs) {
-  EXPECT_EQ(Unpack(V2({none})), 2);
   decoder->fDecodeTable[9] = 8;
   EXPECT_EQ(Unpack(V2({none})), 2);
-  EXPECT_EQ(decoder->fDecodeTable[9], 8u);
+  const BitmapDataBlock& b = *decoder->GetBlock(0, 0);
+  const auto header = [&b] { return std::tuple(b.fFormat, b.fDiffRowStart, b.fDiffRowCount); };
+  EXPECT_EQ(header(), std::tuple(kBanded | kUnreadBits, 1, 2));
+  EXPECT_EQ(Unpack(V2({direct})), 3 + z);
+  EXPECT_EQ(header(), std::tuple(0, 0, 0));
+  EXPECT_EQ(decoder->fDecodeTable[9], 8u) << "the colour table is kept, too";
 }
 
 TEST_F(BlockTest, WalksRecordsThatItHasNoUseFor) {
@@ -340,9 +324,8 @@ TEST_F(BlockTest, PrimesWithLargeBlocks) {
 
 TEST_F(BlockTest, TellsWhatADamagedStreamGave) {
   const HostBytes room = MakeGuarded(848, 0), stream = MakeGuarded(Damaged(zeros));
-  unsigned int length = 848;
-  EXPECT_FALSE(decoder->DecompressBlock(room.get(), &length, stream.get(),
-                                        static_cast<unsigned int>(zeros.size())));
+  unsigned int length = 848, size = static_cast<unsigned int>(z);
+  EXPECT_FALSE(decoder->DecompressBlock(room.get(), &length, stream.get(), size));
   EXPECT_EQ(length, 768u);
 }
 
@@ -350,40 +333,12 @@ TEST_F(BlockTest, RejectsCodesWithoutMemoryForTableOrPalette) {
   for (const std::size_t missing : {2ul, 3ul}) {
     SCOPED_TRACE(missing == 2 ? "table" : "palette");
     Restart();
-    Host().failAt = missing;
-    Host().forGood = true;
-    Host().failure = AllocationFailure::kNull;
+    FailAt(missing, AllocationFailure::kNull, true);
     const HostBytes target = MakeGuarded(9, 0xEE), source = MakeGuarded({5, 0x80, 0});
     unsigned int length = 9;
     decoder->ConvertImageColorToQuarn24(target.get(), &length, source.get(), 3, kReduced);
     EXPECT_EQ(length, 9u);
     EXPECT_TRUE(SameBytes(Bytes(9, 0xEE), std::span(target.get(), 9)));
-  }
-}
-
-TEST_F(BlockTest, ConvertsCodes) {
-  using Case = std::tuple<const char*, Bytes, std::size_t, unsigned int, Bytes>;
-  for (const auto& [name, codes, room, length, pixels] :
-       {Case{"white, red", {0xFF, 0xFF, 0xFC, 0x00}, 6, 6, {248, 248, 248, 0, 0, 248}},
-        Case{"green, blue", {0x83, 0xE0, 0x80, 0x1F}, 6, 6, {0, 248, 0, 248, 0, 0}},
-        Case{"grey, indices",
-             {0xC2, 0x10, 0x05, 0x7F},
-             9,
-             9,
-             {128, 128, 128, 255, 255, 255, 238, 238, 238}},
-        Case{"no room for most", {5, 5, 5, 5}, 5, 5, {}},
-        Case{"no room for a pixel", {5}, 2, 0, {}}, Case{"no codes", {}, 9, 0, {}},
-        Case{"room for two", {0x00, 0x05, 0x80, 0x00}, 8, 6, {0, 0, 0, 255, 255, 255}},
-        Case{"room for all", {0x00, 0x05, 0x80, 0x00}, 9, 9, {0, 0, 0, 255, 255, 255, 0, 0, 0}},
-        Case{"code cut off", {0x0A, 0x80}, 9, 3, {0, 0, 255}}}) {
-    SCOPED_TRACE(name);
-    const HostBytes target = MakeGuarded(room, 0xEE), source = MakeGuarded(codes);
-    Bytes expected(room, 0xEE);
-    std::copy(pixels.begin(), pixels.end(), expected.begin());
-    auto produced = static_cast<unsigned int>(room), size = static_cast<unsigned int>(codes.size());
-    decoder->ConvertImageColorToQuarn24(target.get(), &produced, source.get(), size, kReduced);
-    EXPECT_EQ(produced, length);
-    EXPECT_TRUE(SameBytes(expected, std::span(target.get(), room)));
   }
 }
 

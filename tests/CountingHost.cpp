@@ -72,12 +72,12 @@ BitmapPixels CountingBitmap::Pixels() const {
 using namespace zlibvideo;
 
 void* Vorn::SystemNew(unsigned long size, FixedMallocOpts opts) {
-  if (Host().failAt != 0 && Host().allocations.size() + 1 >= Host().failAt) {
-    if (!Host().forGood) Host().failAt = 0;
-    if (Host().failure == AllocationFailure::kNull) return nullptr;
-    if (Host().failure == AllocationFailure::kOtherException)
-      throw std::runtime_error("heap is broken");
-    throw std::bad_alloc();
+  CountingHost& host = Host();
+  if (host.failAt != 0 && host.allocations.size() + 1 >= host.failAt) {
+    if (!host.forGood) host.failAt = 0;
+    if (host.failure == AllocationFailure::kBadAlloc) throw std::bad_alloc();
+    if (host.failure == AllocationFailure::kNull) return nullptr;
+    throw std::runtime_error("heap is broken");
   }
   Host().allocations.push_back({size, opts});
   // Block records are too many to give each a page.

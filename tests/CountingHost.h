@@ -35,6 +35,13 @@ struct CountingHost {
 
 CountingHost& Host();  // the thread's own
 
+/// Makes that allocation fail, counted from 1; all that follow as well if it is for good.
+inline void FailAt(std::size_t allocation, AllocationFailure failure, bool forGood = false) {
+  Host().failAt = allocation;
+  Host().failure = failure;
+  Host().forGood = forGood;
+}
+
 /// Keeps its pixels while the size asked for stays the same. Put away, it knows no row length.
 class CountingBitmap : public SBitmapCore {
  public:
@@ -76,9 +83,6 @@ struct DecoderProbe : ZLibVideoDecompressor {
 };
 
 /// What a block has, for comparisons.
-inline std::span<const unsigned char> RawData(const BitmapDataBlock& block) {
-  return {block.fRawData, static_cast<std::size_t>(block.fRawDataSize)};
-}
 inline std::span<const unsigned char> PreviousData(const BitmapDataBlock& block) {
   return {block.fPreviousData, static_cast<std::size_t>(block.fPreviousDataSize)};
 }

@@ -29,36 +29,22 @@ TEST_F(GridTest, SizesBuffersByTheBlock) {
 }
 
 TEST_F(GridTest, CutsTheLastColumnAndRowToThePicture) {
+  ASSERT_TRUE(decoder->SetupCodec(100, 100, 64, 64));
   // Width, height, offset and stride of each block.
-  using Case = std::tuple<int, int, std::vector<std::array<int, 4>>>;
-  for (const auto& [width, height, expected] :
-       {Case{100,
-             100,
-             {{64, 64, 0, 300}, {36, 64, 192, 300}, {64, 36, 19200, 300}, {36, 36, 19392, 300}}},
-        Case{20, 20, {{20, 20, 0, 60}}}, Case{128, 64, {{64, 64, 0, 384}, {64, 64, 192, 384}}}}) {
-    SCOPED_TRACE(testing::Message() << width << 'x' << height);
-    ASSERT_TRUE(decoder->SetupCodec(width, height, 64, 64));
-    std::vector<std::array<int, 4>> cells;
-    for (int i = 0; i < decoder->fGridWidth * decoder->fGridHeight; ++i) {
-      const BitmapDataBlock& b = *decoder->fBlocks[i];
-      cells.push_back({b.fWidth, b.fHeight, b.fImageOffset, b.fImageStride});
-    }
-    EXPECT_EQ(cells, expected);
+  const std::array<int, 4> expected[] = {
+      {64, 64, 0, 300}, {36, 64, 192, 300}, {64, 36, 19200, 300}, {36, 36, 19392, 300}};
+  for (std::size_t i = 0; i < 4; ++i) {
+    const BitmapDataBlock& b = *decoder->fBlocks[i];
+    EXPECT_EQ((std::array{b.fWidth, b.fHeight, b.fImageOffset, b.fImageStride}), expected[i]) << i;
   }
 }
 
-TEST_F(GridTest, DecompressesNothingByItself) {
+TEST_F(GridTest, ServesOtherCodecs) {
   unsigned int length = 9;
   EXPECT_FALSE(BlockedCodec().DecompressBlock(nullptr, &length, nullptr, 9));
   EXPECT_EQ(length, 9u);
-}
-
-TEST_F(GridTest, KnowsTheCustomaryBlockSize) {
   EXPECT_EQ(BlockedCodec::CalcBlockSize(511), 64);
   EXPECT_EQ(BlockedCodec::CalcBlockSize(512), 128);
-}
-
-TEST_F(GridTest, WritesTheLowBitsOfASize) {
   char sizes[] = "......";
   BlockedCodec::WriteToBuf2(sizes, 3, 0x7FFF0000 + 300);
   EXPECT_STREQ(sizes, "...\x01\x2C.");
@@ -120,8 +106,7 @@ TEST_F(GridTest, BuffersOnlyGrow) {
     EXPECT_EQ(Host().allocations.size(), allocations);
     EXPECT_TRUE(SameBytes(std::span(source, static_cast<std::size_t>(sizeAfter)), PreviousData(b)));
   }
-  Host().failAt = 4;
-  Host().failure = AllocationFailure::kNull;
+  FailAt(4, AllocationFailure::kNull);
   EXPECT_FALSE(b.SetPreviousData(source, 301));
   EXPECT_EQ(b.fPreviousData, null);
   EXPECT_EQ(b.fPreviousDataSize, 0);
@@ -132,8 +117,7 @@ TEST_F(GridTest, DecodesOnWhenPartlyBuilt) {
     SCOPED_TRACE(missing);
     Restart();
     // After the decoder and the array come the records. What a missing block covers stays white.
-    Host().failAt = 3 + missing;
-    Host().failure = AllocationFailure::kNull;
+    FailAt(3 + missing, AllocationFailure::kNull);
     Host().fill = 0xFF;
     PlainPicture picture(Header(6, 20, 20, 16, 16), 1);
     const Bytes message = picture.Whole().Build();
@@ -180,28 +164,18 @@ TEST_F(GridTest, WritesThePictureAndNothingElse) {
   }
 }
 
-TEST_F(GridTest, LeavesABitmapAloneThatCannotBeAddressed) {
-  EXPECT_TRUE(decoder->SetupCodec(2, 2, 16, 16));
-  video->bitmap.Realloc(2, 2, kBitmapNotAddressable);
-  Host().calls.clear();
-  decoder->PushFrame(&video->bitmap);
-  EXPECT_EQ(Host().calls, std::vector<std::string>{});
-  EXPECT_TRUE(Shows({2, Bytes(16, 0xA5)}));
-}
-
-TEST_F(GridTest, WritesNothingWithoutAGrid) {
-  for (const bool deleted : {false, true}) {
-    SCOPED_TRACE(deleted ? "deleted" : "never made");
+TEST_F(GridTest, WritesNothingWithoutAGridOrAnAddress) {
+  const std::vector<std::string> lent = {"LockBits 1", "UpdateMipMap 0 2 0 2", "UnlockBits"};
+  for (const std::string how : {"never made", "deleted", "not addressable"}) {
+    SCOPED_TRACE(how);
+    const bool addressable = how != "not addressable";
     Restart();
-    if (deleted) {
-      EXPECT_TRUE(decoder->SetupCodec(2, 2, 16, 16));
-      decoder->DeleteBlocks();
-    }
-    video->bitmap.Realloc(2, 2, kBitmapVideoFrame);
+    if (how != "never made") EXPECT_TRUE(decoder->SetupCodec(2, 2, 16, 16));
+    if (how == "deleted") decoder->DeleteBlocks();
+    video->bitmap.Realloc(2, 2, addressable ? kBitmapVideoFrame : kBitmapNotAddressable);
     Host().calls.clear();
     decoder->PushFrame(&video->bitmap);
-    const std::vector<std::string> calls = {"LockBits 1", "UpdateMipMap 0 2 0 2", "UnlockBits"};
-    EXPECT_EQ(Host().calls, calls);
+    EXPECT_EQ(Host().calls, addressable ? lent : std::vector<std::string>{});
     EXPECT_TRUE(Shows({2, Bytes(16, 0xA5)}));
   }
 }
@@ -219,8 +193,9 @@ TEST(BitmapTest, RestoresPixelsOnlyWhereTheyCanBeReached) {
     EXPECT_NE(pixels, nullptr);
     bitmap.PutAway();
     Host().calls.clear();
-    EXPECT_EQ(bitmap.GetBMBaseAddr(), type == kBitmapNotAddressable ? nullptr : pixels);
-    EXPECT_EQ(Host().calls.size(), type == kBitmapNotAddressable ? 0u : 1u);
+    const bool reached = type == kBitmapVideoFrame;
+    EXPECT_EQ(bitmap.GetBMBaseAddr(), reached ? pixels : nullptr);
+    EXPECT_EQ(Host().calls.size(), reached ? 1u : 0u);
   }
 }
 

@@ -23,8 +23,7 @@ TEST_F(HostileTest, DecodesOnAfterEachFailedAllocation) {
     for (std::size_t n = 2; failed; ++n) {
       SCOPED_TRACE(testing::Message() << "allocation " << n);
       Restart();
-      Host().failAt = n;
-      Host().failure = failure;
+      FailAt(n, failure);
       int thrown = 0;
       for (const Step& step : stream) {
         try {
@@ -70,9 +69,7 @@ TEST_F(HostileTest, FailsTheMessagesThatMissMemory) {
     for (const bool forGood : {false, true}) {
       SCOPED_TRACE(testing::Message() << name << (forGood ? ", for good" : ", once"));
       Restart();
-      Host().failAt = request;
-      Host().forGood = forGood;
-      Host().failure = AllocationFailure::kNull;
+      FailAt(request, AllocationFailure::kNull, forGood);
       EXPECT_EQ(Decode(message.Build()), forGood ? decodesForGood : decodes);
       Host().failAt = 0;
       EXPECT_TRUE(Decode(message.Build())) << "with memory again";
@@ -116,12 +113,13 @@ TEST_F(HostileTest, ShowsStaleMemoryOnlyInKnownPlaces) {
   }
 }
 
-TEST_F(HostileTest, AllocatesNothingForARepeatedMessageInAnyOfEightThreads) {
+TEST_F(HostileTest, KeepsAllForARepeatedMessageAndWhenFlushedInAnyOfEightThreads) {
   std::vector<std::jthread> threads;
   for (int i = 0; i < 8; ++i) {
     threads.emplace_back([] {
       Player player;
       for (const Step& step : GoodStream()) {
+        EXPECT_TRUE(player.decoder->Flush() && player.decoder->FlushAfterSeek());
         EXPECT_TRUE(player.Decode(step.message));
         const std::size_t before = Host().allocations.size();
         EXPECT_TRUE(player.Decode(step.message));
@@ -173,19 +171,17 @@ using HostileDeathTest = DecoderTest;
 
 TEST_F(HostileDeathTest, SignalsCountsThatAreTooLarge) {
   // Nothing is asked for before: that would throw.
-  Host().failAt = 2;
+  FailAt(2, AllocationFailure::kBadAlloc);
   EXPECT_DEATH(static_cast<void>(decoder->SetupCodec(32768, 16384, 1, 1)), "object too large");
-  Host().failure = AllocationFailure::kNull;
+  FailAt(2, AllocationFailure::kNull);
   EXPECT_FALSE(decoder->SetupCodec((1 << 29) - 1, 1, 1, 1));
-  Host().failAt = 2;
-  Host().failure = AllocationFailure::kBadAlloc;
+  FailAt(2, AllocationFailure::kBadAlloc);
   decoder->fScratchColorBufferSize = -1;
   EXPECT_DEATH(decoder->CheckScratchColorBuffer(), "object too large");
 }
 
 TEST_F(HostileDeathTest, EndsTheProcessWithoutMemoryForTheDecoderItself) {
-  Host().failAt = 2;
-  Host().failure = AllocationFailure::kNull;
+  FailAt(2, AllocationFailure::kNull);
   EXPECT_DEATH(new DecoderProbe(nullptr, nullptr), "");
 }
 
@@ -193,8 +189,7 @@ TEST_F(HostileDeathTest, EndsTheProcessOnAnyOtherExceptionOfTheHeap) {
   const Bytes message = GoodStream()[2].message;
   for (std::size_t n = 2; n < 30; n += 3) {
     Restart();
-    Host().failAt = n;
-    Host().failure = AllocationFailure::kOtherException;
+    FailAt(n, AllocationFailure::kOtherException);
     EXPECT_DEATH(static_cast<void>(Decode(message)), "heap is broken") << n;
   }
   Restart();

@@ -53,29 +53,28 @@ TEST(LayoutTest, VirtualOperationsStandInOrder) {
 }
 
 TEST(LayoutTest, MembersStandInOrder) {
-  ExpectRising({MEMBER(fVideoTexture), MEMBER(fVideoBuffer), MEMBER(fRefCount),
-                MEMBER(fDecodedFrameCount), MEMBER(fReloadPending), MEMBER(fReloadDisabled),
-                MEMBER(fVideoResourcesReleased), MEMBER(fGPUCodec)});
-  ExpectRising({MEMBER(fDecodeTable), MEMBER(fPalette), MEMBER(fScratchColorBuffer),
-                MEMBER(fScratchColorBufferSize), MEMBER(fImageWidth), MEMBER(fImageHeight),
-                MEMBER(fGridWidth), MEMBER(fGridHeight), MEMBER(fBlockWidth), MEMBER(fBlockHeight),
-                MEMBER(fBlocks)});
-  using Block = BitmapDataBlock;
   // clang-format off
-  constexpr std::size_t kOffsets[] = {offsetof(Block, fRawData), offsetof(Block, fRawDataSize),
-      offsetof(Block, fRawDataCapacity), offsetof(Block, fPreviousData),
-      offsetof(Block, fPreviousDataSize), offsetof(Block, fPreviousDataCapacity),
-      offsetof(Block, fConvertedData), offsetof(Block, fConvertedDataSize),
-      offsetof(Block, fConvertedDataCapacity), offsetof(Block, fHeight), offsetof(Block, fWidth),
-      offsetof(Block, fImageOffset), offsetof(Block, fImageStride), offsetof(Block, fFormat),
-      offsetof(Block, fDiffRowStart), offsetof(Block, fDiffRowCount), offsetof(Block, fProcessed)};
+  ExpectRising({MEMBER(fVideoTexture), MEMBER(fVideoBuffer), MEMBER(fRefCount),
+      MEMBER(fDecodedFrameCount), MEMBER(fReloadPending), MEMBER(fReloadDisabled),
+      MEMBER(fVideoResourcesReleased), MEMBER(fGPUCodec)});
+  ExpectRising({MEMBER(fDecodeTable), MEMBER(fPalette), MEMBER(fScratchColorBuffer),
+      MEMBER(fScratchColorBufferSize), MEMBER(fImageWidth), MEMBER(fImageHeight),
+      MEMBER(fGridWidth), MEMBER(fGridHeight), MEMBER(fBlockWidth), MEMBER(fBlockHeight),
+      MEMBER(fBlocks)});
+#define OFFSET(member) offsetof(BitmapDataBlock, member)
+  constexpr std::size_t kOffsets[] = {OFFSET(fRawData), OFFSET(fRawDataSize),
+      OFFSET(fRawDataCapacity), OFFSET(fPreviousData), OFFSET(fPreviousDataSize),
+      OFFSET(fPreviousDataCapacity), OFFSET(fConvertedData), OFFSET(fConvertedDataSize),
+      OFFSET(fConvertedDataCapacity), OFFSET(fHeight), OFFSET(fWidth), OFFSET(fImageOffset),
+      OFFSET(fImageStride), OFFSET(fFormat), OFFSET(fDiffRowStart), OFFSET(fDiffRowCount),
+      OFFSET(fProcessed)};
   // clang-format on
   static_assert(std::ranges::is_sorted(kOffsets) && kOffsets[0] == 0);
 }
 
 TEST(LayoutTest, TheDecoderIsItsTwoBasesAndNothingElse) {
   static_assert(sizeof(ZLibVideoDecompressor) == sizeof(VideoDecompressor) + sizeof(BlockedCodec));
-  Player player;
+  const Player player;
   const void* const decoder = player.decoder.get();
   EXPECT_EQ(static_cast<VideoDecompressor*>(player.decoder.get()), decoder);
 }
