@@ -170,7 +170,9 @@ TEST_F(GridTest, WritesNothingWithoutAGridOrAnAddress) {
     SCOPED_TRACE(how);
     const bool addressable = how != "not addressable";
     Restart();
-    if (how != "never made") EXPECT_TRUE(decoder->SetupCodec(2, 2, 16, 16));
+    if (how != "never made") {
+      EXPECT_TRUE(decoder->SetupCodec(2, 2, 16, 16));
+    }
     if (how == "deleted") decoder->DeleteBlocks();
     video->bitmap.Realloc(2, 2, addressable ? kBitmapVideoFrame : kBitmapNotAddressable);
     Host().calls.clear();
