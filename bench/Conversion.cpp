@@ -88,7 +88,7 @@ void RegisterConversion(std::vector<Bytes> recorded) {
       {"indices only", 1, 0}, {"colours only", 0, 1}, {"runs of 64", 64, 64},
       {"runs of 16", 16, 16}, {"runs of 8", 8, 8},    {"runs of 4", 4, 4},
       {"1 % colours", 99, 1}, {"10 % colours", 9, 1}, {"10 % indices", 1, 9},
-      {"noise", 2, 2},        {"alternating", 1, 1},
+      {"noise", 2, 2},        {"runs of 3", 3, 3},    {"alternating", 1, 1},
   };
   std::mt19937 random(1);
   for (const Mix& mix : kMixes) {

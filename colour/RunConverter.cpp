@@ -138,7 +138,7 @@ int ConvertIndices(const unsigned char* source, unsigned char* target,
 
 [[gnu::target("avx2")]] RestOfStream ConvertRunsAvx2(RestOfStream rest,
                                                      const std::uint32_t* palette,
-                                                     const std::uint32_t* /*colors*/) {
+                                                     const std::uint32_t* colors) {
   // A turn writes into 18 pixels at most: 16 colours, and 4 bytes behind them. Those of the 18 that
   // turn out not to be its own must follow, so there have to be as many codes, and room for them.
   constexpr std::ptrdiff_t kTurn = kColors + 2;
@@ -148,17 +148,22 @@ int ConvertIndices(const unsigned char* source, unsigned char* target,
   auto [source, sourceEnd, target, targetEnd] = rest;
   // NOLINTNEXTLINE(bugprone-infinite-loop): it does not see that bindings change
   while (sourceEnd - source >= kTurnSource && targetEnd - target >= kTurnTarget) {
-    std::ptrdiff_t run = kEqualIndices;
-    if (!IsIndex(source)) {
+    const bool isIndex = IsIndex(source);
+    const std::ptrdiff_t codeBytes = isIndex ? kIndexBytes : kWideCodeBytes;
+    std::ptrdiff_t run = 1;
+    if (IsIndex(source + codeBytes) != isIndex) {
+      // A code by itself: in a dither all are, and counting runs of one would take four times as
+      // long as a plain loop.
+      StorePixelLoosely(target, isIndex ? palette[*source] : colors[Color15(source)]);
+    } else if (!isIndex) {
       run = ConvertColors(source, target);
-      source += run * kWideCodeBytes;
     } else if (AreEqualIndices(source)) {
       StoreEqualPixels(target, palette[*source]);
-      source += kEqualIndices;
+      run = kEqualIndices;
     } else {
       run = ConvertIndices(source, target, palette);
-      source += run;
     }
+    source += run * codeBytes;
     target += run * kBlockPixelBytes;
   }
   // As at the end of the row wideners: SSE code that runs later would pay for upper halves in use.

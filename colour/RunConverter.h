@@ -18,7 +18,7 @@ struct RestOfStream {
 /// caller must convert code by code: the pixels of those codes may already have been written over.
 /// Pixels that no code reaches keep what they had. Nothing is read behind the source or written
 /// behind the room, which must not overlap. `palette` has 128 colours 0x00RRGGBB, `colors` 32768 by
-/// 15-bit colour; a version that computes these does not read the latter.
+/// 15-bit colour.
 using RunConverter = RestOfStream (*)(RestOfStream rest, const std::uint32_t* palette,
                                       const std::uint32_t* colors);
 
