@@ -1,9 +1,11 @@
 #include "tools/cli/Options.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <charconv>
 #include <string>
 #include <system_error>
+#include <thread>
 
 namespace zlibvideo {
 namespace {
@@ -36,6 +38,14 @@ CLI::Validator RangeValidator(std::uint64_t min, std::uint64_t max) {
         return "\"" + text + "\" is not a whole number" + range;
       },
       "", "range");
+}
+
+void AddJobsOption(CLI::App* command, unsigned int* jobs) {
+  constexpr unsigned int kMaxJobs = 256;
+  *jobs = std::clamp(std::thread::hardware_concurrency(), 1U, kMaxJobs);
+  command->add_option("-j,--jobs", *jobs, "Threads to use, by default one for each processor")
+      ->check(RangeValidator(1, kMaxJobs))
+      ->type_name("N");
 }
 
 }  // namespace zlibvideo

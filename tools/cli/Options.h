@@ -5,8 +5,9 @@
 #include <limits>
 
 namespace CLI {
+class App;
 class Validator;
-}
+}  // namespace CLI
 
 namespace zlibvideo {
 
@@ -19,6 +20,10 @@ inline constexpr std::uint64_t kNoMaximum = std::numeric_limits<std::uint64_t>::
 /// Accepts whole numbers from `min` to `max`, both included, in decimal digits alone. A leading
 /// zero is refused: the library would read octal digits.
 CLI::Validator RangeValidator(std::uint64_t min, std::uint64_t max = kNoMaximum);
+
+/// Adds `-j`, how many threads to use, to the options of `command`. `jobs` is set to the number of
+/// processors, which holds unless the option is given, and must outlive the command.
+void AddJobsOption(CLI::App* command, unsigned int* jobs);
 
 }  // namespace zlibvideo
 

@@ -8,10 +8,10 @@
 #include <cassert>
 #include <cerrno>
 
+#include "tools/cli/BlockedSignals.h"
+
 namespace zlibvideo {
 namespace {
-
-constexpr int kFatalSignals[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGXCPU};
 
 /// The file to be removed by a signal, whose handler is called without a context. It is named from
 /// when it is created, and no signal comes between, until it is renamed or removed.
@@ -30,24 +30,12 @@ extern "C" void RemoveTemporaryAndDie(int signal) {
   raise(signal);
 }
 
-sigset_t FatalSignals() {
-  sigset_t signals;
-  sigemptyset(&signals);
-  for (const int signal : kFatalSignals) sigaddset(&signals, signal);
-  return signals;
-}
-
 /// Creates the file and names it to the handler. The descriptor; -1, with `errno`, when there
 /// already is one of that name or it cannot be created: then the handler does not know the name.
 int CreateTemporary(const std::string& path, mode_t mode) {
-  const sigset_t fatal = FatalSignals();
-  sigset_t before;
-  sigprocmask(SIG_BLOCK, &fatal, &before);
+  const BlockedSignals blocked;
   const int descriptor = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
-  const int error = errno;
   if (descriptor >= 0) gTemporary = path.c_str();
-  sigprocmask(SIG_SETMASK, &before, nullptr);
-  errno = error;
   return descriptor;
 }
 

@@ -1,0 +1,46 @@
+#ifndef ZLIBVIDEO_TOOLS_PARALLEL_ORDEREDWORK_H
+#define ZLIBVIDEO_TOOLS_PARALLEL_ORDEREDWORK_H
+
+#include <cstddef>
+#include <deque>
+#include <functional>
+#include <future>
+#include <utility>
+
+#include "tools/parallel/InBackground.h"
+
+namespace zlibvideo {
+
+/// Work that is done on other threads, with results taken in the order in which it was begun. Used
+/// by one thread. Destroying it waits for what was begun.
+template <typename Result>
+class OrderedWork {
+ public:
+  /// For up to `jobs` pieces of work at once, at least one. One is done by the thread that takes
+  /// its result.
+  explicit OrderedWork(unsigned int jobs) : fJobs(jobs) {}
+
+  bool IsEmpty() const { return fBegun.empty(); }
+  bool IsFull() const { return fBegun.size() >= fJobs; }
+
+  /// REQUIRES: not full.
+  void Begin(std::function<Result()> work) {
+    fBegun.push_back(fJobs > 1 ? InBackground(std::move(work))
+                               : std::async(std::launch::deferred, std::move(work)));
+  }
+
+  /// The result of the oldest work, once it is done; throws what that threw. REQUIRES: not empty.
+  Result Take() {
+    std::future<Result> oldest = std::move(fBegun.front());
+    fBegun.pop_front();
+    return oldest.get();
+  }
+
+ private:
+  std::size_t fJobs;
+  std::deque<std::future<Result>> fBegun;
+};
+
+}  // namespace zlibvideo
+
+#endif  // ZLIBVIDEO_TOOLS_PARALLEL_ORDEREDWORK_H
