@@ -118,7 +118,7 @@ TEST(RecordTest, PicturesOfEveryGeometryComeBackInEveryKindOfRecord) {
   // clang-format off
   const std::pair<RecordOptions, std::string> modes[] = {
       {Options(3), ".D"}, {Options(6), ".BDPX"}, {Options(6, false, 1, 25), ".BDPX"},
-      {Options(6, true), ".BDPXbdpx"}, {Options(6, false, 2), ".BDPXbdpx"}};
+      {Options(6, true), ".BPXdpx"}, {Options(6, false, 2), ".BDPXdpx"}};
   const int geometries[][4] = {
       {1, 1, 16, 16}, {33, 17, 16, 16}, {47, 210, 32, 208}, {300, 40, 256, 16}, {100, 70, 64, 64},
       {165, 170, 160, 160}, {250, 257, 256, 256}};
