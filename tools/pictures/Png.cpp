@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <cstddef>
 #include <new>
+#include <utility>
 
 #include "bitstream/FrameHeader.h"
 #include "tools/cli/InputFile.h"
@@ -56,13 +57,17 @@ class PngReader {
     png_read_info(fPng, fInfo);
     return true;
   }
-  /// Reads the pixels as blue, green, red and opacity, 8 bits each.
+  /// Whether pixels may be anything but opaque.
+  bool HasOpacity() const {
+    return (png_get_color_type(fPng, fInfo) & PNG_COLOR_MASK_ALPHA) != 0 ||
+           png_get_valid(fPng, fInfo, PNG_INFO_tRNS) != 0;
+  }
+  /// Reads the pixels as blue, green, red and, if there is that, opacity, 8 bits each.
   [[nodiscard]] bool ReadRows(png_bytep* rows) {
     if (setjmp(png_jmpbuf(fPng)) != 0) return false;
     png_set_expand(fPng);
     png_set_scale_16(fPng);
     png_set_gray_to_rgb(fPng);
-    png_set_add_alpha(fPng, kOpaque, PNG_FILLER_AFTER);
     png_set_bgr(fPng);
     png_read_image(fPng, rows);
     png_read_end(fPng, nullptr);
@@ -111,7 +116,8 @@ Picture ReadPng(std::FILE* stream, const std::string& name) {
                     " a side");
   }
 
-  const std::size_t rowBytes = reader.Width() * kRgbaBytes;
+  const bool hasOpacity = reader.HasOpacity();
+  const std::size_t rowBytes = reader.Width() * (hasOpacity ? kRgbaBytes : Picture::kPixelBytes);
   std::vector<unsigned char> pixels(rowBytes * reader.Height());
   std::vector<png_bytep> rows(reader.Height());
   for (std::size_t row = 0; row < rows.size(); ++row) rows[row] = &pixels[row * rowBytes];
@@ -120,7 +126,9 @@ Picture ReadPng(std::FILE* stream, const std::string& name) {
   Picture picture;
   picture.width = static_cast<int>(reader.Width());
   picture.height = static_cast<int>(reader.Height());
-  if (!PackOpaque(pixels, &picture.pixels)) {
+  if (!hasOpacity) {
+    picture.pixels = std::move(pixels);
+  } else if (!PackOpaque(pixels, &picture.pixels)) {
     throw ToolError(name + ": has transparent pixels; a stream's pictures are opaque");
   }
   return picture;
