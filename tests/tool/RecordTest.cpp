@@ -100,14 +100,17 @@ void CheckMessage(const Bytes& message, bool key, bool unchanged, std::set<char>
   }
 }
 
-void RecordScene(const RecordOptions& options, int width, int height, std::set<char>* kinds) {
+void RecordScene(RecordOptions options, int width, int height, std::set<char>* kinds) {
   FrameEncoder encoder(width, height, options);
+  options.jobs = 3;
+  FrameEncoder onThreads(width, height, options);
   StreamDecoder decoder;
   const std::vector<Picture> scene = MakeScene(width, height);
   for (unsigned int n = 0; n < kPictures; ++n) {
     SCOPED_TRACE(testing::Message() << width << "x" << height << ", picture " << n);
     const unsigned int key = n - n % kKeyEvery;
     Bytes message = encoder.Encode(scene[n]);
+    EXPECT_TRUE(SameBytes(message, onThreads.Encode(scene[n]))) << "depends on threads";
     CheckMessage(message, n == key, n > 0 && scene[n].pixels == scene[n - 1].pixels, kinds);
     ASSERT_TRUE(decoder.Decode({message.data(), static_cast<std::uint32_t>(message.size())}));
     EXPECT_TRUE(Shows(options, scene[n], decoder.Frame(), scene[key].pixels));

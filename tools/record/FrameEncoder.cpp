@@ -1,5 +1,6 @@
 #include "tools/record/FrameEncoder.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
 #include <string>
@@ -9,6 +10,7 @@
 #include "grid/BlockFormat.h"
 #include "grid/BufferSizes.h"
 #include "tools/cli/Wording.h"
+#include "tools/parallel/ForEach.h"
 #include "tools/record/RecordError.h"
 #include "tools/stream/SpanOf.h"
 
@@ -28,29 +30,45 @@ FrameHeader MakeHeader(int width, int height, const RecordOptions& options) {
   return header;
 }
 
-/// The part of `picture` that `block` covers, as the block's buffer has it: bottom row first.
+/// Bytes in a row of a block.
+std::size_t RowBytes(const BitmapDataBlock& block) {
+  return static_cast<std::size_t>(block.fWidth) * kBlockPixelBytes;
+}
+
+/// The pixels of `picture` that a row of `block` covers; row 0 is the bottom one, as in its buffer.
 /// REQUIRES: the block belongs to a grid over a picture of this size.
-std::vector<unsigned char> CutBlock(const Picture& picture, const BitmapDataBlock& block) {
+const unsigned char* CoveredRow(const Picture& picture, const BitmapDataBlock& block,
+                                std::int32_t row) {
   static_assert(Picture::kPixelBytes == kBlockPixelBytes);
   // The block's place is given in a frame whose rows run upward.
   const std::ptrdiff_t stride = block.fImageStride;
   const std::ptrdiff_t bottomRow = picture.height - 1 - block.fImageOffset / stride;
   const std::ptrdiff_t left = block.fImageOffset % stride;
-  const std::ptrdiff_t rowBytes = std::ptrdiff_t{block.fWidth} * kBlockPixelBytes;
+  return picture.pixels.data() + (bottomRow - row) * stride + left;
+}
 
+/// The part of `picture` that `block` covers, as the block's buffer has it.
+std::vector<unsigned char> CutBlock(const Picture& picture, const BitmapDataBlock& block) {
   std::vector<unsigned char> cut;
-  cut.reserve(static_cast<std::size_t>(rowBytes * block.fHeight));
-  for (std::ptrdiff_t y = 0; y < block.fHeight; ++y) {
-    const auto row = picture.pixels.begin() + (bottomRow - y) * stride + left;
-    cut.insert(cut.end(), row, row + rowBytes);
+  cut.reserve(RowBytes(block) * static_cast<std::size_t>(block.fHeight));
+  for (std::int32_t row = 0; row < block.fHeight; ++row) {
+    const unsigned char* const pixels = CoveredRow(picture, block, row);
+    cut.insert(cut.end(), pixels, pixels + RowBytes(block));
   }
   return cut;
 }
 
 bool Shows(const BitmapDataBlock& block, const Picture& picture) {
-  const std::vector<unsigned char> pixels = CutBlock(picture, block);
-  return static_cast<std::size_t>(block.fRawDataSize) == pixels.size() &&
-         std::memcmp(block.fRawData, pixels.data(), pixels.size()) == 0;
+  const std::size_t rowBytes = RowBytes(block);
+  const unsigned char* shown = block.fRawData;
+  if (static_cast<std::size_t>(block.fRawDataSize) !=
+      rowBytes * static_cast<std::size_t>(block.fHeight)) {
+    return false;
+  }
+  for (std::int32_t row = 0; row < block.fHeight; ++row, shown += rowBytes) {
+    if (std::memcmp(shown, CoveredRow(picture, block, row), rowBytes) != 0) return false;
+  }
+  return true;
 }
 
 }  // namespace
@@ -60,10 +78,16 @@ bool FrameEncoder::Pass::IsShownBy(const BitmapDataBlock& block) const {
 }
 
 FrameEncoder::FrameEncoder(int width, int height, const RecordOptions& options)
-    : fOptions(options), fHeader(MakeHeader(width, height, options)), fBlockEncoder(options) {
+    : fOptions(options), fHeader(MakeHeader(width, height, options)) {
   if (!fDecoder.SetupCodec(width, height, options.blockWidth, options.blockHeight)) {
     throw RecordError("no memory for the block grid");
   }
+  for (std::int32_t row = 0; row < fDecoder.GridHeight(); ++row) {
+    for (std::int32_t column = 0; column < fDecoder.GridWidth(); ++column) {
+      fBlocks.push_back(fDecoder.GetBlock(row, column));
+    }
+  }
+  for (unsigned int i = 0; i < options.jobs; ++i) fBlockEncoders.emplace_back(options);
 }
 
 const std::vector<unsigned char>& FrameEncoder::Encode(const Picture& picture) {
@@ -109,7 +133,7 @@ void FrameEncoder::WriteVersion2Body(const Picture& picture, bool keyFrame) {
     WritePalette();
     fMessage[flagsAt] |= kFlagPalette;
   }
-  const Picture reduced = fColors->Reduce(picture);
+  const Picture reduced = Reduce(picture);
   const bool twoPasses = fOptions.passes > 1;
   WritePass({reduced, twoPasses ? picture : reduced, {intermediate, &*fColors}, keyFrame});
   if (!twoPasses) return;
@@ -120,6 +144,16 @@ void FrameEncoder::WriteVersion2Body(const Picture& picture, bool keyFrame) {
   } else {
     fMessage.resize(secondPassAt);
   }
+}
+
+Picture FrameEncoder::Reduce(const Picture& picture) const {
+  Picture reduced = picture;
+  const auto width = static_cast<std::size_t>(picture.width);
+  ForEach(static_cast<std::size_t>(picture.height), fOptions.jobs,
+          [&](std::size_t row, unsigned int /*worker*/) {
+            fColors->Reduce(&reduced.pixels[row * width * Picture::kPixelBytes], width);
+          });
+  return reduced;
 }
 
 void FrameEncoder::WritePalette() {
@@ -134,26 +168,35 @@ void FrameEncoder::WritePalette() {
 
 bool FrameEncoder::WritePass(const Pass& pass) {
   const std::size_t start = fMessage.size();
+  const auto payloads = EncodeBlocks(pass);
   bool anySent = false;
-  for (std::int32_t row = 0; row < fDecoder.GridHeight(); ++row) {
-    for (std::int32_t column = 0; column < fDecoder.GridWidth(); ++column) {
-      anySent |= WriteBlock(fDecoder.GetBlock(row, column), pass);
+  for (std::size_t i = 0; i < fBlocks.size(); ++i) {
+    if (payloads[i]) {
+      AppendPayload(*fBlocks[i], *payloads[i]);
+      anySent = true;
+    } else {
+      AppendSize(0);
     }
   }
   CheckPass(pass, start);
   return anySent;
 }
 
-bool FrameEncoder::WriteBlock(BitmapDataBlock* block, const Pass& pass) {
-  if (!pass.sendAll && pass.IsShownBy(*block)) {
-    AppendSize(0);
-    return false;
-  }
-  const std::vector<unsigned char> pixels = CutBlock(pass.target, *block);
-  const BlockPayload payload = fBlockEncoder.Encode(*block, SpanOf(pixels), pass.forms);
+std::vector<std::optional<BlockPayload>> FrameEncoder::EncodeBlocks(const Pass& pass) {
+  std::vector<std::optional<BlockPayload>> payloads(fBlocks.size());
+  ForEach(fBlocks.size(), fOptions.jobs, [&](std::size_t i, unsigned int worker) {
+    const BitmapDataBlock& block = *fBlocks[i];
+    if (!pass.sendAll && pass.IsShownBy(block)) return;
+    const std::vector<unsigned char> pixels = CutBlock(pass.target, block);
+    payloads[i] = fBlockEncoders[worker].Encode(block, SpanOf(pixels), pass.forms);
+  });
+  return payloads;
+}
+
+void FrameEncoder::AppendPayload(const BitmapDataBlock& block, const BlockPayload& payload) {
   const std::size_t size = payload.RecordSize(fOptions.codecType);
   if (size > BlockRecord::kMaxSize) {
-    throw RecordError("a block of " + SizeText(block->fWidth, block->fHeight) + " pixels takes " +
+    throw RecordError("a block of " + SizeText(block.fWidth, block.fHeight) + " pixels takes " +
                       std::to_string(size) + " bytes, but a record can have at most " +
                       std::to_string(BlockRecord::kMaxSize) + ": the block size " +
                       SizeText(fOptions.blockWidth, fOptions.blockHeight) +
@@ -166,7 +209,6 @@ bool FrameEncoder::WriteBlock(BitmapDataBlock* block, const Pass& pass) {
     fMessage.insert(fMessage.end(), header, header + payload.header.Size());
   }
   fMessage.insert(fMessage.end(), payload.bytes.begin(), payload.bytes.end());
-  return true;
 }
 
 void FrameEncoder::AppendSize(std::size_t size) {
@@ -176,12 +218,10 @@ void FrameEncoder::AppendSize(std::size_t size) {
 }
 
 void FrameEncoder::CheckPass(const Pass& pass, std::size_t start) {
-  bool good = fDecoder.ApplyPass(&fMessage, start, fOptions.codecType);
-  for (std::int32_t row = 0; good && row < fDecoder.GridHeight(); ++row) {
-    for (std::int32_t column = 0; good && column < fDecoder.GridWidth(); ++column) {
-      good = pass.IsShownBy(*fDecoder.GetBlock(row, column));
-    }
-  }
+  const bool good = fDecoder.ApplyPass(&fMessage, start, fOptions.codecType) &&
+                    std::all_of(fBlocks.begin(), fBlocks.end(), [&](const BitmapDataBlock* block) {
+                      return pass.IsShownBy(*block);
+                    });
   if (!good) throw RecordError("its message does not decode to its pixels");
 }
 

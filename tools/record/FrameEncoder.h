@@ -2,6 +2,7 @@
 #define ZLIBVIDEO_TOOLS_RECORD_FRAMEENCODER_H
 
 #include <cstddef>
+#include <deque>
 #include <optional>
 #include <vector>
 
@@ -45,16 +46,23 @@ class FrameEncoder {
   void WriteHeader(bool keyFrame);
   void WriteVersion2Body(const Picture& picture, bool keyFrame);
   void WritePalette();
+  /// The picture in `fColors`.
+  Picture Reduce(const Picture& picture) const;
   /// Whether any block was sent.
   bool WritePass(const Pass& pass);
-  bool WriteBlock(BitmapDataBlock* block, const Pass& pass);
+  /// What each block of the pass will carry, in order; nothing where it needs nothing.
+  std::vector<std::optional<BlockPayload>> EncodeBlocks(const Pass& pass);
+  void AppendPayload(const BitmapDataBlock& block, const BlockPayload& payload);
   void AppendSize(std::size_t size);
   void CheckPass(const Pass& pass, std::size_t start);
 
   RecordOptions fOptions;
   FrameHeader fHeader;
   DecoderModel fDecoder;
-  BlockEncoder fBlockEncoder;
+  /// Those of `fDecoder`, in the order in which a pass sends them.
+  std::vector<BitmapDataBlock*> fBlocks;
+  /// One for each thread.
+  std::deque<BlockEncoder> fBlockEncoders;
   std::optional<ReducedColors> fColors;
   std::vector<unsigned char> fMessage;
   unsigned long fMessagesMade = 0;

@@ -25,6 +25,8 @@ struct RecordOptions {
   unsigned int renewPercent = 0;
   /// zlib's compression level, 0 to 9.
   int level = 8;
+  /// Threads, at least 1. What is written does not depend on it.
+  unsigned int jobs = 1;
 
   bool UsesReducedColors() const { return reduced || passes > 1; }
 };

@@ -1,6 +1,7 @@
 #include "tools/record/ReducedColors.h"
 
 #include <algorithm>
+#include <unordered_map>
 #include <utility>
 
 #include "colour/ReducedCode.h"
@@ -9,21 +10,22 @@
 namespace zlibvideo {
 namespace {
 
+constexpr std::size_t kColors15 = std::size_t{1} << 15;
+
 /// A block pixel as a colour 0x00RRGGBB.
 std::uint32_t LoadColor(const unsigned char* pixel) {
   return static_cast<std::uint32_t>(pixel[0] | pixel[1] << 8 | pixel[2] << 16);
 }
 
-void StoreColor(std::uint32_t color, unsigned char* pixel) {
-  pixel[0] = static_cast<unsigned char>(color & 0xFF);
-  pixel[1] = static_cast<unsigned char>(color >> 8 & 0xFF);
-  pixel[2] = static_cast<unsigned char>(color >> 16 & 0xFF);
-}
-
 std::unordered_map<std::uint32_t, std::size_t> CountColors(const Picture& picture) {
   std::unordered_map<std::uint32_t, std::size_t> counts;
+  std::uint32_t runColor = 0;
+  std::size_t* count = nullptr;  // of the colour of this run of pixels
   for (std::size_t i = 0; i < picture.pixels.size(); i += kBlockPixelBytes) {
-    ++counts[LoadColor(&picture.pixels[i])];
+    const std::uint32_t color = LoadColor(&picture.pixels[i]);
+    if (count == nullptr || color != runColor) count = &counts[color];
+    runColor = color;
+    ++*count;
   }
   return counts;
 }
@@ -45,9 +47,11 @@ std::vector<std::uint32_t> MostFrequentColors(const Picture& picture) {
 
 }  // namespace
 
-ReducedColors::ReducedColors(const Picture& picture) : fPalette(MostFrequentColors(picture)) {
-  for (std::size_t i = 0; i < fPalette.size(); ++i) {
-    fIndices.emplace(fPalette[i], static_cast<int>(i));
+ReducedColors::ReducedColors(const Picture& picture)
+    : fPalette(MostFrequentColors(picture)), fFirst(kColors15, kNotInPalette) {
+  for (const std::uint32_t color : fPalette) {
+    std::int16_t& first = fFirst[NarrowToColor15(color)];
+    fNext.push_back(std::exchange(first, static_cast<std::int16_t>(fNext.size())));
   }
 }
 
@@ -64,21 +68,22 @@ std::vector<unsigned char> ReducedColors::PaletteBytes() const {
 }
 
 int ReducedColors::PaletteIndex(std::uint32_t color) const {
-  const auto found = fIndices.find(color);
-  return found == fIndices.end() ? kNotInPalette : found->second;
+  int index = fFirst[NarrowToColor15(color)];
+  while (index != kNotInPalette && fPalette[static_cast<std::size_t>(index)] != color) {
+    index = fNext[static_cast<std::size_t>(index)];
+  }
+  return index;
 }
 
 std::uint32_t ReducedColors::Shown(std::uint32_t color) const {
   return PaletteIndex(color) == kNotInPalette ? WidenColor15(NarrowToColor15(color)) : color;
 }
 
-Picture ReducedColors::Reduce(const Picture& picture) const {
-  Picture reduced = picture;
-  for (std::size_t i = 0; i < reduced.pixels.size(); i += kBlockPixelBytes) {
-    unsigned char* pixel = &reduced.pixels[i];
-    StoreColor(Shown(LoadColor(pixel)), pixel);
+void ReducedColors::Reduce(unsigned char* pixels, std::size_t count) const {
+  for (std::size_t i = 0; i < count; ++i) {
+    unsigned char* const pixel = pixels + i * kBlockPixelBytes;
+    StorePixel(pixel, Shown(LoadColor(pixel)));
   }
-  return reduced;
 }
 
 std::vector<unsigned char> ReducedColors::Encode(ByteSpan pixels) const {

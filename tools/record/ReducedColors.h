@@ -1,8 +1,8 @@
 #ifndef ZLIBVIDEO_TOOLS_RECORD_REDUCEDCOLORS_H
 #define ZLIBVIDEO_TOOLS_RECORD_REDUCEDCOLORS_H
 
+#include <cstddef>
 #include <cstdint>
-#include <unordered_map>
 #include <vector>
 
 #include "bitstream/ByteSpan.h"
@@ -20,8 +20,8 @@ class ReducedColors {
   /// The palette as it is sent: red, green, blue of each colour.
   std::vector<unsigned char> PaletteBytes() const;
 
-  /// The picture as it will be shown.
-  Picture Reduce(const Picture& picture) const;
+  /// Turns block pixels into what will be shown.
+  void Reduce(unsigned char* pixels, std::size_t count) const;
 
   /// Block pixels as a colour-reduced stream.
   std::vector<unsigned char> Encode(ByteSpan pixels) const;
@@ -32,8 +32,12 @@ class ReducedColors {
   int PaletteIndex(std::uint32_t color) const;
   std::uint32_t Shown(std::uint32_t color) const;
 
+  /// Up to `kPaletteColors`.
   std::vector<std::uint32_t> fPalette;
-  std::unordered_map<std::uint32_t, int> fIndices;
+  /// For each 15-bit colour the first index of a palette colour that is cut to it, and for each of
+  /// these the next; `kNotInPalette` if there is none.
+  std::vector<std::int16_t> fFirst;
+  std::vector<std::int16_t> fNext;
 };
 
 }  // namespace zlibvideo
