@@ -3,7 +3,6 @@
 
 #include <future>
 #include <type_traits>
-#include <utility>
 
 #include "tools/cli/BlockedSignals.h"
 
@@ -13,9 +12,10 @@ namespace zlibvideo {
 /// asked for. The result gives what `work` returns or throws; destroying it waits for the end.
 /// Signals that end the program come to the thread that `main` runs in, never to this one.
 template <typename Work>
-std::future<std::invoke_result_t<Work>> InBackground(Work work) {
+std::future<std::invoke_result_t<Work>> InBackground(const Work& work) {
   const BlockedSignals inherited;
-  return std::async(std::launch::async | std::launch::deferred, std::move(work));
+  // A copy: without a thread, libstdc++ would defer what it has moved from already.
+  return std::async(std::launch::async | std::launch::deferred, work);
 }
 
 }  // namespace zlibvideo

@@ -25,7 +25,7 @@ class OrderedWork {
 
   /// REQUIRES: not full.
   void Begin(std::function<Result()> work) {
-    fBegun.push_back(fJobs > 1 ? InBackground(std::move(work))
+    fBegun.push_back(fJobs > 1 ? InBackground(work)
                                : std::async(std::launch::deferred, std::move(work)));
   }
 
