@@ -5,16 +5,28 @@
 #include <algorithm>
 #include <array>
 #include <memory>
+#include <random>
 #include <regex>
 #include <sstream>
 
 #include "tests/GoodStream.h"
 #include "tests/tool/ToolFixture.h"
 #include "tools/decode/formats/Bt709.h"
+#include "tools/pictures/PngSeries.h"
 #include "tools/stream/MessageFile.h"
 
 namespace zlibvideo {
 namespace {
+
+BitmapPixels PngPixels(const Bytes& file) {
+  png_image image = {};
+  image.version = PNG_IMAGE_VERSION;
+  if (png_image_begin_read_from_memory(&image, file.data(), file.size()) == 0) return {};
+  image.format = PNG_FORMAT_BGRA;
+  Bytes pixels(PNG_IMAGE_SIZE(image));
+  if (png_image_finish_read(&image, nullptr, pixels.data(), 0, nullptr) == 0) return {};
+  return {static_cast<int>(image.width), pixels};
+}
 
 /// good.zvm is the good stream: pictures of 40x24 and a last one of another size.
 /// bad.zvm is an empty message, the first step, the second cut short, the second.
@@ -44,14 +56,9 @@ class DecodeTest : public ToolFixture {
     const std::string text = digits.str();
     return std::string(8 - text.size(), '0') + text;
   }
-  BitmapPixels PngPixels(const std::string& name) const {
-    png_image image = {};
-    image.version = PNG_IMAGE_VERSION;
-    if (png_image_begin_read_from_file(&image, Path(name).c_str()) == 0) return {};
-    image.format = PNG_FORMAT_BGRA;
-    Bytes pixels(PNG_IMAGE_SIZE(image));
-    png_image_finish_read(&image, nullptr, pixels.data(), 0, nullptr);
-    return {static_cast<int>(image.width), pixels};
+  BitmapPixels PngFilePixels(const std::string& name) const {
+    const std::string file = ReadFile(name);
+    return PngPixels({file.begin(), file.end()});
   }
 
   const std::vector<Step> fSteps = GoodStream();
@@ -121,12 +128,58 @@ TEST_F(DecodeTest, PngFilesAreNumberedByMessage) {
   EXPECT_EQ(0u, outcome.text.find(line + "0 at byte 3 failed at its byte 0: "));
   EXPECT_NE(std::string::npos, outcome.text.find('\n' + line + "2 at byte " + offset + " failed "));
   EXPECT_EQ((std::set<std::string>{"bad.zvm", "good.zvm", "out/002.png", "out/004.png"}), Files());
-  EXPECT_TRUE(SamePixels(fSteps[0].bitmap, PngPixels("out/002.png")));
-  EXPECT_TRUE(SamePixels(fSteps[1].bitmap, PngPixels("out/004.png")));
+  EXPECT_TRUE(SamePixels(fSteps[0].bitmap, PngFilePixels("out/002.png")));
+  EXPECT_TRUE(SamePixels(fSteps[1].bitmap, PngFilePixels("out/004.png")));
   EXPECT_EQ(0, Run("zlibvideo decode good.zvm -o 100%d/ --to 1").status);
-  EXPECT_TRUE(SamePixels(fSteps[0].bitmap, PngPixels("100%d/0001.png")));
+  EXPECT_TRUE(SamePixels(fSteps[0].bitmap, PngFilePixels("100%d/0001.png")));
   EXPECT_EQ(1, Run("zlibvideo decode good.zvm -o one.png").status) << "one name for all pictures";
-  EXPECT_TRUE(SamePixels(fSteps[0].bitmap, PngPixels("one.png")));
+  EXPECT_TRUE(SamePixels(fSteps[0].bitmap, PngFilePixels("one.png")));
+}
+
+TEST_F(DecodeTest, AnErrorWithAPictureIsToldInItsPlace) {
+  for (const char* jobs : {"1", "8"}) {
+    const Outcome outcome =
+        Run("mkdir -p 2.png; zlibvideo decode bad.zvm -o %d.png -j " + std::string(jobs));
+    EXPECT_EQ(1, outcome.status);
+    EXPECT_EQ(2, Lines(outcome.text)) << "after the picture comes a message that fails";
+    EXPECT_NE(std::string::npos, outcome.text.find("\nzlibvideo: 2.png: is a directory"));
+    EXPECT_EQ(
+        1,
+        Run("mkdir -p 4.png; zlibvideo decode good.zvm -o %d.png -j " + std::string(jobs)).status);
+    EXPECT_EQ(0u, Files().count("5.png"));
+  }
+}
+
+TEST(PngSeriesTest, PicturesComeOutWhateverStands) {
+  // Rows of noise, each as the one above: a row can refer to it alone.
+  constexpr int kWidth = 4000;
+  std::minstd_rand random;
+  BitmapPixels picture = {kWidth, {}};
+  for (int i = 0; i < kWidth; ++i) {
+    const auto noise = static_cast<unsigned char>(random());
+    picture.bytes.insert(picture.bytes.end(), {noise, noise, 0, 255});
+  }
+  const Bytes row = picture.bytes;
+  for (int i = 1; i < 36; ++i) picture.bytes.insert(picture.bytes.end(), row.begin(), row.end());
+  PngSeries series;
+  const auto begin = [&] {
+    const auto rows = static_cast<int>(picture.bytes.size() / 4) / picture.width;
+    return series.Begin({picture.bytes.data(), picture.width, rows});
+  };
+  Bytes file;
+  for (std::size_t at = 0; at < picture.bytes.size(); at += row.size()) {
+    const PngSeries::Work before = begin();
+    const BitmapPixels old = picture;
+    picture.bytes[at] ^= 1;
+    const PngSeries::Completion now = begin()();
+    before()(&file);
+    ASSERT_TRUE(SamePixels(old, PngPixels(file))) << at;
+    now(&file);
+    ASSERT_TRUE(SamePixels(picture, PngPixels(file))) << at;
+  }
+  picture.width /= 2;  // the same bytes
+  begin()()(&file);
+  EXPECT_TRUE(SamePixels(picture, PngPixels(file)));
 }
 
 TEST_F(DecodeTest, HashLinesAreListedAndVerified) {
@@ -236,11 +289,17 @@ TEST_F(DecodeTest, NoPicturesGoToATerminal) {
   }
 }
 
-TEST_F(DecodeTest, HashLinesComeAsMessagesAreDecoded) {
+TEST_F(DecodeTest, HashLinesAndPicturesComeAsMessagesAreDecoded) {
   const Outcome live =
       Run("mkfifo in; { cat bad.zvm; read x <in; } | zlibvideo decode - --format hash 2>&- | "
           "{ timeout 9 head -n 4; echo >in; }; rm in");
   EXPECT_EQ(4, Lines(live.text)) << live.text;
+  const Outcome picture =
+      Run("mkfifo in; { cat good.zvm; read x <in; } | zlibvideo decode - -o %d.png & "
+          "for i in $(seq 900); do test -e " +
+          std::to_string(fAll) + ".png && break; sleep 0.01; done; ls " + std::to_string(fAll) +
+          ".png; echo >in; wait");
+  EXPECT_EQ(std::to_string(fAll) + ".png\n", picture.text);
 }
 
 TEST_F(DecodeTest, ASignalLeavesNoUnfinishedFile) {

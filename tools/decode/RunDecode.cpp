@@ -55,6 +55,7 @@ int DecodeRun::Run() {
       &fReader, &fDecoder, fOptions.to, WantsProgressBar(),
       [this](const FileMessage& message, bool decoded) { TakeOne(message, decoded); });
   if (fReader.MessageCount() == 0) throw ToolError(end.problem);
+  fSink->CatchUp();
   // Before the output is completed, which may end with an error of its own.
   if (end.result != Result::kEnd) PrintLine(end.problem);
   if (end.result == Result::kReadError) {
@@ -73,6 +74,7 @@ void DecodeRun::KeepOutput() {
 void DecodeRun::TakeOne(const FileMessage& message, bool decoded) {
   if (!decoded) {
     ++fFailures;
+    fSink->CatchUp();  // what is wrong with earlier pictures is told first
     // A comparison expects listed failures and reports all others itself.
     if (fOptions.verify.empty()) TellFailure(message);
   }
@@ -80,6 +82,8 @@ void DecodeRun::TakeOne(const FileMessage& message, bool decoded) {
   if (!decoded) return fSink->NoteFailure(message.index, fDecoder.Frame());
   fSink->WritePicture(message.index, fDecoder.Frame());
   ++fPicturesWritten;
+  // Whoever watches a stream as it is sent has each picture before the next message.
+  if (!fReader.HasInput()) fSink->CatchUp();
 }
 
 void DecodeRun::TellFailure(const FileMessage& message) const {

@@ -11,6 +11,7 @@
 #include "tools/cli/InputFile.h"
 #include "tools/cli/ToolError.h"
 #include "tools/cli/Wording.h"
+#include "tools/pictures/PngSeries.h"
 
 namespace zlibvideo {
 namespace {
@@ -135,28 +136,8 @@ Picture ReadPng(std::FILE* stream, const std::string& name) {
 }
 
 void EncodePng(const FrameView& frame, std::vector<unsigned char>* png) {
-  std::vector<unsigned char> colours(frame.PixelCount() * Picture::kPixelBytes);
-  unsigned char* out = colours.data();
-  for (std::size_t i = 0; i < frame.ByteCount(); i += FrameView::kPixelBytes) {
-    *out++ = frame.pixels[i];
-    *out++ = frame.pixels[i + 1];
-    *out++ = frame.pixels[i + 2];
-  }
-
-  png_image image = {};
-  image.version = PNG_IMAGE_VERSION;
-  image.width = static_cast<png_uint_32>(frame.width);
-  image.height = static_cast<png_uint_32>(frame.height);
-  image.format = PNG_FORMAT_BGR;
-  // Without row filters: pictures of a desktop come out smaller so.
-  image.flags = PNG_IMAGE_FLAG_FAST;
-  png_alloc_size_t size = PNG_IMAGE_PNG_SIZE_MAX(image);
-  png->resize(size);
-  // From a valid picture to room enough, only memory can be short.
-  if (png_image_write_to_memory(&image, png->data(), &size, 0, colours.data(), 0, nullptr) == 0) {
-    throw std::bad_alloc();
-  }
-  png->resize(size);
+  PngSeries series;
+  series.Begin(frame)()(png);
 }
 
 }  // namespace zlibvideo

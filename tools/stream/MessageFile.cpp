@@ -1,5 +1,7 @@
 #include "tools/stream/MessageFile.h"
 
+#include <poll.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <utility>
@@ -55,6 +57,11 @@ std::uint32_t MessageFileReader::Read(unsigned char* target, std::uint32_t size)
   const auto bytes = static_cast<std::uint32_t>(std::fread(target, 1, size, fFile.get()));
   fBytesRead += bytes;
   return bytes;
+}
+
+bool MessageFileReader::HasInput() const {
+  pollfd input = {fileno(fFile.get()), POLLIN, 0};
+  return poll(&input, 1, 0) != 0;
 }
 
 MessageFileReader::Result MessageFileReader::Stop(std::uint64_t messageOffset,

@@ -47,6 +47,10 @@ class MessageFileReader {
   /// are no more messages and `Problem` says what happened.
   Result Next(FileMessage* message);
 
+  /// Whether there is more to read, or the end of the file, without waiting for whoever sends it.
+  /// Of what comes through a pipe, it may overlook the last few kilobytes.
+  bool HasInput() const;
+
   /// The last result in words, with the name of the file: where it is cut off, the system's error.
   const std::string& Problem() const { return fProblem; }
   const std::string& Name() const { return fName; }

@@ -25,6 +25,9 @@ class FrameSink {
   virtual void WritePicture(std::uint64_t /*index*/, const FrameView& /*frame*/) {}
   /// A message failed; `frame` is the picture that still stands.
   virtual void NoteFailure(std::uint64_t /*index*/, const FrameView& /*frame*/) {}
+  /// Writes what was held back to be encoded at leisure: messages that arrived are done with, but
+  /// for completing the output.
+  virtual void CatchUp() {}
   /// Nothing more comes: completes the output. An output of which this is not called is dropped.
   virtual void Finish() {}
 };
@@ -36,6 +39,8 @@ struct OutputOptions {
   FrameRate frameRate;
   /// 8-bit samples in y4m, which do not keep every colour, instead of 10-bit ones, which do.
   bool y4m8Bit = false;
+  /// Threads to use, at least 1.
+  unsigned int jobs = 1;
 };
 
 /// One of the forms that `decode` writes pictures in.

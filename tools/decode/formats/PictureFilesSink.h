@@ -1,34 +1,53 @@
 #ifndef ZLIBVIDEO_TOOLS_DECODE_FORMATS_PICTUREFILESSINK_H
 #define ZLIBVIDEO_TOOLS_DECODE_FORMATS_PICTUREFILESSINK_H
 
+#include <cstdint>
+#include <deque>
 #include <functional>
+#include <semaphore>
 #include <string>
 #include <vector>
 
 #include "tools/decode/formats/NamePattern.h"
 #include "tools/decode/formats/OutputFormat.h"
+#include "tools/parallel/OrderedWork.h"
 #include "tools/pictures/Picture.h"
 
 namespace zlibvideo {
 
 /// Writes a file for each picture, numbered by its message from 1. With "-" the files go to
-/// standard output one after another; a name without a number takes one picture.
+/// standard output one after another; a name without a number takes one picture. Pictures are
+/// encoded on several threads; an error with one of them leaves the files before it in place.
 class PictureFilesSink : public FrameSink {
  public:
-  /// Replaces the contents of `file` by those of a whole file with the picture.
-  using Encode = std::function<void(const FrameView& frame, std::vector<unsigned char>* file)>;
+  /// Encodes a picture in three steps, which throw `std::bad_alloc` without memory. The first, for
+  /// which alone `frame` is there, and the last, which replaces the contents of `file` by those of
+  /// a whole file, are called for all pictures in order, the one between on any thread.
+  using Completion = std::function<void(std::vector<unsigned char>* file)>;
+  using Work = std::function<Completion()>;
+  using Encode = std::function<Work(const FrameView& frame)>;
 
-  /// Throws a `ToolError` when `path` is no `NamePattern`.
-  PictureFilesSink(const std::string& path, Encode encode);
+  /// Throws a `ToolError` when `path` is no `NamePattern`. Up to `jobs` pictures are encoded at
+  /// once, on threads of their own if that is more than one.
+  PictureFilesSink(const std::string& path, unsigned int jobs, Encode encode);
 
   void WritePicture(std::uint64_t index, const FrameView& frame) override;
+  void CatchUp() override;
+  void Finish() override { CatchUp(); }
 
  private:
+  void WriteOldest();
+
   std::string fPath;
   Encode fEncode;
   NamePattern fPattern;
-  bool fWritten = false;
+  bool fHasPicture = false;
   std::vector<unsigned char> fFile;
+  /// Of the pictures that were begun and not written.
+  std::deque<std::uint64_t> fNumbers;
+  /// As many as may be encoded at once.
+  std::counting_semaphore<> fSlots;
+  OrderedWork<Completion> fWork;
 };
 
 }  // namespace zlibvideo
