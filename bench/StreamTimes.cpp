@@ -165,7 +165,7 @@ PreparedStream::PreparedStream(const std::string& path) : file(StreamFile::Read(
       for (const Bytes& message : file.messages) floors.push_back(finder.Find(message));
     }
   } catch (const std::runtime_error& error) {
-    throw std::runtime_error(path + ": message " + std::to_string(floors.size()) + " " +
+    throw std::runtime_error(path + ": message " + std::to_string(floors.size() + 1) + " " +
                              error.what());
   }
   for (const MessageFloor& floor : floors) {
@@ -188,7 +188,7 @@ void PreparedStream::EncodeStills() {
       stills[format].push_back(formats[format].encode(player.Bitmap()));
       stillPlayer.Decode(formats[format], stills[format].back(), floors[i]);
       if (!std::ranges::equal(stillPlayer.Pixels(), pixels)) {
-        throw std::runtime_error(file.name + ": message " + std::to_string(i) +
+        throw std::runtime_error(file.name + ": message " + std::to_string(i + 1) +
                                  " gives another picture as " + formats[format].name);
       }
     }

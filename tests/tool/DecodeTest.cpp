@@ -125,8 +125,8 @@ TEST_F(DecodeTest, PngFilesAreNumberedByMessage) {
   EXPECT_EQ(2, outcome.status);
   const std::string offset = std::to_string(3 * 3 + fSteps[0].message.size());
   const std::string line = "zlibvideo: bad.zvm: message ";
-  EXPECT_EQ(0u, outcome.text.find(line + "0 at byte 3 failed at its byte 0: "));
-  EXPECT_NE(std::string::npos, outcome.text.find('\n' + line + "2 at byte " + offset + " failed "));
+  EXPECT_EQ(0u, outcome.text.find(line + "1 at byte 3 failed at its byte 0: "));
+  EXPECT_NE(std::string::npos, outcome.text.find('\n' + line + "3 at byte " + offset + " failed "));
   EXPECT_EQ((std::set<std::string>{"bad.zvm", "good.zvm", "out/002.png", "out/004.png"}), Files());
   EXPECT_TRUE(SamePixels(fSteps[0].bitmap, PngFilePixels("out/002.png")));
   EXPECT_TRUE(SamePixels(fSteps[1].bitmap, PngFilePixels("out/004.png")));

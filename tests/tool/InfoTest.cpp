@@ -158,7 +158,7 @@ TEST_F(InfoTest, MakesNoReportWithoutAMessage) {
               "zlibvideo: standard input: is empty\n1\n<b>.zvm\n");
     EXPECT_EQ(Run("printf '\\0\\0' | zlibvideo info " + form + "; echo $?; ls").text,
               "zlibvideo: standard input: ends early at byte 2: 1 more byte belongs to the length "
-              "of message 0; it may not be a message file\n1\n<b>.zvm\n");
+              "of message 1; it may not be a message file\n1\n<b>.zvm\n");
   }
 }
 

@@ -31,8 +31,8 @@ Examples:
 )";
 
 constexpr const char* kFooterEnd = R"(
-A message that fails is reported on standard error, with its index from 0 and
-its place in the file, and decoding goes on with the next. With --verify, one
+A message that fails is reported on standard error, with its number and its
+place in the file, and decoding goes on with the next. With --verify, one
 that fails as listed is not a fault.
 
 Exit status: 0 all decoded; 1 could not run, or there is no whole message, or

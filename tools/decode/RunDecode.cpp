@@ -88,13 +88,12 @@ void DecodeRun::TakeOne(const FileMessage& message, bool decoded) {
 
 void DecodeRun::TellFailure(const FileMessage& message) const {
   const Failure failure = Diagnose(fDecoder.Decoder(), ByteSpan{message.bytes, message.length});
-  PrintLine(fReader.Name() + ": message " + std::to_string(message.index) + " at byte " +
+  PrintLine(fReader.Name() + ": message " + std::to_string(message.Number()) + " at byte " +
             std::to_string(message.offset) + " failed at its " + ExplainFailure(failure));
 }
 
 bool DecodeRun::IsWanted(const FileMessage& message) const {
-  const std::uint64_t number = message.index + 1;
-  return fOptions.from <= number && number <= fOptions.to;
+  return fOptions.from <= message.Number() && message.Number() <= fOptions.to;
 }
 
 bool DecodeRun::WantsProgressBar() const {

@@ -22,8 +22,8 @@ Examples:
   zlibvideo info movie.zvm --json | jq .    one JSON object for each message
   zlibvideo info movie.zvm --html out.html  a page with pictures to step through
 
-Messages count from 0, and so do rows and columns of blocks; row 0 is at the
-bottom of the picture, column 0 at its left edge.
+Messages count from 1, rows and columns of blocks from 0; row 0 is at the bottom
+of the picture, column 0 at its left edge.
 
 Columns of the table; rare ones appear when they are needed:
   type                    key, or the number of another frame type
@@ -37,7 +37,8 @@ Columns of the table; rare ones appear when they are needed:
   changed, left to right  blocks with a record that is not empty, and where
 
 Keys of a JSON object; a value is null where it does not apply:
-  index, offset, bytes    which message, where it begins in the file, its length
+  index, offset, bytes    which message, 0 for message 1; where it begins in the
+                          file; its length
   decoded                 true or false
   frame_type, key_frame   0 to 15; whether it is a key frame
   codec_type              3 is version 1, 6 is version 2

@@ -84,7 +84,7 @@ void StreamSummary::Add(const MessageReport& report) {
   bytes += report.bytes;
   if (report.bytes > largestBytes || messages == 1) {
     largestBytes = report.bytes;
-    largestIndex = report.index;
+    largestNumber = report.Number();
   }
   for (std::size_t kind = 0; kind < kRecordKinds.size(); ++kind) {
     tallies[kind].count += report.tallies[kind].count;

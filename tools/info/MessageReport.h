@@ -40,7 +40,10 @@ struct MessageReport {
   static MessageReport Gather(const FileMessage& message, bool decoded,
                               const InspectingDecoder& decoder);
 
-  /// From 0, as `decode` counts.
+  /// From 1, as people are told of messages.
+  std::uint64_t Number() const { return index + 1; }
+
+  /// From 0.
   std::uint64_t index = 0;
   /// Where in the file the message begins after its length.
   std::uint64_t offset = 0;
@@ -77,8 +80,8 @@ struct StreamSummary {
   /// Of all messages, without their lengths in the file.
   std::uint64_t bytes = 0;
   std::uint32_t largestBytes = 0;
-  /// Index of the first message of that size.
-  std::uint64_t largestIndex = 0;
+  /// Number, from 1, of the first message of that size.
+  std::uint64_t largestNumber = 0;
   RecordTallies tallies = {};
 
   void Add(const MessageReport& report);

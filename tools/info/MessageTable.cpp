@@ -14,7 +14,7 @@ namespace {
 using Style = Terminal::Style;
 
 // Widths of columns; each but the first has one more for the blank before it.
-constexpr std::size_t kIndexWidth = 5;
+constexpr std::size_t kNumberWidth = 5;
 constexpr std::size_t kTypeWidth = 4;
 constexpr std::size_t kFlagsWidth = 5;
 constexpr std::size_t kPaletteWidth = 4;
@@ -175,14 +175,14 @@ std::size_t MessageTable::WidthOf(const KindColumn& column) const {
 }
 
 std::size_t MessageTable::WidthWithoutBar() const {
-  std::size_t width = kIndexWidth + 1 + kTypeWidth + 1 + kBytesWidth + 1 + kPercentWidth;
+  std::size_t width = kNumberWidth + 1 + kTypeWidth + 1 + kBytesWidth + 1 + kPercentWidth;
   if (fCodecType == kCodecTypeVersion2) width += 1 + kFlagsWidth + 1 + kPaletteWidth;
   for (const KindColumn* column : fColumns) width += 1 + WidthOf(*column);
   return width;
 }
 
 std::string MessageTable::Headings() const {
-  std::string line = AlignRight("#", kIndexWidth) + Left("type", kTypeWidth);
+  std::string line = AlignRight("#", kNumberWidth) + Left("type", kTypeWidth);
   if (fCodecType == kCodecTypeVersion2) {
     line += Left("flags", kFlagsWidth) + Right("pal", kPaletteWidth);
   }
@@ -197,7 +197,7 @@ std::string MessageTable::Headings() const {
 std::string MessageTable::Row(const MessageReport& report) const {
   const FrameHeader& header = *report.outline.header;
   const std::string type = Left(TypeName(header), kTypeWidth);
-  std::string line = AlignRight(std::to_string(report.index), kIndexWidth);
+  std::string line = AlignRight(std::to_string(report.Number()), kNumberWidth);
   line += header.IsKeyFrame() ? fTerminal.Styled(type, Style::kBold) : type;
   line += FlagsAndPalette(report) + Right(HumanBytes(report.bytes), kBytesWidth) + Counts(report) +
           Right(Percent(report.changedBlocks, report.cells.size()), kPercentWidth);
@@ -207,7 +207,7 @@ std::string MessageTable::Row(const MessageReport& report) const {
 }
 
 std::string MessageTable::RowWithoutGrid(const MessageReport& report) {
-  return AlignRight(std::to_string(report.index), kIndexWidth) + " " + HumanBytes(report.bytes);
+  return AlignRight(std::to_string(report.Number()), kNumberWidth) + " " + HumanBytes(report.bytes);
 }
 
 std::string MessageTable::FlagsAndPalette(const MessageReport& report) const {

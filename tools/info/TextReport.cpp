@@ -141,7 +141,7 @@ void TextReport::Finish(const StreamSummary& summary, const std::string& problem
     fOutput.Write("  " + HumanBytes(summary.bytes) + ", " +
                   HumanBytes(summary.bytes / summary.messages) + " a message, at most " +
                   HumanBytes(summary.largestBytes) + " (message " +
-                  std::to_string(summary.largestIndex) + ")\n");
+                  std::to_string(summary.largestNumber) + ")\n");
     if (summary.AllRecords().count != 0) WriteRecordTable(summary);
   }
   fOutput.Commit();

@@ -17,6 +17,8 @@ function humanBytes(bytes) {
 }
 const percent = (part, whole) => `${whole ? (100 * part / whole).toFixed(1) : "0.0"} %`;
 const counted = (count, noun) => `${count} ${noun}${count === 1 ? "" : "s"}`;
+/** From 1, as people count. */
+const numberOf = (message) => message.index + 1;
 const codec = (type) => type === 3 ? "version 1" : type === 6 ? "version 2" : "unknown version";
 function element(tag, text, attributes = {}) {
   const made = document.createElement(tag);
@@ -59,7 +61,7 @@ function drawTimeline() {
   chart.setAttribute("width", width);
   chart.setAttribute("height", plotHeight + axisHeight + 10);
   chart.setAttribute("viewBox", `0 -10 ${width} ${plotHeight + axisHeight + 10}`);
-  chart.setAttribute("aria-valuemax", Math.max(0, messages.length - 1));
+  chart.setAttribute("aria-valuemax", Math.max(1, messages.length));
   chart.replaceChildren(stripePattern());
   const most = messages.reduce((largest, message) => Math.max(largest, message.bytes), 1);
   const log = byId("log").checked;
@@ -88,7 +90,7 @@ function stripePattern() {
 function drawNumbers(chart) {
   const every = [1, 2, 5, 10, 20, 50, 100, 1000].find((step) => step * barWidth >= 30) ?? 1000;
   for (let at = 0; at < messages.length; at += every) {
-    label(chart, leftMargin + (at + 0.5) * barWidth, plotHeight + 32, String(messages[at].index));
+    label(chart, leftMargin + (at + 0.5) * barWidth, plotHeight + 32, String(numberOf(messages[at])));
   }
 }
 
@@ -140,7 +142,7 @@ function label(chart, x, y, words, anchor = "middle", fill = "var(--quiet)") {
 }
 
 const describe = (message) =>
-  `message ${message.index}: ${humanBytes(message.bytes)}, ` +
+  `message ${numberOf(message)}: ${humanBytes(message.bytes)}, ` +
   (message.decoded ? `${message.changed_blocks} changed` : "failed");
 
 // ---- Blocks
@@ -257,7 +259,7 @@ function load(at) {
     const image = new Image();
     loaded.set(at, new Promise((done, failed) => {
       image.onload = () => done(image);
-      image.onerror = () => failed(new Error(`that of message ${messages[at].index} is damaged`));
+      image.onerror = () => failed(new Error(`that of message ${numberOf(messages[at])} is damaged`));
     }));
     image.src = messages[at].patch.src;
     if (loaded.size > 64) loaded.delete(loaded.keys().next().value);
@@ -295,7 +297,7 @@ async function drawPicture(at) {
   byId("stage").hidden = !any || omitted;
   sizePicture();
   drawOutlines(messages[at]);
-  canvas.setAttribute("aria-label", `The picture after message ${messages[at].index}`);
+  canvas.setAttribute("aria-label", `The picture after message ${numberOf(messages[at])}`);
   byId("note").textContent = pictureNote(messages[at], any);
 }
 
@@ -395,7 +397,7 @@ function show(at) {
   if (!messages.length) return;
   current = Math.max(0, Math.min(messages.length - 1, at));
   const message = messages[current];
-  byId("which").textContent = `Message ${message.index}`;
+  byId("which").textContent = `Message ${numberOf(message)}`;
   const badges = [element("span", message.decoded ? "✓ decoded" : "✗ failed",
                           {class: `badge ${message.decoded ? "good" : "bad"}`})];
   if (message.key_frame) badges.push(element("span", "◆ key frame", {class: "badge key"}));
@@ -408,7 +410,7 @@ function show(at) {
   moveMark(message);
   for (const id of ["first", "back"]) byId(id).disabled = current === 0;
   for (const id of ["next", "last"]) byId(id).disabled = current === messages.length - 1;
-  history.replaceState(null, "", `#${current}`);
+  history.replaceState(null, "", `#${current + 1}`);
   return drawPicture(current);
 }
 
@@ -422,7 +424,7 @@ function moveMark(message) {
   const x = leftMargin + current * barWidth;
   byId("here").setAttribute("x", x);
   const chart = byId("timeline"), scroll = byId("scroll");
-  chart.setAttribute("aria-valuenow", current);
+  chart.setAttribute("aria-valuenow", current + 1);
   chart.setAttribute("aria-valuetext", describe(message));
   if (x < scroll.scrollLeft + leftMargin || x + barWidth > scroll.scrollLeft + scroll.clientWidth) {
     scroll.scrollLeft = x - scroll.clientWidth / 2;
@@ -520,6 +522,6 @@ function start() {
   window.addEventListener("resize", redraw);
   matchMedia("(prefers-color-scheme: dark)").addEventListener("change", redraw);
   drawTimeline();
-  show(Number.parseInt(location.hash.slice(1), 10) || 0);
+  show((Number.parseInt(location.hash.slice(1), 10) || 1) - 1);
 }
 start();

@@ -34,8 +34,8 @@ bool IsSame(const FrameView& a, const FrameView& b) {
 }
 
 std::shared_ptr<const PixelRows> Copy(const FrameView& view, bool hasRowAbove) {
-  PixelRows rows = {{view.pixels, view.pixels + view.ByteCount()}, view.width, view.height,
-                    hasRowAbove};
+  PixelRows rows = {
+      {view.pixels, view.pixels + view.ByteCount()}, view.width, view.height, hasRowAbove};
   return std::make_shared<const PixelRows>(std::move(rows));
 }
 

@@ -79,7 +79,8 @@ MessageFileReader::Result MessageFileReader::Stop(std::uint64_t messageOffset,
   const bool inLengthField = fBytesRead - messageOffset < TCMessage::kLengthBytes;
   fProblem = fName + ": ends early at byte " + std::to_string(fBytesRead) + ": " +
              Counted(missing, "more byte") + (missing == 1 ? " belongs to " : " belong to ") +
-             (inLengthField ? "the length of " : "") + "message " + std::to_string(fMessageCount);
+             (inLengthField ? "the length of " : "") + "message " +
+             std::to_string(fMessageCount + 1);
   if (fMessageCount == 0) fProblem += "; it may not be a message file";
   return Result::kCutOff;
 }

@@ -18,10 +18,13 @@ struct FileMessage {
   unsigned char* bytes = nullptr;
   /// Bytes; 0 is a message like any other.
   std::uint32_t length = 0;
-  /// From 0.
+  /// From 0, as in data for programs.
   std::uint64_t index = 0;
   /// Where in the file, in bytes, the message begins after its length.
   std::uint64_t offset = 0;
+
+  /// From 1, as people are told of messages, in sentences as in names of files.
+  std::uint64_t Number() const { return index + 1; }
 };
 
 /// Reads a message file front to back: for each message its length, 24-bit unsigned, most

@@ -36,7 +36,7 @@ StreamEnd DecodeMessages(MessageFileReader* reader, StreamDecoder* decoder, std:
     }
   } catch (const std::bad_alloc&) {
     return {Result::kReadError,
-            reader->Name() + ": not enough memory for message " + std::to_string(done)};
+            reader->Name() + ": not enough memory for message " + std::to_string(done + 1)};
   }
   return {};  // the rest, which a live stream may never send, is not asked for
 }

@@ -99,7 +99,7 @@ void VerifySink::Compare(std::uint64_t index, const std::string& line) {
   if (expected.has_value() && fLineCount == 1 && !IsHashLine(*expected)) {
     throw ToolError(fName + ": is not a list written by --format hash");
   }
-  throw ToolError("message " + std::to_string(index) + " came out as \"" + line + "\", but " +
+  throw ToolError("message " + std::to_string(index + 1) + " came out as \"" + line + "\", but " +
                       fName +
                       (expected.has_value()
                            ? " line " + std::to_string(fLineCount) + " is \"" + *expected + "\""

@@ -30,7 +30,7 @@ void MovieSink::BeginNextFile(std::uint64_t index, const FrameView& frame) {
   Finish();
   ++fFileCount;
   if (sizeChanges) {
-    const std::string change = OutputName(fPath) + ": at message " + std::to_string(index) +
+    const std::string change = OutputName(fPath) + ": at message " + std::to_string(index + 1) +
                                " the size changes from " + SizeText(fSize.width, fSize.height) +
                                " to " + SizeText(frame.width, frame.height) +
                                " and a movie has one size; ";

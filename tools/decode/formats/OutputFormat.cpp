@@ -37,8 +37,8 @@ constexpr OutputFormat kFormats[] = {
      .files = Files::kOne,
      .isText = true,
      .help = "a line for each message: INDEX STATUS WIDTHxHEIGHT CRC32. The index is\n"
-             "from 0; the status is 1, or 0 for a failed message; the CRC-32 is that\n"
-             "of the picture's bytes in format bgra",
+             "from 0, for message 1; the status is 1, or 0 for a failed message; the\n"
+             "CRC-32 is that of the picture's bytes in format bgra",
      .make = MakeHashSink},
     {.name = "null", .files = Files::kNone, .help = "nothing, for timing", .make = MakeNullSink},
     {.name = "webp",
