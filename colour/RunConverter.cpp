@@ -58,9 +58,9 @@ RestOfStream ConvertRunsPortably(RestOfStream rest, const std::uint32_t* palette
 #ifdef ZLIBVIDEO_CONVERT_X86
 
 // The version below converts a fixed number of codes as if all were of one kind, counts how many
-// really were, and moves on by that number. The branch predictor therefore never meets the end of a
-// run. Surplus pixels are overwritten by those that follow. There is no version for NEON, for lack
-// of a measurement.
+// really were, and moves on by that number: no branch depends on how long a run is, once it has
+// two codes. Surplus pixels are overwritten by those that follow. There is no version for NEON, for
+// lack of a measurement.
 
 constexpr int kEqualIndices = 16;
 constexpr int kIndices = 8;

@@ -4,7 +4,8 @@
 
 #include "host/Export.h"
 
-// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp,readability-identifier-naming)
+// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
+// NOLINTBEGIN(readability-identifier-naming)
 extern "C" {
 
 /// The operations of type information of this kind, which begin after two entries.
@@ -16,4 +17,5 @@ extern const void* const _ZTVN10__cxxabiv117__class_type_infoE[];
     _ZTVN10__cxxabiv117__class_type_infoE + 2, _ZTS17VideoDecompressor};
 
 }  // extern "C"
-// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp,readability-identifier-naming)
+// NOLINTEND(readability-identifier-naming)
+// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
