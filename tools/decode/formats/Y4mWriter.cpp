@@ -1,7 +1,9 @@
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "tools/cli/OutputFile.h"
@@ -11,77 +13,105 @@
 namespace zlibvideo {
 namespace {
 
+#if defined(__x86_64__) || defined(__i386__)
+#define ZLIBVIDEO_Y4M_X86
+#endif
+
 constexpr std::size_t kPlanes = 3;
 
+/// Two bytes for more than 8 bits, the least significant first whatever the machine's order is.
 template <int kBits>
-constexpr std::size_t kSampleBytes = kBits > 8 ? 2 : 1;
+using Sample = std::conditional_t<(kBits > 8), std::uint16_t, std::uint8_t>;
 
 template <int kBits>
-void StoreSample(std::int32_t sample, unsigned char* target) {
-  target[0] = static_cast<unsigned char>(sample & 0xFF);
-  if constexpr (kBits > 8) target[1] = static_cast<unsigned char>(sample >> 8);
+Sample<kBits> ToSample(std::int32_t value) {
+  const auto sample = static_cast<Sample<kBits>>(value);
+  if constexpr (kBits <= 8 || std::endian::native == std::endian::little) return sample;
+  return static_cast<Sample<kBits>>(sample << 8 | sample >> 8);
 }
 
-/// Fills `planes` with the Y, Cb and Cr planes of `frame`.
+/// Fills the planes of Y, Cb and Cr, which follow one another. Each version has it compiled for its
+/// own instructions.
 template <int kBits>
-void Convert(const FrameView& frame, std::vector<unsigned char>* planes) {
-  const std::size_t planeBytes = frame.PixelCount() * kSampleBytes<kBits>;
-  planes->resize(planeBytes * kPlanes);
-  unsigned char* y = planes->data();
-  unsigned char* cb = y + planeBytes;
-  unsigned char* cr = cb + planeBytes;
-  for (std::size_t i = 0; i < frame.PixelCount(); ++i) {
-    const unsigned char* pixel = frame.pixels + i * FrameView::kPixelBytes;
+[[gnu::always_inline]] inline void ConvertPixels(const unsigned char* __restrict pixels,
+                                                 std::size_t count,
+                                                 Sample<kBits>* __restrict planes) {
+  for (std::size_t i = 0; i < count; ++i) {
+    const unsigned char* pixel = pixels + i * FrameView::kPixelBytes;
     const auto colour = Bt709<kBits>::FromRgb({pixel[2], pixel[1], pixel[0]});
-    const std::size_t at = i * kSampleBytes<kBits>;
-    StoreSample<kBits>(colour.y, y + at);
-    StoreSample<kBits>(colour.cb, cb + at);
-    StoreSample<kBits>(colour.cr, cr + at);
+    planes[i] = ToSample<kBits>(colour.y);
+    planes[count + i] = ToSample<kBits>(colour.cb);
+    planes[2 * count + i] = ToSample<kBits>(colour.cr);
   }
+}
+
+#ifdef ZLIBVIDEO_Y4M_X86
+
+/// Every x86-64 has vectors, but without what multiplies 32 bits they are no faster.
+template <int kBits>
+[[gnu::target("avx2")]] void ConvertAvx2(const unsigned char* pixels, std::size_t count,
+                                         Sample<kBits>* planes) {
+  ConvertPixels<kBits>(pixels, count, planes);
+}
+
+#endif
+
+template <int kBits>
+void Convert(const FrameView& frame, std::vector<Sample<kBits>>* planes) {
+  planes->resize(frame.PixelCount() * kPlanes);
+#ifdef ZLIBVIDEO_Y4M_X86
+  if (__builtin_cpu_supports("avx2")) {
+    return ConvertAvx2<kBits>(frame.pixels, frame.PixelCount(), planes->data());
+  }
+#endif
+  ConvertPixels<kBits>(frame.pixels, frame.PixelCount(), planes->data());
 }
 
 /// Writes YUV4MPEG2 with as many chroma samples as luma ones (4:4:4), colours as `Bt709` has them:
 /// 10-bit samples (C444p10, two bytes, least significant first) or 8-bit ones (C444).
+template <int kBits>
 class Y4mWriter : public MovieWriter {
  public:
-  Y4mWriter(const std::string& path, const FrameView& first, FrameRate rate, bool use8Bit);
+  Y4mWriter(const std::string& path, const FrameView& first, FrameRate rate);
 
   void Add(const FrameView& frame) override;
   void Finish() override { fFile.Commit(); }
 
  private:
   OutputFile fFile;
-  bool fUse8Bit;
-  std::vector<unsigned char> fPlanes;
+  std::vector<Sample<kBits>> fPlanes;
 };
 
-Y4mWriter::Y4mWriter(const std::string& path, const FrameView& first, FrameRate rate, bool use8Bit)
-    : fFile(path), fUse8Bit(use8Bit) {
+template <int kBits>
+Y4mWriter<kBits>::Y4mWriter(const std::string& path, const FrameView& first, FrameRate rate)
+    : fFile(path) {
   // Progressive pictures with square pixels.
   fFile.Write("YUV4MPEG2 W" + std::to_string(first.width) + " H" + std::to_string(first.height) +
               " F" + std::to_string(rate.numerator) + ":" + std::to_string(rate.denominator) +
-              " Ip A1:1 " + (use8Bit ? "C444" : "C444p10 XYSCSS=444P10") +
+              " Ip A1:1 " + (kBits > 8 ? "C444p10 XYSCSS=444P10" : "C444") +
               " XCOLORRANGE=LIMITED\n");
 }
 
-void Y4mWriter::Add(const FrameView& frame) {
-  if (fUse8Bit) {
-    Convert<8>(frame, &fPlanes);
-  } else {
-    Convert<10>(frame, &fPlanes);
-  }
+template <int kBits>
+void Y4mWriter<kBits>::Add(const FrameView& frame) {
+  Convert<kBits>(frame, &fPlanes);
   fFile.Write("FRAME\n");
-  fFile.Write(fPlanes.data(), fPlanes.size());
+  fFile.Write(fPlanes.data(), fPlanes.size() * sizeof(Sample<kBits>));
+}
+
+template <int kBits>
+MovieSink::OpenWriter WriterOf(FrameRate rate) {
+  return [rate](const std::string& path, const FrameView& first) {
+    return std::make_unique<Y4mWriter<kBits>>(path, first, rate);
+  };
 }
 
 }  // namespace
 
 std::unique_ptr<FrameSink> MakeY4mSink(const OutputOptions& options) {
-  return std::make_unique<MovieSink>(
-      options.path, [rate = options.frameRate, use8Bit = options.y4m8Bit](const std::string& path,
-                                                                          const FrameView& first) {
-        return std::make_unique<Y4mWriter>(path, first, rate, use8Bit);
-      });
+  return std::make_unique<MovieSink>(options.path, options.y4m8Bit
+                                                       ? WriterOf<8>(options.frameRate)
+                                                       : WriterOf<10>(options.frameRate));
 }
 
 }  // namespace zlibvideo
