@@ -11,7 +11,7 @@
 
 #include "tests/GoodStream.h"
 #include "tests/tool/ToolFixture.h"
-#include "tools/decode/formats/Bt709.h"
+#include "tools/pictures/Bt709.h"
 #include "tools/pictures/PngSeries.h"
 #include "tools/stream/MessageFile.h"
 

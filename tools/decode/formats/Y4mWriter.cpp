@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "tools/cli/OutputFile.h"
-#include "tools/decode/formats/Bt709.h"
 #include "tools/decode/formats/MovieSink.h"
+#include "tools/pictures/Bt709.h"
 
 namespace zlibvideo {
 namespace {
