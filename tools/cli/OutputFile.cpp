@@ -109,7 +109,11 @@ void OutputFile::Write(const void* bytes, std::size_t size) {
 
 void OutputFile::WriteLine(const std::string& line) {
   Write(line + '\n');
-  if (!fTemporary && std::fflush(fStream) != 0) Fail("cannot be written");
+  if (!fTemporary) Flush();
+}
+
+void OutputFile::Flush() {
+  if (std::fflush(fStream) != 0) Fail("cannot be written");
 }
 
 void OutputFile::Commit() {
@@ -118,6 +122,14 @@ void OutputFile::Commit() {
   const int result = stream == stdout ? std::fflush(stream) : std::fclose(stream);
   if (result != 0) Fail("cannot be written");
   if (fTemporary && !fTemporary->Rename(fTarget)) Fail("cannot be put in place");
+}
+
+void OutputFile::CommitFirst(std::uint64_t size) {
+  // What is still to be written may fail as before; none of it is among the first bytes.
+  if (fStream != stdout) std::fclose(std::exchange(fStream, nullptr));
+  if (!fTemporary) return;
+  if (!fTemporary->Truncate(size)) Fail("cannot be cut to what is whole");
+  if (!fTemporary->Rename(fTarget)) Fail("cannot be put in place");
 }
 
 void OutputFile::Fail(const char* what) const {

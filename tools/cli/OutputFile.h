@@ -2,6 +2,7 @@
 #define ZLIBVIDEO_TOOLS_CLI_OUTPUTFILE_H
 
 #include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <optional>
 #include <string>
@@ -28,9 +29,14 @@ class OutputFile {
   /// Writes `line` and its end. Unless it goes to a temporary file, whoever reads the output has it
   /// at once, and a signal does not lose it.
   void WriteLine(const std::string& line);
+  /// Hands everything to the system: whoever reads the output, or the temporary file, has it.
+  void Flush();
   /// Ends the output: everything has been handed to the system and the file has its final name.
   /// Nothing may be written afterwards.
   void Commit();
+  /// The same with no more than the first `size` bytes: for what is whole after an error, also of
+  /// this file. What was written directly remains.
+  void CommitFirst(std::uint64_t size);
   /// The path as messages show it.
   const std::string& Name() const { return fName; }
 

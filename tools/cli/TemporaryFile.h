@@ -3,6 +3,7 @@
 
 #include <sys/types.h>
 
+#include <cstdint>
 #include <cstdio>
 #include <string>
 
@@ -26,6 +27,8 @@ class TemporaryFile {
 
   /// For the user to write to and to close; null, with `errno`, when it could not be created.
   std::FILE* Stream() const { return fStream; }
+  /// Cuts it to `size` bytes. False, with `errno`, when it cannot.
+  [[nodiscard]] bool Truncate(std::uint64_t size);
   /// Gives it its final name, in place of what has that name. False, with `errno`, when it cannot.
   [[nodiscard]] bool Rename(const std::string& target);
 

@@ -94,6 +94,8 @@ void MessageFileWriter::Write(const unsigned char* bytes, std::size_t length) {
   const StandInMessage message(nullptr, static_cast<std::uint32_t>(length));
   fFile.Write(message.fPayloadLength, sizeof(message.fPayloadLength));
   fFile.Write(bytes, length);
+  fFile.Flush();
+  fWholeBytes += sizeof(message.fPayloadLength) + length;
 }
 
 }  // namespace zlibvideo

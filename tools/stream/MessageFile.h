@@ -83,14 +83,17 @@ class MessageFileWriter {
   /// Writes to `path`, or standard output for "-", as `OutputFile` does.
   explicit MessageFileWriter(const std::string& path) : fFile(path) {}
 
-  /// Appends one message. Throws `ToolError` when it cannot be written, or is longer than 24 bits
-  /// can express.
+  /// Appends one message and hands it to the system. Throws `ToolError` when it cannot be written,
+  /// or is longer than 24 bits can express.
   void Write(const unsigned char* bytes, std::size_t length);
   /// Puts the file under its name; without it nothing is left.
   void Commit() { fFile.Commit(); }
+  /// The same after an error, also one of writing: all messages that were written wholly.
+  void CommitWhole() { fFile.CommitFirst(fWholeBytes); }
 
  private:
   OutputFile fFile;
+  std::uint64_t fWholeBytes = 0;
 };
 
 }  // namespace zlibvideo
