@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace zlibvideo {
 
@@ -11,6 +12,11 @@ namespace zlibvideo {
 std::string Counted(std::uint64_t count, const std::string& noun);
 /// "1280x720".
 std::string SizeText(std::int64_t width, std::int64_t height);
+/// Reads a whole number from `min`, at least 0, to `max`, in decimal digits. False, with `number`
+/// in no certain state, for anything else.
+[[nodiscard]] bool ParseNumber(std::string_view text, int min, int max, int* number);
+/// Reads what `SizeText` writes, with both sides from `min` to `max`, in the same way.
+[[nodiscard]] bool ParseSize(std::string_view text, int min, int max, int* width, int* height);
 /// A number of bytes for people: "812 B", "12.3 KiB", "4.0 MiB".
 std::string HumanBytes(std::uint64_t bytes);
 /// `part` of `whole` in percent, rounded to one decimal: "12.5 %". "0.0 %" of nothing.

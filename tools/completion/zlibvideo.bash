@@ -18,11 +18,13 @@ _zlibvideo_formats() {
   _zlibvideo_help "$1" decode | sed -n 's/^ *--format \([a-z0-9|]*\).*/\1/p' | tr '|' ' '
 }
 
-# Files with the extension $2 that begin with $1, and folders.
+# Files that begin with $1 and have one of the extensions behind it, and folders.
 _zlibvideo_files() {
-  local IFS=$'\n'
+  local IFS=$'\n' current=$1 extension
+  shift
   compopt -o filenames 2>/dev/null
-  COMPREPLY=($(compgen -f -X "!*.$2" -- "$1"; compgen -d -- "$1"))
+  COMPREPLY=($(for extension; do compgen -f -X "!*.$extension" -- "$current"; done
+    compgen -d -- "$current"))
 }
 
 _zlibvideo_words() {
@@ -43,14 +45,14 @@ _zlibvideo() {
     --fps) _zlibvideo_words "$current" "5 10 25 30" ;;
     --verify) _zlibvideo_files "$current" "hashes" ;;
     # No reply: bash completes file names; numbers are typed.
-    -o | --output | --html | --picture-limit | --from | --to | --key-every | --renew) ;;
+    -o | --output | --html | --picture-limit | --from | --to | --key-every | --renew | --size) ;;
     *)
       if [[ $current == -?* ]]; then
         _zlibvideo_words "$current" "$(_zlibvideo_options "$program" "$command")"
       elif [[ -z $command ]]; then
         _zlibvideo_words "$current" "$(_zlibvideo_commands "$program") $(_zlibvideo_options "$program")"
       elif [[ $command == record ]]; then
-        _zlibvideo_files "$current" "png"
+        _zlibvideo_files "$current" png y4m bgra raw
       else
         _zlibvideo_files "$current" "zvm"
       fi

@@ -38,6 +38,17 @@ struct FrameView {
   }
 };
 
+/// Makes `pixels` those of a `Picture`: what `frame` has without opacity.
+inline void CopyColours(const FrameView& frame, std::vector<unsigned char>* pixels) {
+  pixels->resize(frame.PixelCount() * Picture::kPixelBytes);
+  unsigned char* out = pixels->data();
+  for (std::size_t i = 0; i < frame.ByteCount(); i += FrameView::kPixelBytes) {
+    *out++ = frame.pixels[i];
+    *out++ = frame.pixels[i + 1];
+    *out++ = frame.pixels[i + 2];
+  }
+}
+
 }  // namespace zlibvideo
 
 #endif  // ZLIBVIDEO_TOOLS_PICTURES_PICTURE_H

@@ -2,13 +2,12 @@
 
 #include <png.h>
 
-#include <cerrno>
 #include <cstddef>
+#include <cstdio>
 #include <new>
 #include <utility>
 
 #include "bitstream/FrameHeader.h"
-#include "tools/cli/InputFile.h"
 #include "tools/cli/ToolError.h"
 #include "tools/cli/Wording.h"
 #include "tools/pictures/PngSeries.h"
@@ -32,17 +31,22 @@ void KeepProblem(png_structp png, png_const_charp text) {
 
 void IgnoreWarning(png_structp /*png*/, png_const_charp /*text*/) {}
 
+void ReadInput(png_structp png, png_bytep target, png_size_t size) {
+  auto* input = static_cast<ByteInput*>(png_get_io_ptr(png));
+  if (input->Read(target, size) < size) png_error(png, "it ends early");
+}
+
 /// Owns libpng's reader.
 class PngReader {
  public:
-  explicit PngReader(std::FILE* stream)
+  explicit PngReader(ByteInput* input)
       : fPng(png_create_read_struct(PNG_LIBPNG_VER_STRING, &fProblem, KeepProblem, IgnoreWarning)),
         fInfo(fPng == nullptr ? nullptr : png_create_info_struct(fPng)) {
     if (fInfo == nullptr) {
       png_destroy_read_struct(&fPng, nullptr, nullptr);
       throw std::bad_alloc();
     }
-    png_init_io(fPng, stream);
+    png_set_read_fn(fPng, input, ReadInput);
   }
   ~PngReader() { png_destroy_read_struct(&fPng, &fInfo, nullptr); }
   PngReader(const PngReader&) = delete;
@@ -81,9 +85,8 @@ class PngReader {
   png_infop fInfo;
 };
 
-[[noreturn]] void FailRead(std::FILE* stream, const std::string& name, const char* problem) {
-  if (std::ferror(stream) != 0) throw ToolError::FromSystem(name, "cannot be read", errno);
-  if (std::feof(stream) != 0) problem = "it ends early";
+[[noreturn]] void FailRead(const ByteInput& input, const std::string& name, const char* problem) {
+  input.CheckError();
   throw ToolError(name + ": cannot be read as PNG: " + problem);
 }
 
@@ -103,13 +106,13 @@ bool PackOpaque(const std::vector<unsigned char>& source, std::vector<unsigned c
 }  // namespace
 
 Picture ReadPng(const std::string& path) {
-  const InputFile file = OpenInput(path);
-  return ReadPng(file.get(), InputName(path));
+  ByteInput input(path);
+  return ReadPng(&input, input.Name());
 }
 
-Picture ReadPng(std::FILE* stream, const std::string& name) {
-  PngReader reader(stream);
-  if (!reader.ReadInfo()) FailRead(stream, name, reader.Problem());
+Picture ReadPng(ByteInput* input, const std::string& name) {
+  PngReader reader(input);
+  if (!reader.ReadInfo()) FailRead(*input, name, reader.Problem());
   constexpr png_uint_32 kMaxSize = FrameHeader::kMaxImageSize;
   if (reader.Width() > kMaxSize || reader.Height() > kMaxSize) {
     throw ToolError(name + ": is " + SizeText(reader.Width(), reader.Height()) +
@@ -122,7 +125,7 @@ Picture ReadPng(std::FILE* stream, const std::string& name) {
   std::vector<unsigned char> pixels(rowBytes * reader.Height());
   std::vector<png_bytep> rows(reader.Height());
   for (std::size_t row = 0; row < rows.size(); ++row) rows[row] = &pixels[row * rowBytes];
-  if (!reader.ReadRows(rows.data())) FailRead(stream, name, reader.Problem());
+  if (!reader.ReadRows(rows.data())) FailRead(*input, name, reader.Problem());
 
   Picture picture;
   picture.width = static_cast<int>(reader.Width());

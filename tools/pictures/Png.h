@@ -1,21 +1,26 @@
 #ifndef ZLIBVIDEO_TOOLS_PICTURES_PNG_H
 #define ZLIBVIDEO_TOOLS_PICTURES_PNG_H
 
-#include <cstdio>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "tools/cli/ByteInput.h"
 #include "tools/pictures/Picture.h"
 
 namespace zlibvideo {
 
-/// Reads a PNG file of any colour type and depth, or standard input for "-". Samples are brought to
-/// 8 bits; colours are taken as they are, whatever colour space the file names. Throws `ToolError`
-/// when it cannot be read, is larger than a stream's pictures can be (4095 pixels a side), or has
-/// pixels that are not opaque, which a stream cannot show.
+/// What a PNG file begins with.
+inline constexpr std::string_view kPngSignature = "\x89PNG\r\n\x1A\n";
+
+/// Reads a PNG file of any colour type and depth, which need not be a whole input: more may follow
+/// it. `name` is for messages. Samples are brought to 8 bits; colours are taken as they are,
+/// whatever colour space the file names. Throws `ToolError` when it cannot be read, is larger than
+/// a stream's pictures can be (4095 pixels a side), or has pixels that are not opaque, which a
+/// stream cannot show.
+Picture ReadPng(ByteInput* input, const std::string& name);
+/// The same from the file `path`.
 Picture ReadPng(const std::string& path);
-/// The same from an open stream, which is left at the end of the picture; `name` is for messages.
-Picture ReadPng(std::FILE* stream, const std::string& name);
 
 /// Replaces the contents of `png` by a PNG file with the colours of `frame` in 8-bit RGB. Throws
 /// `std::bad_alloc` without memory.

@@ -1,26 +1,20 @@
 #include <CLI/CLI.hpp>
-#include <charconv>
 #include <limits>
 #include <memory>
-#include <new>
-#include <optional>
 #include <string>
-#include <system_error>
 #include <utility>
 #include <vector>
 
 #include "bitstream/FrameHeader.h"
-#include "host/standin/StandInMessage.h"
 #include "tools/Commands.h"
-#include "tools/cli/InputFile.h"
 #include "tools/cli/Options.h"
 #include "tools/cli/OutputFile.h"
-#include "tools/cli/ProgressBar.h"
 #include "tools/cli/ToolError.h"
-#include "tools/pictures/Png.h"
-#include "tools/record/FrameEncoder.h"
-#include "tools/record/RecordError.h"
+#include "tools/cli/Wording.h"
+#include "tools/pictures/PictureSource.h"
+#include "tools/record/OpenPictures.h"
 #include "tools/record/RecordOptions.h"
+#include "tools/record/RecordPictures.h"
 #include "tools/stream/MessageFile.h"
 
 namespace zlibvideo {
@@ -31,6 +25,24 @@ Examples:
   zlibvideo record frames/*.png -o out.zvm
   zlibvideo record frames/*.png -o out.zvm --codec 2 --block 32x32 --key-every 9
   zlibvideo record frames/*.png -o - --codec 2 --reduced | zlibvideo info -
+  grabber | zlibvideo record - --size 1280x720 -o out.zvm
+      Record raw pictures as they come; Ctrl-C ends the recording.
+  zlibvideo decode in.zvm --format y4m -o - | zlibvideo record - -o out.zvm
+      Record the pictures of another stream.
+
+A stream of pictures is one file or pipe by its name, or "-". Its first bytes
+tell PNG from y4m; raw pictures are known by --size alone:
+  raw   pixels of all pictures, rows from the top, 4 bytes a pixel: blue, green,
+        red, and one that is ignored
+  y4m   YUV4MPEG2 as "decode" writes it: 4:4:4 of 10 bits (C444p10), progressive,
+        of limited range, taken for BT.709, from which every colour is restored
+        exactly; or of 8 bits (C444), where most colours come out a little off
+  png   PNG files one after another; all pixels have to be opaque
+Each message is written as soon as its picture is there: at once with "-o -",
+else to a hidden file beside FILE, which gets its name when the stream ends. On
+Ctrl-C (SIGINT, SIGTERM, SIGHUP) a pipe ends there, without a picture of which a
+part has come; Ctrl-C again, later than half a second, drops the recording. When
+a stream is cut off or has an error, FILE has all pictures before that.
 
 Version 1 and version 2 are lossless unless --reduced is given: "decode" gives
 back the same pictures. A block that does not change takes two bytes. In version
@@ -48,10 +60,13 @@ all others lose the low three bits of red, green and blue.
 its exact colours in a second pass of the same message: the result is lossless,
 with --reduced as well.
 
-Exit status: 0 recorded; 1 could not run, FILE is left as it was.)";
+Exit status: 0 recorded; 1 could not run, FILE is left as it was; 2 a stream of
+pictures was cut off or had an error, FILE has what came before.)";
 
 struct RecordArguments {
-  std::vector<std::string> pictures;
+  PictureInputs inputs;
+  /// Empty, or "WIDTHxHEIGHT" of raw pictures.
+  std::string size;
   std::string output;
   std::string block = "64x64";
   int version = 1;
@@ -59,18 +74,11 @@ struct RecordArguments {
   RecordOptions options;
 };
 
-bool ParseBlockSide(const std::string& text, int* side) {
-  const char* const end = text.data() + text.size();
-  const auto [rest, error] = std::from_chars(text.data(), end, *side);
-  return error == std::errc() && rest == end && *side >= FrameHeader::kBlockSizeStep &&
-         *side <= FrameHeader::kMaxBlockSize && *side % FrameHeader::kBlockSizeStep == 0;
-}
-
 /// Reads a block size "WIDTHxHEIGHT". False when it is not one that a frame header can hold.
 bool ParseBlockSize(const std::string& text, int* width, int* height) {
-  const std::size_t cross = text.find('x');
-  return cross != std::string::npos && ParseBlockSide(text.substr(0, cross), width) &&
-         ParseBlockSide(text.substr(cross + 1), height);
+  constexpr int kStep = FrameHeader::kBlockSizeStep;
+  return ParseSize(text, kStep, FrameHeader::kMaxBlockSize, width, height) && *width % kStep == 0 &&
+         *height % kStep == 0;
 }
 
 std::string CheckBlockSize(const std::string& text) {
@@ -80,37 +88,21 @@ std::string CheckBlockSize(const std::string& text) {
   return "\"" + text + "\" is not a block size; use WIDTHxHEIGHT, each 16 to 256 in steps of 16";
 }
 
+bool ParsePictureSize(const std::string& text, int* width, int* height) {
+  return ParseSize(text, 1, FrameHeader::kMaxImageSize, width, height);
+}
+
+std::string CheckPictureSize(const std::string& text) {
+  int width = 0;
+  int height = 0;
+  if (ParsePictureSize(text, &width, &height)) return {};
+  return "\"" + text + "\" is not a size of pictures; use WIDTHxHEIGHT, each 1 to " +
+         std::to_string(FrameHeader::kMaxImageSize);
+}
+
 std::string CheckVersion(const std::string& text) {
   if (text == "1" || text == "2") return {};
   return "\"" + text + "\" is not a version; use 1 (codec type 3) or 2 (codec type 6)";
-}
-
-/// Refuses what the writer would refuse, but by an error that will name the picture.
-void CheckLength(std::size_t length) {
-  if (length <= StandInMessage::kMaxLength) return;
-  throw RecordError("its message takes " + std::to_string(length) + " bytes; the limit is " +
-                    std::to_string(StandInMessage::kMaxLength));
-}
-
-void EncodeAll(const RecordArguments& arguments, MessageFileWriter* writer) {
-  ProgressBar progress(!arguments.quiet, "picture", arguments.pictures.size());
-  std::optional<FrameEncoder> encoder;
-  std::uint64_t done = 0;
-  for (const std::string& path : arguments.pictures) {
-    try {
-      const Picture picture = ReadPng(path);
-      if (!encoder) encoder.emplace(picture.width, picture.height, arguments.options);
-      const std::vector<unsigned char>& message = encoder->Encode(picture);
-      CheckLength(message.size());
-      writer->Write(message.data(), message.size());
-    } catch (const RecordError& error) {
-      throw ToolError(InputName(path) + ": " + error.what());
-    } catch (const std::bad_alloc&) {
-      throw ToolError(InputName(path) + ": not enough memory");
-    }
-    ++done;
-    progress.Update(done, done);
-  }
 }
 
 void CheckVersionOptions(const RecordArguments& arguments) {
@@ -124,22 +116,34 @@ void CheckVersionOptions(const RecordArguments& arguments) {
   }
 }
 
+void ReadPictureSize(RecordArguments* arguments) {
+  if (arguments->size.empty()) return;
+  PictureInputs& inputs = arguments->inputs;
+  if (inputs.AreNamedAsPng()) {
+    throw CLI::ValidationError("--size", "is for one input of raw pictures, not for PNG files");
+  }
+  static_cast<void>(ParsePictureSize(arguments->size, &inputs.rawWidth, &inputs.rawHeight));
+}
+
 int Record(RecordArguments arguments) {
   RecordOptions& options = arguments.options;
   options.codecType = arguments.version == 1 ? kCodecTypeVersion1 : kCodecTypeVersion2;
   CheckVersionOptions(arguments);
   static_cast<void>(ParseBlockSize(arguments.block, &options.blockWidth, &options.blockHeight));
-  for (const std::string& picture : arguments.pictures) ProtectInput(picture);
+  ReadPictureSize(&arguments);
+  for (const std::string& path : arguments.inputs.paths) ProtectInput(path);
   RefuseTerminal(arguments.output);
   MessageFileWriter writer(arguments.output);
-  EncodeAll(arguments, &writer);
-  writer.Commit();
+  const std::unique_ptr<PictureSource> source = OpenPictures(arguments.inputs);
+  RecordPictures(source.get(), arguments.options, !arguments.quiet, &writer);
   return kExitSuccess;
 }
 
 void AddOptions(CLI::App* command, RecordArguments* arguments) {
   RecordOptions& options = arguments->options;
-  command->add_option("FRAME.png", arguments->pictures, "Pictures of one size, in order")
+  command
+      ->add_option("PICTURE", arguments->inputs.paths,
+                   "PNG files of one size, in order; or one stream of\npictures, \"-\" for stdin")
       ->check(FileNameValidator())
       ->required()
       ->type_name("");
@@ -147,6 +151,11 @@ void AddOptions(CLI::App* command, RecordArguments* arguments) {
       ->check(FileNameValidator())
       ->required()
       ->type_name("FILE");
+  command
+      ->add_option("--size", arguments->size,
+                   "The stream is raw pictures of this size, each side\n1 to 4095 pixels")
+      ->check(CheckPictureSize)
+      ->type_name("WxH");
   command->add_option("--codec", arguments->version, "Version of the stream, 1 or 2")
       ->check(CheckVersion)
       ->type_name("VERSION")
@@ -181,7 +190,7 @@ void AddOptions(CLI::App* command, RecordArguments* arguments) {
 }  // namespace
 
 void AddRecordCommand(CLI::App& app, int* exitStatus) {
-  CLI::App* command = app.add_subcommand("record", "Make a stream from PNG pictures");
+  CLI::App* command = app.add_subcommand("record", "Make a stream from pictures");
   command->footer(kFooter);
   // The command outlives this call, and what it stores its arguments in must live as long.
   auto arguments = std::make_shared<RecordArguments>();

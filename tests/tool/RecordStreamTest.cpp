@@ -1,0 +1,204 @@
+#include <unistd.h>
+
+#include <csignal>
+
+#include "tests/SameBytes.h"
+#include "tests/StreamBuilder.h"
+#include "tests/tool/ToolFixture.h"
+#include "tools/cli/ToolError.h"
+#include "tools/pictures/RawPictures.h"
+#include "tools/pictures/Y4mPictures.h"
+
+namespace zlibvideo {
+namespace {
+
+constexpr std::size_t kPictures = 3, kPictureBytes = 40 * 30 * 4;
+
+/// Raw pictures of 40x30 pixels are in in.bgra: noise and colours at the edges of what there is,
+/// with rubbish for opacity. all.bgra has them opaque, as they come back.
+class RecordStreamTest : public ToolFixture {
+ protected:
+  RecordStreamTest() {
+    Bytes pixels = Noise(kPictures * kPictureBytes, 1);
+    for (std::size_t i = 0; i < 1600; ++i) pixels[i] = pixels[i] < 0x80 ? 0 : 0xFF;
+    Save("in.bgra", pixels);
+    for (std::size_t i = 3; i < pixels.size(); i += 4) pixels[i] = 0xFF;
+    Save("all.bgra", pixels);
+    fPixels = ReadFile("all.bgra");
+  }
+  void Save(const std::string& name, const Bytes& bytes) const {
+    std::ofstream(Path(name), std::ios::binary)
+        .write(reinterpret_cast<const char*>(bytes.data()),
+               static_cast<std::streamsize>(bytes.size()));
+  }
+  /// Whether x.zvm has the first `count` pictures, and removes it.
+  testing::AssertionResult HasPictures(std::size_t count) const {
+    const Outcome decoded = Run("zlibvideo decode x.zvm --format bgra -o - && rm x.zvm");
+    return SameBytes(fPixels.substr(0, count * kPictureBytes), decoded.text);
+  }
+  /// Starts a recording of raw pictures from the pipe `in`, whose writer is descriptor 3, and runs
+  /// `script`, which finds its process in $pid. Its status is that of the recording. `await` runs a
+  /// command until it succeeds, for a minute at most. The pipe `full` takes no bytes.
+  Outcome RecordLive(const std::string& output, const std::string& script) const {
+    return Run(
+        "await() { for i in $(seq 600); do \"$@\" >&5 && return; sleep 0.1; done; kill -9 $pid; }; "
+        "exec 5>/dev/null; mkfifo in full; exec 4<>full; dd if=/dev/zero of=full oflag=nonblock "
+        "2>&5;"
+        " env --default-signal=INT '" ZLIBVIDEO_PROGRAM "' record in --size 40x30 -o " +
+        output + " & pid=$!; exec 3>in; " + script +
+        "; wait $pid; status=$?; rm in full; exit $status");
+  }
+
+  std::string fPixels;
+};
+
+TEST_F(RecordStreamTest, PicturesComeThroughEveryKindOfStream) {
+  ASSERT_EQ("", Run("zlibvideo record in.bgra --size 40x30 -o first.zvm").text);
+  for (const char* script :
+       {"zlibvideo record in.bgra --size 40x30", "cat in.bgra | zlibvideo record - --size 40x30",
+        "zlibvideo decode first.zvm --format bgra -o - | zlibvideo record - --size 40x30",
+        "zlibvideo decode first.zvm --format y4m -o - | zlibvideo record -",
+        "zlibvideo decode first.zvm -o x.y4m; zlibvideo record x.y4m",
+        "zlibvideo decode first.zvm --format png -o - | zlibvideo record -",
+        "zlibvideo decode first.zvm --format png -o - | zlibvideo record - - -",
+        "zlibvideo decode first.zvm --format y4m -o - | "
+        "LC_ALL=C sed '1s/.*/YUV4MPEG2 C444p10 Xanything I? H30 W40/; s/^FRAME$/FRAME Ip/' | "
+        "zlibvideo record /dev/stdin"}) {
+    EXPECT_EQ("", Run(script + std::string(" -o x.zvm")).text);
+    EXPECT_TRUE(HasPictures(kPictures)) << script;
+  }
+}
+
+TEST_F(RecordStreamTest, EightBitsGiveTheColoursThatAreNearest) {
+  // Black, white, and red as rounded: Y = 63, Cb = 102, Cr = 240, of which green comes out as 0.58.
+  std::ofstream(Path("x.y4m"))
+      << "YUV4MPEG2 W3 H1 C444\nFRAME\n\x10\xEB\x3F\x80\x80\x66\x80\x80\xF0";
+  const Outcome outcome =
+      Run("zlibvideo record x.y4m -o - | zlibvideo decode - --format bgra -o -");
+  const Bytes expected = {0, 0, 0, 255, 255, 255, 255, 255, 0, 1, 255, 255};
+  EXPECT_TRUE(SameBytes(expected, outcome.text));
+}
+
+/// How many pictures there are, and -1 in front of an error.
+std::pair<int, int> CountPictures(PictureSource* source) {
+  Picture picture;
+  int count = 0;
+  try {
+    while (source->Next(&picture)) ++count;
+  } catch (const ToolError&) {
+    return {-1, count};
+  }
+  return {0, count};
+}
+
+TEST_F(RecordStreamTest, WholePicturesOfAStreamThatIsCutOffAreRead) {
+  const std::string header = "YUV4MPEG2 W2 H1 C444p10\n", frame = "FRAME\n" + std::string(12, '1');
+  const std::string y4m = header + frame + frame, raw = y4m.substr(0, 16);
+  const auto open = [this](const std::string& bytes) {
+    std::ofstream(Path("cut"), std::ios::binary) << bytes;
+    return ByteInput(Path("cut"));
+  };
+  for (std::size_t size = 0; size <= y4m.size(); ++size) {
+    const std::size_t behind = size < header.size() ? 1 : size - header.size();
+    const int count = size < header.size() ? 0 : static_cast<int>(behind / frame.size());
+    const bool whole = count > 0 && behind % frame.size() == 0;
+    Y4mPictures source(open(y4m.substr(0, size)));
+    EXPECT_EQ(std::pair(whole ? 0 : -1, count), CountPictures(&source)) << size;
+  }
+  for (std::size_t size = 0; size <= raw.size(); ++size) {
+    RawPictures source(open(raw.substr(0, size)), 1, 2);
+    EXPECT_EQ(std::pair(size % 8 == 0 && size > 0 ? 0 : -1, static_cast<int>(size / 8)),
+              CountPictures(&source));
+  }
+}
+
+TEST_F(RecordStreamTest, WhatCameBeforeAnErrorIsKept) {
+  const std::string kept = "; recorded is what came before: 1 picture\n";
+  const std::pair<const char*, std::string> errors[] = {
+      {"head -c 4801 in.bgra | zlibvideo record - --size 40x30",
+       "standard input: picture 2 is cut off: 1 of its 4800 bytes are there"},
+      {"{ zlibvideo decode first.zvm --format y4m --to 1 -o -; echo FRAMES; cat in.bgra; } | "
+       "zlibvideo record -",
+       "standard input: picture 2 does not begin with the line FRAME of y4m"},
+      {"{ zlibvideo decode first.zvm --format png --to 1 -o -; cat in.bgra; } | zlibvideo record -",
+       "standard input: picture 2: cannot be read as PNG: Not a PNG file"},
+      {"ulimit -f 10; zlibvideo record in.bgra --size 40x30",
+       "x.zvm: cannot be written: File too large"}};
+  Run("zlibvideo record in.bgra --size 40x30 -o first.zvm");
+  for (const auto& [script, complaint] : errors) {
+    const Outcome outcome = Run(script + std::string(" -o x.zvm"));
+    EXPECT_EQ(2, outcome.status) << script;
+    EXPECT_EQ("zlibvideo: " + complaint + kept, outcome.text);
+    EXPECT_TRUE(HasPictures(1)) << script;
+  }
+}
+
+TEST_F(RecordStreamTest, OtherInputIsRefusedAndTheOutputLeftAlone) {
+  Run("echo old > old.zvm; head -c 500 in.bgra > short.raw; touch x.png");
+  const std::set<std::string> files = Files();
+  const std::string y4m = "printf 'YUV4MPEG2 W2 H2 %s\\nFRAME\\nabcdefghijkl' ";
+  const std::string record = " | zlibvideo record -", taken = " is not taken: it must be 4:4:4 of ";
+  const std::pair<std::string, std::string> mistakes[] = {
+      {y4m + "C420jpeg" + record, "standard input: y4m with \"C420jpeg\"" + taken},
+      {y4m + "Ip" + record, "standard input: y4m with 4:2:0" + taken},
+      {y4m + "C444p12" + record, "standard input: y4m with \"C444p12\"" + taken},
+      {y4m + "'C444 It'" + record, "standard input: y4m with \"It\"" + taken},
+      {y4m + "'C444 XCOLORRANGE=FULL'" + record, "standard input: y4m with \"XCOLORRANGE=FULL\""},
+      {y4m + "'C444 W4096'" + record, "standard input: y4m with \"W4096\"" + taken},
+      {"echo YUV4MPEG2 H5 C444" + record, "standard input: y4m with no size" + taken},
+      {y4m + "\"C444 X$(printf %02000d 1)\"" + record, "standard input: has no whole first line"},
+      {":" + record, "standard input: has no pictures\n"},
+      {":" + record + " --size 40x30", "standard input: has no pictures\n"},
+      {"cat in.bgra" + record, "standard input: is neither PNG nor y4m; if it is raw pictures, "},
+      {"zlibvideo record short.raw --size 40x30", "short.raw: picture 1 is cut off: 500 of its "},
+      {"zlibvideo record in.bgra --size 40x4096", "--size: \"40x4096\" is not a size of pictures"},
+      {"zlibvideo record x.png --size 40x30", "--size: is for one input of raw pictures, not for "},
+      {"zlibvideo record - in.bgra --size 40x30", "--size: is for one input of raw pictures"}};
+  for (const auto& [script, complaint] : mistakes) {
+    const Outcome outcome = Run(script + " -o old.zvm");
+    EXPECT_EQ(1, outcome.status) << script;
+    EXPECT_EQ(0u, outcome.text.find("zlibvideo: " + complaint)) << script << outcome.text;
+    EXPECT_EQ("old\n", ReadFile("old.zvm"));
+    EXPECT_EQ(files, Files()) << script;
+  }
+}
+
+TEST_F(RecordStreamTest, MessagesComeWhileTheInputIsOpen) {
+  const Outcome live = Run(
+      "mkfifo in; { head -c 4800 in.bgra; read x <in; } | zlibvideo record - --size 40x30 -o - |"
+      " zlibvideo decode - --format hash | { timeout 60 head -n 1; echo >in; }; rm in");
+  EXPECT_EQ(0u, live.text.find("0 1 40x30 ")) << live.text;
+}
+
+TEST_F(RecordStreamTest, ASignalEndsTheStreamAndLeavesAWholeFile) {
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    const Outcome ended =
+        RecordLive("x.zvm", "head -c 5000 in.bgra >&3; await test -s .*.part; kill -" +
+                                std::to_string(signal) + " $pid");
+    EXPECT_EQ(0, ended.status) << signal << ended.text;
+    EXPECT_TRUE(HasPictures(1)) << signal << ": what came of picture 2 is dropped";
+  }
+  EXPECT_EQ(128 + SIGTERM, RecordLive("x.zvm", "kill $pid").status) << "no picture has come";
+  EXPECT_EQ((std::set<std::string>{"all.bgra", "in.bgra"}), Files());
+}
+
+TEST_F(RecordStreamTest, ASignalBeforeThePicturesEndsTheProcess) {
+  int ends[2];
+  ASSERT_EQ(0, pipe(ends));
+  ByteInput input("/dev/fd/" + std::to_string(ends[0]));
+  input.EndAtSignals();
+  raise(SIGTERM);
+  raise(SIGTERM);  // by the same wish
+  RawPictures source(std::move(input), 40, 30);
+  Picture picture;
+  EXPECT_EXIT(source.Next(&picture), testing::KilledBySignal(SIGTERM), "");
+}
+
+TEST_F(RecordStreamTest, ALaterSignalEndsARecordingThatIsStuck) {
+  const Outcome stuck =
+      RecordLive("full", "cat in.bgra >&3; gone() { ! kill -INT $pid 2>&5; }; await gone");
+  EXPECT_EQ(128 + SIGINT, stuck.status) << stuck.text;
+}
+
+}  // namespace
+}  // namespace zlibvideo
