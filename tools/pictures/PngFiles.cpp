@@ -6,18 +6,29 @@
 
 namespace zlibvideo {
 
-PngFiles::PngFiles(std::vector<std::string> paths) : fPaths(std::move(paths)) {}
+PngFiles::PngFiles(std::vector<std::string> paths, unsigned int jobs)
+    : fPaths(std::move(paths)), fAhead(jobs) {}
 
 bool PngFiles::Next(Picture* picture) {
   if (fRead == fPaths.size()) return false;
-  const std::string& path = fPaths[fRead++];
-  if (path != kStandardStreamName) {
-    *picture = ReadPng(path);
-    return true;
-  }
-  if (!fStandardInput.has_value()) fStandardInput.emplace(path);
-  *picture = ReadPng(&*fStandardInput, Name());
+  ReadAhead();
+  const bool isStandardInput = fBegun == fRead;
+  ++fRead;
+  *picture = isStandardInput ? ReadStandardInput() : fAhead.Take();
+  ReadAhead();
   return true;
+}
+
+void PngFiles::ReadAhead() {
+  while (!fAhead.IsFull() && fBegun < fPaths.size() && fPaths[fBegun] != kStandardStreamName) {
+    fAhead.Begin([&path = fPaths[fBegun++]] { return ReadPng(path); });
+  }
+}
+
+Picture PngFiles::ReadStandardInput() {
+  ++fBegun;
+  if (!fStandardInput.has_value()) fStandardInput.emplace(kStandardStreamName);
+  return ReadPng(&*fStandardInput, Name());
 }
 
 std::string PngFiles::Name() const {

@@ -7,15 +7,17 @@
 #include <vector>
 
 #include "tools/cli/ByteInput.h"
+#include "tools/parallel/OrderedWork.h"
 #include "tools/pictures/PictureSource.h"
 
 namespace zlibvideo {
 
-/// A list of PNG files. Each "-" among them is one picture from standard input.
+/// A list of PNG files. Each "-" among them is one picture from standard input. Files are read
+/// ahead on other threads.
 class PngFiles : public PictureSource {
  public:
-  /// REQUIRES: at least one.
-  explicit PngFiles(std::vector<std::string> paths);
+  /// Reads up to `jobs` files at once. REQUIRES: at least one file and one job.
+  PngFiles(std::vector<std::string> paths, unsigned int jobs);
 
   bool Next(Picture* picture) override;
   std::string Name() const override;
@@ -23,9 +25,16 @@ class PngFiles : public PictureSource {
   bool IsStream() const override { return false; }
 
  private:
+  /// Begins to read the next files, up to one that has to wait for its turn.
+  void ReadAhead();
+  Picture ReadStandardInput();
+
   std::vector<std::string> fPaths;
+  std::size_t fBegun = 0;
   std::size_t fRead = 0;
   std::optional<ByteInput> fStandardInput;
+  /// Of the files from `fRead` to `fBegun`. Declared last: what is being read is named in `fPaths`.
+  OrderedWork<Picture> fAhead;
 };
 
 }  // namespace zlibvideo

@@ -18,8 +18,8 @@ bool PictureInputs::AreNamedAsPng() const {
   return paths.size() > 1 || std::filesystem::path(paths.front()).extension() == ".png";
 }
 
-std::unique_ptr<PictureSource> OpenPictures(const PictureInputs& inputs) {
-  if (inputs.AreNamedAsPng()) return std::make_unique<PngFiles>(inputs.paths);
+std::unique_ptr<PictureSource> OpenPictures(const PictureInputs& inputs, unsigned int jobs) {
+  if (inputs.AreNamedAsPng()) return std::make_unique<PngFiles>(inputs.paths, jobs);
 
   ByteInput input(inputs.paths.front());
   // Whoever stops the reading of a file can begin again; what a pipe brought is gone.

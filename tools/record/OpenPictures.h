@@ -22,11 +22,11 @@ struct PictureInputs {
   bool AreNamedAsPng() const;
 };
 
-/// Of one input that need not be PNG, the first bytes are waited for to see what it is. Unless it
-/// is a regular file, the first SIGINT, SIGTERM or SIGHUP ends it from then on. Throws `ToolError`
-/// when it cannot be read or is of no known kind. REQUIRES: at least one path; one that is not
-/// named as PNG if they are raw.
-std::unique_ptr<PictureSource> OpenPictures(const PictureInputs& inputs);
+/// Uses up to `jobs` threads. Of one input that need not be PNG, the first bytes are waited for to
+/// see what it is. Unless it is a regular file, the first SIGINT, SIGTERM or SIGHUP ends it from
+/// then on. Throws `ToolError` when it cannot be read or is of no known kind. REQUIRES: at least
+/// one path; one that is not named as PNG if they are raw.
+std::unique_ptr<PictureSource> OpenPictures(const PictureInputs& inputs, unsigned int jobs);
 
 }  // namespace zlibvideo
 

@@ -134,8 +134,8 @@ int Record(RecordArguments arguments) {
   for (const std::string& path : arguments.inputs.paths) ProtectInput(path);
   RefuseTerminal(arguments.output);
   MessageFileWriter writer(arguments.output);
-  const std::unique_ptr<PictureSource> source = OpenPictures(arguments.inputs);
-  RecordPictures(source.get(), arguments.options, !arguments.quiet, &writer);
+  const std::unique_ptr<PictureSource> source = OpenPictures(arguments.inputs, options.jobs);
+  RecordPictures(source.get(), options, !arguments.quiet, &writer);
   return kExitSuccess;
 }
 
@@ -184,6 +184,7 @@ void AddOptions(CLI::App* command, RecordArguments* arguments) {
       ->check(RangeValidator(0, 9))
       ->type_name("LEVEL")
       ->capture_default_str();
+  AddJobsOption(command, &options.jobs);
   command->add_flag("-q,--quiet", arguments->quiet, "No progress bar");
 }
 
