@@ -173,7 +173,7 @@ int main(int argc, char** argv) {
   try {
     return zlibvideo::RunCommandLine(argc, argv);
   } catch (const zlibvideo::ToolError& error) {
-    if (*error.what() != '\0') zlibvideo::PrintLine(error.what());
+    if (!error.IsReaderLeft()) zlibvideo::PrintLine(error.what());
     return error.Status();
   } catch (const std::bad_alloc&) {
     zlibvideo::PrintLine("not enough memory");

@@ -56,9 +56,7 @@ TEST_F(RecordStreamTest, PicturesComeThroughEveryKindOfStream) {
   ASSERT_EQ("", Run("zlibvideo record in.bgra --size 40x30 -o first.zvm").text);
   for (const char* script :
        {"zlibvideo record in.bgra --size 40x30", "cat in.bgra | zlibvideo record - --size 40x30",
-        "zlibvideo decode first.zvm --format bgra -o - | zlibvideo record - --size 40x30",
         "zlibvideo decode first.zvm --format y4m -o - | zlibvideo record -",
-        "zlibvideo decode first.zvm -o x.y4m; zlibvideo record x.y4m",
         "zlibvideo decode first.zvm --format png -o - | zlibvideo record -",
         "zlibvideo decode first.zvm --format png -o - | zlibvideo record - - -",
         "zlibvideo decode first.zvm --format y4m -o - | "
@@ -141,7 +139,6 @@ TEST_F(RecordStreamTest, OtherInputIsRefusedAndTheOutputLeftAlone) {
   const std::pair<std::string, std::string> mistakes[] = {
       {y4m + "C420jpeg" + record, "standard input: y4m with \"C420jpeg\"" + taken},
       {y4m + "Ip" + record, "standard input: y4m with 4:2:0" + taken},
-      {y4m + "C444p12" + record, "standard input: y4m with \"C444p12\"" + taken},
       {y4m + "'C444 It'" + record, "standard input: y4m with \"It\"" + taken},
       {y4m + "'C444 XCOLORRANGE=FULL'" + record, "standard input: y4m with \"XCOLORRANGE=FULL\""},
       {y4m + "'C444 W4096'" + record, "standard input: y4m with \"W4096\"" + taken},
@@ -152,8 +149,8 @@ TEST_F(RecordStreamTest, OtherInputIsRefusedAndTheOutputLeftAlone) {
       {"cat in.bgra" + record, "standard input: is neither PNG nor y4m; if it is raw pictures, "},
       {"zlibvideo record short.raw --size 40x30", "short.raw: picture 1 is cut off: 500 of its "},
       {"zlibvideo record in.bgra --size 40x4096", "--size: \"40x4096\" is not a size of pictures"},
-      {"zlibvideo record x.png --size 40x30", "--size: is for one input of raw pictures, not for "},
-      {"zlibvideo record - in.bgra --size 40x30", "--size: is for one input of raw pictures"}};
+      {"zlibvideo record x.png --size 40x30",
+       "--size: is for one input of raw pictures, not for "}};
   for (const auto& [script, complaint] : mistakes) {
     const Outcome outcome = Run(script + " -o old.zvm");
     EXPECT_EQ(1, outcome.status) << script;
@@ -178,7 +175,12 @@ TEST_F(RecordStreamTest, ASignalEndsTheStreamAndLeavesAWholeFile) {
     EXPECT_EQ(0, ended.status) << signal << ended.text;
     EXPECT_TRUE(HasPictures(1)) << signal << ": what came of picture 2 is dropped";
   }
-  EXPECT_EQ(128 + SIGTERM, RecordLive("x.zvm", "kill $pid").status) << "no picture has come";
+  const Outcome stays = RecordLive(
+      "x.zvm", "head -c 4800 in.bgra >&3; await test -s .*.part; mkdir x.zvm; exec 3>&-");
+  EXPECT_EQ(1, stays.status) << "the name has been taken meanwhile";
+  EXPECT_NE(std::string::npos, stays.text.find("x.zvm: cannot be put in place and stays "));
+  Run("rmdir x.zvm; mv .*.part x.zvm");
+  EXPECT_TRUE(HasPictures(1));
   EXPECT_EQ((std::set<std::string>{"all.bgra", "in.bgra"}), Files());
 }
 
@@ -195,6 +197,9 @@ TEST_F(RecordStreamTest, ASignalBeforeThePicturesEndsTheProcess) {
 }
 
 TEST_F(RecordStreamTest, ALaterSignalEndsARecordingThatIsStuck) {
+#ifdef __SANITIZE_THREAD__
+  GTEST_SKIP() << "it keeps a signal back while a write waits";
+#endif
   const Outcome stuck =
       RecordLive("full", "cat in.bgra >&3; gone() { ! kill -INT $pid 2>&5; }; await gone");
   EXPECT_EQ(128 + SIGINT, stuck.status) << stuck.text;

@@ -126,10 +126,14 @@ void OutputFile::Commit() {
 
 void OutputFile::CommitFirst(std::uint64_t size) {
   // What is still to be written may fail as before; none of it is among the first bytes.
-  if (fStream != stdout) std::fclose(std::exchange(fStream, nullptr));
+  std::FILE* stream = std::exchange(fStream, nullptr);
+  if (stream != nullptr && stream != stdout) std::fclose(stream);
   if (!fTemporary) return;
   if (!fTemporary->Truncate(size)) Fail("cannot be cut to what is whole");
-  if (!fTemporary->Rename(fTarget)) Fail("cannot be put in place");
+  if (fTemporary->Rename(fTarget)) return;
+  const int error = errno;
+  throw ToolError::FromSystem(fName, "cannot be put in place and stays " + fTemporary->Keep(),
+                              error);
 }
 
 void OutputFile::Fail(const char* what) const {

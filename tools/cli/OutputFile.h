@@ -35,7 +35,8 @@ class OutputFile {
   /// Nothing may be written afterwards.
   void Commit();
   /// The same with no more than the first `size` bytes: for what is whole after an error, also of
-  /// this file. What was written directly remains.
+  /// this file. What was written directly remains. A file that cannot have its final name stays
+  /// under its temporary one, which the error gives.
   void CommitFirst(std::uint64_t size);
   /// The path as messages show it.
   const std::string& Name() const { return fName; }

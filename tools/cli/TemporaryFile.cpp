@@ -85,6 +85,11 @@ bool TemporaryFile::Truncate(std::uint64_t size) {
   return truncate(fPath.c_str(), static_cast<off_t>(size)) == 0;
 }
 
+const std::string& TemporaryFile::Keep() {
+  gTemporary = nullptr;
+  return fPath;
+}
+
 bool TemporaryFile::Rename(const std::string& target) {
   if (std::rename(fPath.c_str(), target.c_str()) != 0) return false;
   gTemporary = nullptr;

@@ -31,6 +31,8 @@ class TemporaryFile {
   [[nodiscard]] bool Truncate(std::uint64_t size);
   /// Gives it its final name, in place of what has that name. False, with `errno`, when it cannot.
   [[nodiscard]] bool Rename(const std::string& target);
+  /// Leaves it where it is, whatever comes; its path.
+  const std::string& Keep();
 
  private:
   std::string fPath;

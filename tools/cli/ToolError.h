@@ -12,7 +12,8 @@ enum ExitStatus : int {
   kExitSuccess = 0,
   /// Wrong arguments, or a file that cannot be read or written or has no whole message.
   kExitCouldNotRun = 1,
-  /// Some messages failed, or the message file is cut off; all others were decoded.
+  /// Some messages failed, or the input is cut off, or was left before its end: what came before is
+  /// there.
   kExitDamagedInput = 2,
   /// `decode --verify` found a message that differs from the list.
   kExitMismatch = 3,
@@ -29,6 +30,7 @@ class ToolError : public std::runtime_error {
 
   /// Not an error: the reader of standard output has closed it, as `head` does.
   static ToolError ReaderLeft() { return ToolError(""); }
+  bool IsReaderLeft() const { return *what() == '\0'; }
   /// "NAME: WHAT: text of the system's error number".
   static ToolError FromSystem(const std::string& name, const std::string& what, int error) {
     return ToolError(name + ": " + what + ": " + std::generic_category().message(error));

@@ -46,6 +46,18 @@ void EncodeAll(PictureSource* source, const RecordOptions& options, bool showPro
   }
 }
 
+/// Puts in place what was recorded before the error, and throws that with what became of it.
+[[noreturn]] void KeepWhole(const std::string& error, std::uint64_t done,
+                            MessageFileWriter* writer) {
+  try {
+    writer->CommitWhole();
+  } catch (const ToolError& another) {
+    throw ToolError(error + "; " + another.what());
+  }
+  throw ToolError(error + "; recorded is what came before: " + Counted(done, "picture"),
+                  kExitDamagedInput);
+}
+
 }  // namespace
 
 void RecordPictures(PictureSource* source, const RecordOptions& options, bool showProgress,
@@ -53,14 +65,11 @@ void RecordPictures(PictureSource* source, const RecordOptions& options, bool sh
   std::uint64_t done = 0;
   try {
     EncodeAll(source, options, showProgress, writer, &done);
+    writer->Commit();
   } catch (const ToolError& error) {
-    const bool readerLeft = *error.what() == '\0';
-    if (!source->IsStream() || done == 0 || readerLeft) throw;
-    writer->CommitWhole();
-    throw ToolError(error.what() + ("; recorded is what came before: " + Counted(done, "picture")),
-                    kExitDamagedInput);
+    if (!source->IsStream() || done == 0 || error.IsReaderLeft()) throw;
+    KeepWhole(error.what(), done, writer);
   }
-  writer->Commit();
 }
 
 }  // namespace zlibvideo
