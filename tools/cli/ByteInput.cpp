@@ -18,7 +18,7 @@ ByteInput::ByteInput(InputFile file, std::string name)
     : fFile(std::move(file)), fName(std::move(name)), fBuffer(kBufferBytes) {}
 
 const EndSignals* ByteInput::EndedBy() const {
-  return fSignals != nullptr && fSignals->HaveCome() ? fSignals.get() : nullptr;
+  return fEnded && HasSignal() ? fSignals.get() : nullptr;
 }
 
 void ByteInput::CheckError() const {
@@ -85,8 +85,8 @@ std::size_t ByteInput::Peek(std::size_t size) {
 
 std::size_t ByteInput::ReadSome(unsigned char* target, std::size_t size) {
   while (!fEnded) {
-    Wait();
-    if (EndedBy() != nullptr) break;
+    if (!Wait()) continue;
+    if (HasSignal()) break;
     const ssize_t got = read(fileno(fFile.get()), target, size);
     if (got > 0) return static_cast<std::size_t>(got);
     if (got < 0 && (errno == EINTR || errno == EAGAIN)) continue;
@@ -97,12 +97,12 @@ std::size_t ByteInput::ReadSome(unsigned char* target, std::size_t size) {
   return 0;
 }
 
-void ByteInput::Wait() const {
+bool ByteInput::Wait() const {
   // A signal between a look whether it has come and the call would be missed by the call, were it
   // not for its descriptor. A negative one is no descriptor.
   const int signals = fSignals != nullptr ? fSignals->Descriptor() : -1;
   pollfd waited[] = {{fileno(fFile.get()), POLLIN, 0}, {signals, POLLIN, 0}};
-  static_cast<void>(poll(waited, std::size(waited), -1));
+  return poll(waited, std::size(waited), -1) > 0;
 }
 
 }  // namespace zlibvideo

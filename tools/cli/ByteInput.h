@@ -28,7 +28,7 @@ class ByteInput {
 
   /// From now on `EndSignals` end the input, too.
   void EndAtSignals() { fSignals = std::make_unique<EndSignals>(); }
-  /// The signals, if one of them has come.
+  /// The signals, if the input was ended by one.
   const EndSignals* EndedBy() const;
   /// Throws `ToolError` when the system could not read.
   void CheckError() const;
@@ -54,7 +54,9 @@ class ByteInput {
   std::size_t Peek(std::size_t size);
   /// Waits for bytes and reads as many as are there. 0 when the input ends.
   std::size_t ReadSome(unsigned char* target, std::size_t size);
-  void Wait() const;
+  /// Waits until there is something to read, or a signal has come; false if for nothing.
+  bool Wait() const;
+  bool HasSignal() const { return fSignals != nullptr && fSignals->HaveCome(); }
 
   InputFile fFile;
   std::string fName;

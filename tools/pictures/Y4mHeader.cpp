@@ -19,7 +19,7 @@ std::string_view TakeWord(std::string_view* text) {
 }
 
 std::string Quoted(std::string_view word) {
-  return '"' + std::string(word) + '"';
+  return '"' + Printable(std::string(word)) + '"';
 }
 
 }  // namespace

@@ -15,11 +15,11 @@
 namespace zlibvideo {
 
 bool PictureInputs::AreNamedAsPng() const {
-  return paths.size() > 1 || std::filesystem::path(paths.front()).extension() == ".png";
+  return AreList() || std::filesystem::path(paths.front()).extension() == ".png";
 }
 
 std::unique_ptr<PictureSource> OpenPictures(const PictureInputs& inputs, unsigned int jobs) {
-  if (inputs.AreNamedAsPng()) return std::make_unique<PngFiles>(inputs.paths, jobs);
+  if (inputs.AreList()) return std::make_unique<PngFiles>(inputs.paths, jobs);
 
   ByteInput input(inputs.paths.front());
   // Whoever stops the reading of a file can begin again; what a pipe brought is gone.
@@ -34,6 +34,8 @@ std::unique_ptr<PictureSource> OpenPictures(const PictureInputs& inputs, unsigne
   if (input.StartsWith(kPngSignature) || !input.HasMore()) {
     return std::make_unique<PngStream>(std::move(input));
   }
+  if (input.EndedBy() != nullptr) input.EndedBy()->Obey();
+  input.CheckError();
   throw ToolError(input.Name() +
                   ": is neither PNG nor y4m; if it is raw pictures, give --size WIDTHxHEIGHT");
 }

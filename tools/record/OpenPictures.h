@@ -18,7 +18,9 @@ struct PictureInputs {
   int rawHeight = 0;
 
   bool AreRaw() const { return rawWidth != 0; }
-  /// Whether they can only be PNG files: a list of several, or one with that extension.
+  /// Whether they are several, which can only be PNG files.
+  bool AreList() const { return paths.size() > 1; }
+  /// Whether they are a list, or one with the extension of PNG.
   bool AreNamedAsPng() const;
 };
 

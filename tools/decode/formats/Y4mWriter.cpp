@@ -9,15 +9,14 @@
 #include "tools/cli/OutputFile.h"
 #include "tools/decode/formats/MovieSink.h"
 #include "tools/pictures/Bt709.h"
-
-namespace zlibvideo {
-namespace {
+#include "tools/pictures/Y4mHeader.h"
 
 #if defined(__x86_64__) || defined(__i386__)
 #define ZLIBVIDEO_Y4M_X86
 #endif
 
-constexpr std::size_t kPlanes = 3;
+namespace zlibvideo {
+namespace {
 
 /// Two bytes for more than 8 bits, the least significant first whatever the machine's order is.
 template <int kBits>
@@ -58,7 +57,7 @@ template <int kBits>
 
 template <int kBits>
 void Convert(const FrameView& frame, std::vector<Sample<kBits>>* planes) {
-  planes->resize(frame.PixelCount() * kPlanes);
+  planes->resize(frame.PixelCount() * Y4mHeader::kPlanes);
 #ifdef ZLIBVIDEO_Y4M_X86
   if (__builtin_cpu_supports("avx2")) {
     return ConvertAvx2<kBits>(frame.pixels, frame.PixelCount(), planes->data());
@@ -86,10 +85,10 @@ template <int kBits>
 Y4mWriter<kBits>::Y4mWriter(const std::string& path, const FrameView& first, FrameRate rate)
     : fFile(path) {
   // Progressive pictures with square pixels.
-  fFile.Write("YUV4MPEG2 W" + std::to_string(first.width) + " H" + std::to_string(first.height) +
-              " F" + std::to_string(rate.numerator) + ":" + std::to_string(rate.denominator) +
-              " Ip A1:1 " + (kBits > 8 ? "C444p10 XYSCSS=444P10" : "C444") +
-              " XCOLORRANGE=LIMITED\n");
+  fFile.Write(std::string(Y4mHeader::kSignature) + " W" + std::to_string(first.width) + " H" +
+              std::to_string(first.height) + " F" + std::to_string(rate.numerator) + ":" +
+              std::to_string(rate.denominator) + " Ip A1:1 " +
+              (kBits > 8 ? "C444p10 XYSCSS=444P10" : "C444") + " XCOLORRANGE=LIMITED\n");
 }
 
 template <int kBits>
