@@ -16,17 +16,17 @@ namespace zlibvideo {
 template <typename Result>
 class OrderedWork {
  public:
-  /// For up to `jobs` pieces of work at once, at least one. One is done by the thread that takes
-  /// its result.
-  explicit OrderedWork(unsigned int jobs) : fJobs(jobs) {}
+  /// For up to `capacity` pieces of work at once, at least one, each on a thread of its own. With a
+  /// capacity of 1, work is done by the thread that takes its result.
+  explicit OrderedWork(unsigned int capacity) : fCapacity(capacity) {}
 
   bool IsEmpty() const { return fBegun.empty(); }
-  bool IsFull() const { return fBegun.size() >= fJobs; }
+  bool IsFull() const { return fBegun.size() >= fCapacity; }
 
   /// REQUIRES: not full.
   void Begin(std::function<Result()> work) {
-    fBegun.push_back(fJobs > 1 ? InBackground(work)
-                               : std::async(std::launch::deferred, std::move(work)));
+    fBegun.push_back(fCapacity > 1 ? InBackground(work)
+                                   : std::async(std::launch::deferred, std::move(work)));
   }
 
   /// The result of the oldest work, once it is done; throws what that threw. REQUIRES: not empty.
@@ -37,7 +37,7 @@ class OrderedWork {
   }
 
  private:
-  std::size_t fJobs;
+  std::size_t fCapacity;
   std::deque<std::future<Result>> fBegun;
 };
 

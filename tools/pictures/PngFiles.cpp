@@ -1,27 +1,34 @@
 #include "tools/pictures/PngFiles.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "tools/pictures/Png.h"
 
 namespace zlibvideo {
+namespace {
+
+/// More files at once than encoding can keep up with would only take memory.
+constexpr unsigned int kMaxJobs = 8;
+
+}  // namespace
 
 PngFiles::PngFiles(std::vector<std::string> paths, unsigned int jobs)
-    : fPaths(std::move(paths)), fAhead(jobs) {}
+    : fPaths(std::move(paths)), fAhead(std::min(jobs, kMaxJobs)) {}
 
 bool PngFiles::Next(Picture* picture) {
   if (fRead == fPaths.size()) return false;
-  ReadAhead();
-  const bool isStandardInput = fBegun == fRead;
   ++fRead;
-  *picture = isStandardInput ? ReadStandardInput() : fAhead.Take();
+  ReadAhead();
+  *picture = fAhead.IsEmpty() ? ReadStandardInput() : fAhead.Take();
   ReadAhead();
   return true;
 }
 
 void PngFiles::ReadAhead() {
   while (!fAhead.IsFull() && fBegun < fPaths.size() && fPaths[fBegun] != kStandardStreamName) {
-    fAhead.Begin([&path = fPaths[fBegun++]] { return ReadPng(path); });
+    fAhead.Begin([&path = fPaths[fBegun]] { return ReadPng(path); });
+    ++fBegun;
   }
 }
 

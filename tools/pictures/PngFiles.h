@@ -16,7 +16,7 @@ namespace zlibvideo {
 /// ahead on other threads.
 class PngFiles : public PictureSource {
  public:
-  /// Reads up to `jobs` files at once. REQUIRES: at least one file and one job.
+  /// Reads up to `jobs` files at once, 8 at the most. REQUIRES: at least one file and one job.
   PngFiles(std::vector<std::string> paths, unsigned int jobs);
 
   bool Next(Picture* picture) override;
@@ -33,7 +33,7 @@ class PngFiles : public PictureSource {
   std::size_t fBegun = 0;
   std::size_t fRead = 0;
   std::optional<ByteInput> fStandardInput;
-  /// Of the files from `fRead` to `fBegun`. Declared last: what is being read is named in `fPaths`.
+  /// Of files up to `fBegun`. Declared last: what is being read is named in `fPaths`.
   OrderedWork<Picture> fAhead;
 };
 

@@ -13,32 +13,17 @@ namespace {
 
 /// More pictures at once than decoding can keep up with would only take memory.
 constexpr unsigned int kMaxJobs = 8;
-/// Pictures take unequal times: as many wait for each that is encoded, lest threads wait.
+/// Pictures take unequal times: while one is waited for, more are encoded.
 constexpr unsigned int kWaiting = 2;
 
 unsigned int PicturesBegun(unsigned int jobs) {
-  return jobs == 1 ? 1 : std::min(jobs, kMaxJobs) * (1 + kWaiting);
+  return jobs == 1 ? 1 : std::min(jobs, kMaxJobs) + kWaiting;
 }
-
-/// One of those that a semaphore counts, taken when it is free and given back at the end.
-class Slot {
- public:
-  explicit Slot(std::counting_semaphore<>* slots) : fSlots(slots) { fSlots->acquire(); }
-  ~Slot() { fSlots->release(); }
-  Slot(const Slot&) = delete;
-  Slot& operator=(const Slot&) = delete;
-
- private:
-  std::counting_semaphore<>* fSlots;
-};
 
 }  // namespace
 
 PictureFilesSink::PictureFilesSink(const std::string& path, unsigned int jobs, Encode encode)
-    : fPath(path),
-      fEncode(std::move(encode)),
-      fSlots(std::min(jobs, kMaxJobs)),
-      fWork(PicturesBegun(jobs)) {
+    : fPath(path), fEncode(std::move(encode)), fWork(PicturesBegun(jobs)) {
   std::string problem;
   if (!NamePattern::Parse(path, &fPattern, &problem)) throw ToolError(path + ": " + problem);
 }
@@ -53,10 +38,7 @@ void PictureFilesSink::WritePicture(std::uint64_t index, const FrameView& frame)
                     ", or choose one picture with --from and --to");
   }
   fHasPicture = true;
-  fWork.Begin([this, encode = fEncode(frame)] {
-    const Slot slot(&fSlots);
-    return encode();
-  });
+  fWork.Begin(fEncode(frame));
   fNumbers.push_back(number);
   if (fWork.IsFull()) WriteOldest();
 }

@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
-#include <semaphore>
 #include <string>
 #include <vector>
 
@@ -27,8 +26,8 @@ class PictureFilesSink : public FrameSink {
   using Work = std::function<Completion()>;
   using Encode = std::function<Work(const FrameView& frame)>;
 
-  /// Throws a `ToolError` when `path` is no `NamePattern`. Up to `jobs` pictures are encoded at
-  /// once, on threads of their own if that is more than one.
+  /// Throws a `ToolError` when `path` is no `NamePattern`. With more than one
+  /// of `jobs`, pictures are encoded on other threads: as many at once, up to 8, and two more.
   PictureFilesSink(const std::string& path, unsigned int jobs, Encode encode);
 
   void WritePicture(std::uint64_t index, const FrameView& frame) override;
@@ -45,8 +44,6 @@ class PictureFilesSink : public FrameSink {
   std::vector<unsigned char> fFile;
   /// Of the pictures that were begun and not written.
   std::deque<std::uint64_t> fNumbers;
-  /// As many as may be encoded at once.
-  std::counting_semaphore<> fSlots;
   OrderedWork<Completion> fWork;
 };
 
