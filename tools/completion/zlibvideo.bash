@@ -40,12 +40,12 @@ _zlibvideo() {
   case $previous in
     --format) _zlibvideo_words "$current" "$(_zlibvideo_formats "$program")" ;;
     --codec | --passes) _zlibvideo_words "$current" "1 2" ;;
-    --block) _zlibvideo_words "$current" "16x16 32x32 64x64 128x128 256x256" ;;
+    --block) _zlibvideo_words "$current" "16x16 32x32 64x64 128x128 160x64 256x256" ;;
     --level) _zlibvideo_words "$current" "0 1 2 3 4 5 6 7 8 9" ;;
     --fps) _zlibvideo_words "$current" "5 10 25 30" ;;
     --verify) _zlibvideo_files "$current" "hashes" ;;
     # No reply: bash completes file names; numbers are typed.
-    -o | --output | --html | --picture-limit | --from | --to | --key-every | --renew | --size) ;;
+    -o | --output | --html | --picture-limit | --from | --to | --key-every | --renew | --size | -j | --jobs) ;;
     *)
       if [[ $current == -?* ]]; then
         _zlibvideo_words "$current" "$(_zlibvideo_options "$program" "$command")"

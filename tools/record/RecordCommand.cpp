@@ -36,7 +36,8 @@ tell PNG from y4m; raw pictures are known by --size alone:
   y4m   YUV4MPEG2 as "decode" writes it: 4:4:4 of 10 bits (C444p10), progressive,
         of limited range, taken for BT.709, from which every colour is restored
         exactly; or of 8 bits (C444), where most colours come out a little off
-  png   PNG files one after another; all pixels have to be opaque
+  png   PNG files one after another; all pixels have to be opaque, and samples
+        of 16 bits are brought to 8
 Each message is written as soon as its picture is there: at once with "-o -",
 else to a hidden file beside FILE, which gets its name when the stream ends. On
 Ctrl-C (SIGINT, SIGTERM, SIGHUP) a pipe ends there, without a picture of which a
@@ -72,8 +73,9 @@ all others lose the low three bits of red, green and blue.
 its exact colours in a second pass of the same message: the result is lossless,
 with --reduced as well.
 
-Exit status: 0 recorded; 1 could not run, FILE is left as it was; 2 a stream of
-pictures was cut off or had an error, FILE has what came before.)";
+Exit status: 0 recorded, also when Ctrl-C ended a pipe; 1 could not run, FILE is
+left as it was; 2 a stream of pictures was cut off or had an error, or FILE could
+not take more: it has what came before.)";
 
 struct RecordArguments {
   PictureInputs inputs;
