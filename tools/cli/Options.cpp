@@ -40,10 +40,12 @@ CLI::Validator RangeValidator(std::uint64_t min, std::uint64_t max) {
       "", "range");
 }
 
-void AddJobsOption(CLI::App* command, unsigned int* jobs) {
+void AddJobsOption(CLI::App* command, const std::string& work, unsigned int* jobs) {
   constexpr unsigned int kMaxJobs = 256;
   *jobs = std::clamp(std::thread::hardware_concurrency(), 1U, kMaxJobs);
-  command->add_option("-j,--jobs", *jobs, "Threads to use, by default one for each processor")
+  command
+      ->add_option("-j,--jobs", *jobs,
+                   "Threads that " + work + ", by default one\nfor each processor")
       ->check(RangeValidator(1, kMaxJobs))
       ->type_name("N");
 }

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <limits>
+#include <string>
 
 namespace CLI {
 class App;
@@ -21,9 +22,9 @@ inline constexpr std::uint64_t kNoMaximum = std::numeric_limits<std::uint64_t>::
 /// zero is refused: the library would read octal digits.
 CLI::Validator RangeValidator(std::uint64_t min, std::uint64_t max = kNoMaximum);
 
-/// Adds `-j`, how many threads to use, to the options of `command`. `jobs` is set to the number of
-/// processors, which holds unless the option is given, and must outlive the command.
-void AddJobsOption(CLI::App* command, unsigned int* jobs);
+/// Adds `-j`, how many threads do `work`, to the options of `command`. `jobs` is set to the number
+/// of processors, which holds unless the option is given, and must outlive the command.
+void AddJobsOption(CLI::App* command, const std::string& work, unsigned int* jobs);
 
 }  // namespace zlibvideo
 

@@ -243,7 +243,7 @@ void AddDecodeCommand(CLI::App& app, int* exitStatus) {
       ->check(FileNameValidator())
       ->required();
   AddOutputOptions(command, arguments.get());
-  AddJobsOption(command, &arguments->options.output.jobs);
+  AddJobsOption(command, "make PNG files", &arguments->options.output.jobs);
   command->add_flag("-q,--quiet", arguments->options.quiet, "No progress bar");
   command->callback([arguments, exitStatus] {
     Check(arguments.get());

@@ -196,7 +196,7 @@ void AddOptions(CLI::App* command, RecordArguments* arguments) {
       ->check(RangeValidator(0, 9))
       ->type_name("LEVEL")
       ->capture_default_str();
-  AddJobsOption(command, &options.jobs);
+  AddJobsOption(command, "read and encode", &options.jobs);
   command->add_flag("-q,--quiet", arguments->quiet, "No progress bar");
 }
 
