@@ -167,18 +167,31 @@ class RecordCommandTest : public ToolFixture {
     image.format = PNG_FORMAT_BGR;
     png_image_write_to_file(&image, Path(name).c_str(), 0, picture.pixels.data(), 0, nullptr);
   }
+  /// One pixel; with `map`, the only colour of a palette.
+  void Save(const std::string& name, png_uint_32 format, const void* pixel, const void* map) const {
+    png_image image = {};
+    image.version = PNG_IMAGE_VERSION;
+    image.width = image.height = image.colormap_entries = 1;
+    image.format = format;
+    png_image_write_to_file(&image, Path(name).c_str(), 0, pixel, 0, map);
+  }
 };
 
 TEST_F(RecordCommandTest, RecordsPngFilesOrLeavesTheOutputAlone) {
   const std::vector<Picture> scene = MakeScene(40, 30);
   for (std::size_t i = 0; i < 3; ++i) Save(std::to_string(i) + ".png", scene[i]);
   Save("small.png", MakeScene(9, 8)[0]);
+  const unsigned char half[] = {0, 0, 0, 128}, index[] = {0};
+  Save("alpha.png", PNG_FORMAT_BGRA, half, nullptr);
+  Save("map.png", PNG_FORMAT_BGRA_COLORMAP, index, half);
   Run("echo no picture > text.png; echo old > old.zvm");
   const std::set<std::string> files = Files();
   const std::pair<const char*, const char*> mistakes[] = {
       {"0.png small.png 1.png", "small.png: is 9x8, but the pictures before it are 40x30\n"},
       {"0.png none.png", "none.png: "},
       {"0.png text.png", "text.png: cannot be read as PNG: "},
+      {"0.png alpha.png", "alpha.png: has transparent pixels"},
+      {"0.png map.png", "map.png: has transparent pixels"},
       {"0.png --block 60x64", "--block: \"60x64\" is not a block size"},
       {"0.png --codec 6", "--codec: \"6\" is not a version"},
       {"0.png --codec 1 --reduced", "--reduced: needs --codec 2\nRun "},
@@ -190,7 +203,8 @@ TEST_F(RecordCommandTest, RecordsPngFilesOrLeavesTheOutputAlone) {
     EXPECT_EQ("old\n", ReadFile("old.zvm"));
     EXPECT_EQ(files, Files());
   }
-  Run("zlibvideo record ?.png -o - --codec 2 --block 16x32 | zlibvideo decode - -o out/%d.png");
+  Run("zlibvideo record 0.png - 2.png -o - --block 16x32 <1.png | zlibvideo decode - -o "
+      "out/%d.png");
   for (std::size_t i = 0; i < 3; ++i) {
     const Picture back = ReadPng(Path("out/" + std::to_string(i + 1) + ".png"));
     EXPECT_TRUE(SameBytes(scene[i].pixels, back.pixels, {40, 3})) << i;
