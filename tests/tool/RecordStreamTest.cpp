@@ -67,14 +67,20 @@ TEST_F(RecordStreamTest, PicturesComeThroughEveryKindOfStream) {
   }
 }
 
-TEST_F(RecordStreamTest, EightBitsGiveTheColoursThatAreNearest) {
+TEST_F(RecordStreamTest, SamplesGiveTheColoursThatAreNearest) {
   // Black, white, and red as rounded: Y = 63, Cb = 102, Cr = 240, of which green comes out as 0.58.
-  std::ofstream(Path("x.y4m"))
-      << "YUV4MPEG2 W3 H1 C444\nFRAME\n\x10\xEB\x3F\x80\x80\x66\x80\x80\xF0";
-  const Outcome outcome =
-      Run("zlibvideo record x.y4m -o - | zlibvideo decode - --format bgra -o -");
-  const Bytes expected = {0, 0, 0, 255, 255, 255, 255, 255, 0, 1, 255, 255};
-  EXPECT_TRUE(SameBytes(expected, outcome.text));
+  // With 10 bits white, under rubbish in the bits that no sample has.
+  const std::pair<std::string, Bytes> files[] = {
+      {"YUV4MPEG2 W3 H1 C444\nFRAME\n\x10\xEB\x3F\x80\x80\x66\x80\x80\xF0",
+       {0, 0, 0, 255, 255, 255, 255, 255, 0, 1, 255, 255}},
+      {"YUV4MPEG2 W1 H1 C444p10\nFRAME\n" + std::string("\xAC\xFF\0\xFE\0\xFE", 6),
+       {255, 255, 255, 255}}};
+  for (const auto& [y4m, expected] : files) {
+    std::ofstream(Path("x.y4m"), std::ios::binary) << y4m;
+    const Outcome outcome =
+        Run("zlibvideo record x.y4m -o - | zlibvideo decode - --format bgra -o -");
+    EXPECT_TRUE(SameBytes(expected, outcome.text));
+  }
 }
 
 /// How many pictures there are, and -1 in front of an error.
@@ -145,6 +151,7 @@ TEST_F(RecordStreamTest, OtherInputIsRefusedAndTheOutputLeftAlone) {
       {"echo YUV4MPEG2 H5 C444" + record, "standard input: y4m with no size" + taken},
       {y4m + "\"C444 X$(printf %02000d 1)\"" + record, "standard input: has no whole first line"},
       {":" + record, "standard input: has no pictures\n"},
+      {"zlibvideo record /proc/self/mem --size 40x30", "/proc/self/mem: cannot be read: "},
       {":" + record + " --size 40x30", "standard input: has no pictures\n"},
       {"cat in.bgra" + record, "standard input: is neither PNG nor y4m; if it is raw pictures, "},
       {"zlibvideo record short.raw --size 40x30", "short.raw: picture 1 is cut off: 500 of its "},
