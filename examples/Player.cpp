@@ -136,6 +136,10 @@ class Player {
   Player(const std::string& file, int fps) : fInput(file), fFps(fps) {
     std::atexit(SDL_Quit);
     Succeed(SDL_Init(SDL_INIT_VIDEO) == 0);
+    // What SDL takes when there is no other shows nothing, and hears no keys.
+    const bool isHidden = std::string(SDL_GetCurrentVideoDriver()) == "offscreen";
+    if (isHidden && !SDL_getenv("SDL_VIDEODRIVER"))
+      throw std::runtime_error("no screen to play on");
     SDL_SetHint(SDL_HINT_RENDER_SCALE_QUALITY, "linear");
     Succeed(SDL_CreateWindowAndRenderer(640, 360, SDL_WINDOW_HIDDEN | SDL_WINDOW_RESIZABLE,
                                         &fWindow, &fVideo.renderer) == 0);
