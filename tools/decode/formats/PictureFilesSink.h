@@ -26,8 +26,8 @@ class PictureFilesSink : public FrameSink {
   using Work = std::function<Completion()>;
   using Encode = std::function<Work(const FrameView& frame)>;
 
-  /// Throws a `ToolError` when `path` is no `NamePattern`. With more than one
-  /// of `jobs`, pictures are encoded on other threads: as many at once, up to 8, and two more.
+  /// Throws a `ToolError` when `path` is no `NamePattern`. With more than one of `jobs`, pictures
+  /// are encoded on other threads: as many at once, up to 8, and two more.
   PictureFilesSink(const std::string& path, unsigned int jobs, Encode encode);
 
   void WritePicture(std::uint64_t index, const FrameView& frame) override;
