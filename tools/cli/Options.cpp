@@ -2,20 +2,18 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <charconv>
 #include <string>
-#include <system_error>
 #include <thread>
+
+#include "tools/cli/Wording.h"
 
 namespace zlibvideo {
 namespace {
 
 bool IsInRange(const std::string& text, std::uint64_t min, std::uint64_t max) {
-  const char* const end = text.data() + text.size();
   std::uint64_t number = 0;
-  const auto [rest, error] = std::from_chars(text.data(), end, number);
   const bool leadingZero = text.size() > 1 && text.front() == '0';
-  return error == std::errc() && rest == end && !leadingZero && min <= number && number <= max;
+  return !leadingZero && ParseNumber(text, min, max, &number);
 }
 
 }  // namespace

@@ -1,9 +1,7 @@
 #include "tools/cli/Wording.h"
 
 #include <array>
-#include <charconv>
 #include <cstdio>
-#include <system_error>
 
 namespace zlibvideo {
 namespace {
@@ -34,12 +32,6 @@ std::string Counted(std::uint64_t count, const std::string& noun) {
 
 std::string SizeText(std::int64_t width, std::int64_t height) {
   return std::to_string(width) + "x" + std::to_string(height);
-}
-
-bool ParseNumber(std::string_view text, int min, int max, int* number) {
-  const char* const end = text.data() + text.size();
-  const auto [rest, error] = std::from_chars(text.data(), end, *number);
-  return error == std::errc() && rest == end && min <= *number && *number <= max;
 }
 
 bool ParseSize(std::string_view text, int min, int max, int* width, int* height) {

@@ -11,10 +11,6 @@ namespace {
 /// A patch becomes a whole picture when those before it amount to this many pictures.
 constexpr std::size_t kPicturesOfPatches = 4;
 
-std::size_t RowBytes(const FrameView& frame) {
-  return static_cast<std::size_t>(frame.width) * FrameView::kPixelBytes;
-}
-
 /// Pixels from the left end of a row up to the first difference.
 std::size_t EqualFromLeft(const unsigned char* a, const unsigned char* b, std::size_t bytes) {
   const auto equal = static_cast<std::size_t>(std::mismatch(a, a + bytes, b).first - a);
@@ -34,7 +30,7 @@ std::vector<unsigned char> CutOut(const FrameView& frame, const PicturePatches::
   std::vector<unsigned char> pixels;
   pixels.reserve(bytes * static_cast<std::size_t>(patch.height));
   for (int row = patch.y; row < patch.y + patch.height; ++row) {
-    const unsigned char* start = frame.pixels + static_cast<std::size_t>(row) * RowBytes(frame) +
+    const unsigned char* start = frame.pixels + static_cast<std::size_t>(row) * frame.RowBytes() +
                                  static_cast<std::size_t>(patch.x) * FrameView::kPixelBytes;
     pixels.insert(pixels.end(), start, start + bytes);
   }
@@ -67,7 +63,7 @@ PicturePatches::Patch PicturePatches::FindChange(const FrameView& frame) const {
   const Patch whole = {0, 0, frame.width, frame.height, true, {}};
   if (!fSize.HasSizeOf(frame)) return whole;
 
-  const std::size_t bytes = RowBytes(frame);
+  const std::size_t bytes = frame.RowBytes();
   const auto width = static_cast<std::size_t>(frame.width);
   std::size_t left = width;
   std::size_t right = width;

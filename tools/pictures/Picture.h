@@ -32,11 +32,16 @@ struct FrameView {
   std::size_t PixelCount() const {
     return static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
   }
+  std::size_t RowBytes() const { return static_cast<std::size_t>(width) * kPixelBytes; }
   std::size_t ByteCount() const { return PixelCount() * kPixelBytes; }
   bool HasSizeOf(const FrameView& other) const {
     return width == other.width && height == other.height;
   }
 };
+
+/// As many pictures as are held at most while several are read or encoded at once: more than one
+/// thread can keep up with would only take memory.
+inline constexpr unsigned int kMaxPicturesAtOnce = 8;
 
 /// Makes `pixels` those of a `Picture`: what `frame` has without opacity.
 inline void CopyColours(const FrameView& frame, std::vector<unsigned char>* pixels) {

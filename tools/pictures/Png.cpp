@@ -15,7 +15,6 @@
 namespace zlibvideo {
 namespace {
 
-constexpr std::size_t kRgbaBytes = 4;
 constexpr unsigned char kOpaque = 0xFF;
 
 /// What libpng last complained about; its error handler leaves by longjmp and cannot return it.
@@ -90,15 +89,9 @@ class PngReader {
   throw ToolError(name + ": cannot be read as PNG: " + problem);
 }
 
-/// Drops the opacity; false when a pixel is not opaque.
-bool PackOpaque(const std::vector<unsigned char>& source, std::vector<unsigned char>* target) {
-  target->resize(source.size() / kRgbaBytes * Picture::kPixelBytes);
-  unsigned char* out = target->data();
-  for (std::size_t i = 0; i < source.size(); i += kRgbaBytes) {
-    if (source[i + 3] != kOpaque) return false;
-    *out++ = source[i];
-    *out++ = source[i + 1];
-    *out++ = source[i + 2];
+bool IsOpaque(const FrameView& frame) {
+  for (std::size_t i = 0; i < frame.ByteCount(); i += FrameView::kPixelBytes) {
+    if (frame.pixels[i + 3] != kOpaque) return false;
   }
   return true;
 }
@@ -121,7 +114,8 @@ Picture ReadPng(ByteInput* input, const std::string& name) {
   }
 
   const bool hasOpacity = reader.HasOpacity();
-  const std::size_t rowBytes = reader.Width() * (hasOpacity ? kRgbaBytes : Picture::kPixelBytes);
+  const std::size_t rowBytes =
+      reader.Width() * (hasOpacity ? FrameView::kPixelBytes : Picture::kPixelBytes);
   std::vector<unsigned char> pixels(rowBytes * reader.Height());
   std::vector<png_bytep> rows(reader.Height());
   for (std::size_t row = 0; row < rows.size(); ++row) rows[row] = &pixels[row * rowBytes];
@@ -132,9 +126,13 @@ Picture ReadPng(ByteInput* input, const std::string& name) {
   picture.height = static_cast<int>(reader.Height());
   if (!hasOpacity) {
     picture.pixels = std::move(pixels);
-  } else if (!PackOpaque(pixels, &picture.pixels)) {
+    return picture;
+  }
+  const FrameView frame = {pixels.data(), picture.width, picture.height};
+  if (!IsOpaque(frame)) {
     throw ToolError(name + ": has transparent pixels; a stream's pictures are opaque");
   }
+  CopyColours(frame, &picture.pixels);
   return picture;
 }
 

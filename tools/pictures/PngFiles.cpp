@@ -6,15 +6,9 @@
 #include "tools/pictures/Png.h"
 
 namespace zlibvideo {
-namespace {
-
-/// More files at once than encoding can keep up with would only take memory.
-constexpr unsigned int kMaxJobs = 8;
-
-}  // namespace
 
 PngFiles::PngFiles(std::vector<std::string> paths, unsigned int jobs)
-    : fPaths(std::move(paths)), fAhead(std::min(jobs, kMaxJobs)) {}
+    : fPaths(std::move(paths)), fAhead(std::min(jobs, kMaxPicturesAtOnce)) {}
 
 bool PngFiles::Next(Picture* picture) {
   if (fRead == fPaths.size()) return false;

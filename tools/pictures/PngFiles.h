@@ -16,7 +16,8 @@ namespace zlibvideo {
 /// ahead on other threads.
 class PngFiles : public PictureSource {
  public:
-  /// Reads up to `jobs` files at once, 8 at the most. REQUIRES: at least one file and one job.
+  /// Reads up to `jobs` files at once, `kMaxPicturesAtOnce` at the most. REQUIRES: at least one
+  /// file and one job.
   PngFiles(std::vector<std::string> paths, unsigned int jobs);
 
   bool Next(Picture* picture) override;

@@ -13,19 +13,15 @@ namespace {
 /// desktop's pictures take 0.2 % more than whole ones.
 constexpr std::size_t kBandBytes = 0x30000;
 
-std::size_t RowBytes(const FrameView& frame) {
-  return static_cast<std::size_t>(frame.width) * FrameView::kPixelBytes;
-}
-
 int RowsOfBand(const FrameView& frame) {
-  return std::max(1, static_cast<int>(kBandBytes / RowBytes(frame)));
+  return std::max(1, static_cast<int>(kBandBytes / frame.RowBytes()));
 }
 
 /// The band that begins at row `top`, with the row above it.
 FrameView ViewOfBand(const FrameView& frame, int top) {
   const int first = std::max(0, top - 1);
   const int end = std::min(frame.height, top + RowsOfBand(frame));
-  return {frame.pixels + static_cast<std::size_t>(first) * RowBytes(frame), frame.width,
+  return {frame.pixels + static_cast<std::size_t>(first) * frame.RowBytes(), frame.width,
           end - first};
 }
 

@@ -6,8 +6,6 @@
 namespace zlibvideo {
 namespace {
 
-constexpr std::string_view kRangeParameter = "XCOLORRANGE=";
-
 /// The next word of `text`, which is taken off it. Empty at its end.
 std::string_view TakeWord(std::string_view* text) {
   const std::size_t begin = text->find_first_not_of(' ');
@@ -49,13 +47,12 @@ bool Y4mHeader::ReadParameter(std::string_view parameter) {
     case 'H':
       return ParseNumber(value, 1, kMaxSide, &height);
     case 'C':
-      bits = value == "444p10" ? 10 : 8;
-      return value == "444p10" || value == "444";
+      bits = value == kTenBits ? 10 : 8;
+      return value == kTenBits || value == kEightBits;
     case 'I':
       return value == "p" || value == "?";
     case 'X':
-      return !parameter.starts_with(kRangeParameter) ||
-             parameter.substr(kRangeParameter.size()) == "LIMITED";
+      return !parameter.starts_with(kRange) || parameter.substr(kRange.size()) == kLimited;
     default:
       // Frame rate, shape of pixels: nothing that a picture depends on.
       return true;

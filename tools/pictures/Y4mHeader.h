@@ -12,6 +12,14 @@ namespace zlibvideo {
 struct Y4mHeader {
   /// What a file begins with.
   static constexpr std::string_view kSignature = "YUV4MPEG2";
+  /// Begins the line before each picture.
+  static constexpr std::string_view kFrameMark = "FRAME";
+  /// Values of the parameter C.
+  static constexpr std::string_view kEightBits = "444";
+  static constexpr std::string_view kTenBits = "444p10";
+  /// A parameter, and the value that it must have if it is there.
+  static constexpr std::string_view kRange = "XCOLORRANGE=";
+  static constexpr std::string_view kLimited = "LIMITED";
   static constexpr std::size_t kPlanes = 3;
 
   /// Pixels, 1 to `FrameHeader::kMaxImageSize`.

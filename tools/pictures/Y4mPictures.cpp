@@ -10,8 +10,6 @@
 namespace zlibvideo {
 namespace {
 
-constexpr std::string_view kFrameMark = "FRAME";
-
 template <int kBits>
 std::int32_t LoadSample(const unsigned char* plane, std::size_t index) {
   if constexpr (kBits == 8) return plane[index];
@@ -44,8 +42,9 @@ bool Y4mPictures::ReadPicture(Picture* picture) {
   if (fHeader.bits == 0) ReadHeader();
   if (!Input()->HasMore()) return false;
   std::string line;
-  const bool isMark = Input()->ReadLine(kMaxLine, &line) &&
-                      line.substr(0, line.find(' ')) == kFrameMark;  // with parameters or not
+  const bool isMark =
+      Input()->ReadLine(kMaxLine, &line) &&
+      line.substr(0, line.find(' ')) == Y4mHeader::kFrameMark;  // with parameters or not
   // Where the input ends, it is the picture that is missing.
   if (!isMark && Input()->HasMore()) {
     throw ToolError(Name() + " does not begin with the line FRAME of y4m");

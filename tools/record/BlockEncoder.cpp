@@ -14,10 +14,6 @@
 namespace zlibvideo {
 namespace {
 
-unsigned int RowBytes(const BitmapDataBlock& block) {
-  return static_cast<unsigned int>(block.fWidth * kBlockPixelBytes);
-}
-
 bool HasReference(const BitmapDataBlock& block, ByteSpan pixels) {
   return block.fPreviousData != nullptr &&
          static_cast<unsigned int>(block.fPreviousDataSize) == pixels.size;
@@ -40,6 +36,10 @@ struct BlockEncoder::Band {
   unsigned int firstRow = 0;
   unsigned int rowCount = 0;
 };
+
+unsigned int RowBytes(const BitmapDataBlock& block) {
+  return static_cast<unsigned int>(block.fWidth * kBlockPixelBytes);
+}
 
 std::size_t BlockPayload::RecordSize(int codecType) const {
   return bytes.size() + (codecType == kCodecTypeVersion2 ? header.Size() : 0);

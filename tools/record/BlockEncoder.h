@@ -13,6 +13,9 @@
 
 namespace zlibvideo {
 
+/// Bytes in a row of a block's buffer.
+unsigned int RowBytes(const BitmapDataBlock& block);
+
 /// What a block record will carry.
 struct BlockPayload {
   BlockHeader header;

@@ -30,11 +30,6 @@ FrameHeader MakeHeader(int width, int height, const RecordOptions& options) {
   return header;
 }
 
-/// Bytes in a row of a block.
-std::size_t RowBytes(const BitmapDataBlock& block) {
-  return static_cast<std::size_t>(block.fWidth) * kBlockPixelBytes;
-}
-
 /// The pixels of `picture` that a row of `block` covers; row 0 is the bottom one, as in its buffer.
 /// REQUIRES: the block belongs to a grid over a picture of this size.
 const unsigned char* CoveredRow(const Picture& picture, const BitmapDataBlock& block,
@@ -50,7 +45,7 @@ const unsigned char* CoveredRow(const Picture& picture, const BitmapDataBlock& b
 /// The part of `picture` that `block` covers, as the block's buffer has it.
 std::vector<unsigned char> CutBlock(const Picture& picture, const BitmapDataBlock& block) {
   std::vector<unsigned char> cut;
-  cut.reserve(RowBytes(block) * static_cast<std::size_t>(block.fHeight));
+  cut.reserve(std::size_t{RowBytes(block)} * static_cast<std::size_t>(block.fHeight));
   for (std::int32_t row = 0; row < block.fHeight; ++row) {
     const unsigned char* const pixels = CoveredRow(picture, block, row);
     cut.insert(cut.end(), pixels, pixels + RowBytes(block));

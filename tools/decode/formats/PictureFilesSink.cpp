@@ -11,13 +11,11 @@
 namespace zlibvideo {
 namespace {
 
-/// More pictures at once than decoding can keep up with would only take memory.
-constexpr unsigned int kMaxJobs = 8;
 /// Pictures take unequal times: while one is waited for, more are encoded.
 constexpr unsigned int kWaiting = 2;
 
 unsigned int PicturesBegun(unsigned int jobs) {
-  return jobs == 1 ? 1 : std::min(jobs, kMaxJobs) + kWaiting;
+  return jobs == 1 ? 1 : std::min(jobs, kMaxPicturesAtOnce) + kWaiting;
 }
 
 }  // namespace

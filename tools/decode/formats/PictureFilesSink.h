@@ -27,7 +27,8 @@ class PictureFilesSink : public FrameSink {
   using Encode = std::function<Work(const FrameView& frame)>;
 
   /// Throws a `ToolError` when `path` is no `NamePattern`. With more than one of `jobs`, pictures
-  /// are encoded on other threads: as many at once, up to 8, and two more.
+  /// are encoded on other threads: as many at once, up to
+  /// `kMaxPicturesAtOnce`, and two more.
   PictureFilesSink(const std::string& path, unsigned int jobs, Encode encode);
 
   void WritePicture(std::uint64_t index, const FrameView& frame) override;

@@ -2,6 +2,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <sstream>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -85,16 +86,18 @@ template <int kBits>
 Y4mWriter<kBits>::Y4mWriter(const std::string& path, const FrameView& first, FrameRate rate)
     : fFile(path) {
   // Progressive pictures with square pixels.
-  fFile.Write(std::string(Y4mHeader::kSignature) + " W" + std::to_string(first.width) + " H" +
-              std::to_string(first.height) + " F" + std::to_string(rate.numerator) + ":" +
-              std::to_string(rate.denominator) + " Ip A1:1 " +
-              (kBits > 8 ? "C444p10 XYSCSS=444P10" : "C444") + " XCOLORRANGE=LIMITED\n");
+  std::ostringstream line;
+  line << Y4mHeader::kSignature << " W" << first.width << " H" << first.height << " F"
+       << rate.numerator << ':' << rate.denominator << " Ip A1:1 C"
+       << (kBits > 8 ? Y4mHeader::kTenBits : Y4mHeader::kEightBits)
+       << (kBits > 8 ? " XYSCSS=444P10 " : " ") << Y4mHeader::kRange << Y4mHeader::kLimited << '\n';
+  fFile.Write(line.str());
 }
 
 template <int kBits>
 void Y4mWriter<kBits>::Add(const FrameView& frame) {
   Convert<kBits>(frame, &fPlanes);
-  fFile.Write("FRAME\n");
+  fFile.Write(std::string(Y4mHeader::kFrameMark) + '\n');
   fFile.Write(fPlanes.data(), fPlanes.size() * sizeof(Sample<kBits>));
 }
 
