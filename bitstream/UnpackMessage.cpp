@@ -116,6 +116,7 @@ bool BlockedCodec::UnpackVersion1Block(BitmapDataBlock* block, std::int32_t capa
   auto length = static_cast<unsigned int>(capacity);
   if (!DecompressBlock(block->fRawData, &length, payload.data, payload.size)) return false;
   block->fRawDataSize = static_cast<std::int32_t>(length);
+  if (length >= block->PixelBytes()) block->fFilled = true;
   return true;
 }
 

@@ -34,6 +34,15 @@ bool FindBand(const BitmapDataBlock& block, unsigned int room, RowBand* band) {
   return RowBand::Find(block, header, room, band) == RowBand::Fault::kNone;
 }
 
+/// Whether a payload that accounts for `produced` bytes of the block, out of a room of `room`, gave
+/// it all its pixels. An empty payload gives none. A stream of codes that no conversion accepts
+/// accounts for the whole room and gives none.
+bool FillsBlock(const BitmapDataBlock& block, unsigned int payloadLength, unsigned int produced,
+                unsigned int room) {
+  if (payloadLength == 0 || produced < block.PixelBytes()) return false;
+  return !zlibvideo::HasColorField(block.fFormat) || produced < room;
+}
+
 /// Takes all rows before the band, and those after it from byte `from` of the block on, from the
 /// previous data.
 void CopyRowsAroundBand(const BitmapDataBlock& block, const RowBand& band, unsigned int from,
@@ -72,6 +81,7 @@ unsigned int InflatePixels(InflateStream* stream, ByteSpan payload, unsigned cha
 bool BlockedCodec::UnpackOneV2Block(BitmapDataBlock* block, char /*unused1*/,
                                     unsigned char* payload, unsigned int payloadLength,
                                     unsigned char* /*unused2*/, unsigned int* length) {
+  block->fDrawn = false;
   unsigned int produced = *length;
   const bool direct = zlibvideo::IsDirect(block->fFormat);
   const bool decoded = direct ? DecompressDirectBlock(block, payload, payloadLength, &produced)
@@ -81,6 +91,7 @@ bool BlockedCodec::UnpackOneV2Block(BitmapDataBlock* block, char /*unused1*/,
   if (produced == 0) return true;
   block->fRawDataSize = static_cast<std::int32_t>(produced);
   block->fProcessed = true;
+  if (FillsBlock(*block, payloadLength, produced, *length)) block->fFilled = true;
   *length = produced;
   return true;
 }

@@ -5,6 +5,7 @@ set(zlibvideo_public_headers
   bitstream/ByteSpan.h
   bitstream/FrameHeader.h
   bitstream/MemoryBound.h
+  bitstream/StandaloneFinder.h
   decoder/Version.h
   decoder/ZLibVideoDecompressor.h
   grid/BitmapDataBlock.h

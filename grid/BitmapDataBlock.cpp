@@ -50,6 +50,7 @@ bool BitmapDataBlock::SetupData(const unsigned char* source, std::int32_t size,
 }
 
 bool BitmapDataBlock::SetRawData(const unsigned char* source, std::int32_t size) {
+  fDrawn = false;
   return SetupData(source, size, &fRawData, &fRawDataSize, &fRawDataCapacity);
 }
 

@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "../host/Export.h"
+#include "BufferSizes.h"
 
 /// One cell of the block grid: its geometry, and the bytes that it keeps from message to message.
 /// Each buffer belongs to the record, comes from the host allocator and only grows; the size of a
@@ -29,10 +30,14 @@ struct ZLIBVIDEO_EXPORT BitmapDataBlock {
   [[nodiscard]] bool SetupData(const unsigned char* source, std::int32_t size,
                                unsigned char** buffer, std::int32_t* sizeField,
                                std::int32_t* capacityField);
-  /// `SetupData` for each of the three buffers.
+  /// `SetupData` for each of the three buffers. `SetRawData` also marks the block as not drawn.
   [[nodiscard]] bool SetRawData(const unsigned char* source, std::int32_t size);
   [[nodiscard]] bool SetPreviousData(const unsigned char* source, std::int32_t size);
   [[nodiscard]] bool SetConvertedData(const unsigned char* source, std::int32_t size);
+  /// Bytes of the block's pixels.
+  std::int64_t PixelBytes() const {
+    return std::int64_t{fWidth} * fHeight * zlibvideo::kBlockPixelBytes;
+  }
 
   /// The block's current pixels; null until its first payload, which makes the buffer even if it
   /// then fails, but for want of memory.
@@ -62,6 +67,10 @@ struct ZLIBVIDEO_EXPORT BitmapDataBlock {
   std::uint8_t fDiffRowCount = 0;
   /// Whether the block was decoded in the current pass over a version-2 message.
   bool fProcessed = false;
+  /// Whether the pixels are as they were last drawn.
+  bool fDrawn = false;
+  /// Whether a payload has filled the whole block since the grid was made.
+  bool fFilled = false;
 };
 
 #endif  // ZLIBVIDEO_GRID_BITMAPDATABLOCK_H

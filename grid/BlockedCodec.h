@@ -9,6 +9,7 @@
 #include "BufferSizes.h"
 
 class SBitmapCore;
+struct SRECT;
 
 namespace zlibvideo {
 struct BlockRecord;
@@ -165,6 +166,21 @@ class ZLIBVIDEO_EXPORT BlockedCodec {
   /// bitmap alone. Does nothing to a bitmap that is not addressable. The grid is only read. An
   /// exception of the host's from within leaves the bitmap locked.
   void PushFrame(SBitmapCore* bitmap);
+  /// Writes the blocks whose pixels were touched since `PushFrame` or `PushChanges` last drew them,
+  /// by messages that failed as well, and all blocks of a new grid; each as `PushFrame` does. For a
+  /// `bitmap` that still holds the picture drawn last, after a message that succeeded: a failed
+  /// message may have changed the size of the picture and not that of the bitmap. If the bitmap is
+  /// another, has lost its pixels, or `PushFrame` was left by an exception, call `PushFrame`.
+  ///
+  /// Returns the least rectangle around the blocks written, in pixels of the bitmap, and calls
+  /// `UpdateMipMap` with it. If nothing was touched, or the bitmap is not addressable, calls
+  /// nothing and returns an empty rectangle, all 0. An exception of the host's from within leaves
+  /// the bitmap locked; the next call writes the same blocks again.
+  SRECT PushChanges(SBitmapCore* bitmap);
+  /// Whether the picture has no gaps: a grid exists, no record is missing, and a payload has filled
+  /// each block since the grid was made. A decoder that begins in the middle of a stream decodes
+  /// messages with success before this holds. Later payloads that fail or end early do not undo it.
+  bool IsComplete() const;
 
   /// The palette that a stream begins with: 0x00RRGGBB.
   // NOLINTNEXTLINE(readability-identifier-naming): a field by name, constant or not
@@ -215,7 +231,12 @@ class ZLIBVIDEO_EXPORT BlockedCodec {
                                               unsigned int payloadLength, unsigned int* length);
 
   // Output
+  template <typename Visit>
+  ZLIBVIDEO_HIDDEN void ForEachBlock(const Visit& visit) const;
   ZLIBVIDEO_HIDDEN std::int32_t GridRowHeight(std::int32_t row) const;
+  ZLIBVIDEO_HIDDEN SRECT ChangedArea() const;
+  ZLIBVIDEO_HIDDEN void DrawBlocks(SBitmapCore* bitmap, bool all) const;
+  ZLIBVIDEO_HIDDEN void MarkDrawn();
 };
 
 #endif  // ZLIBVIDEO_GRID_BLOCKEDCODEC_H

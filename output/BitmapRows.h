@@ -1,8 +1,10 @@
 #ifndef ZLIBVIDEO_OUTPUT_BITMAPROWS_H
 #define ZLIBVIDEO_OUTPUT_BITMAPROWS_H
 
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 
 #include "host/BitmapPixel.h"
 #include "host/SBitmapCore.h"
@@ -24,6 +26,10 @@ class BitmapRows {
   /// limit, and a call for every row costs a quarter of the speed, in small blocks more.
   [[gnu::always_inline]] unsigned char* Address(std::int32_t row) const {
     unsigned char* base = fBitmap->GetBMBaseAddr();
+    // Only now: the base address brings back pixels that the host had put away.
+    assert(std::abs(std::int64_t{fBitmap->GetRowLength()}) >=
+               std::int64_t{fBitmap->GetWidth()} * kBitmapPixelBytes &&
+           "the rows of the host's bitmap are too short");
     return base + std::int64_t{fBitmap->GetRowLength()} * (fBottomRow - row) + fColumnOffset;
   }
 

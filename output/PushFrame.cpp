@@ -1,14 +1,15 @@
 // Composition of the block grid into the host bitmap. Blocks and their rows run upward, the
 // bitmap's rows run downward.
 
+#include <algorithm>
 #include <cassert>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 
 #include "grid/BitmapDataBlock.h"
 #include "grid/BlockedCodec.h"
 #include "host/SBitmapCore.h"
+#include "host/SRECT.h"
 #include "output/BitmapRows.h"
 #include "output/RowWidener.h"
 
@@ -25,13 +26,19 @@ void FillRowsBlack(const zlibvideo::BitmapRows& targets, std::int32_t rows, std:
   }
 }
 
-/// Whether the picture fits: for an assertion. Rows are asked for their base address first, which
-/// brings back what the host had put away.
-[[maybe_unused]] bool Holds(SBitmapCore* bitmap, std::int32_t width, std::int32_t height) {
-  static_cast<void>(bitmap->GetBMBaseAddr());
-  return bitmap->GetWidth() >= width && bitmap->GetHeight() >= height &&
-         std::abs(std::int64_t{bitmap->GetRowLength()}) >=
-             std::int64_t{width} * zlibvideo::kBitmapPixelBytes;
+/// Whether the picture fits, as far as the bitmap's size tells: for an assertion.
+[[maybe_unused]] bool Holds(const SBitmapCore& bitmap, std::int32_t width, std::int32_t height) {
+  return bitmap.GetWidth() >= width && bitmap.GetHeight() >= height;
+}
+
+/// Extends `*area` to hold `other`. An empty area becomes `other`.
+void Include(const SRECT& other, SRECT* area) {
+  if (area->xMin == area->xMax) {
+    *area = other;
+    return;
+  }
+  *area = {std::min(area->xMin, other.xMin), std::max(area->xMax, other.xMax),
+           std::min(area->yMin, other.yMin), std::max(area->yMax, other.yMax)};
 }
 
 }  // namespace
@@ -45,28 +52,81 @@ std::int32_t BlockedCodec::GridRowHeight(std::int32_t row) const {
   return above < fBlockHeight ? above : fBlockHeight;
 }
 
-void BlockedCodec::PushFrame(SBitmapCore* bitmap) {
-  if (bitmap->GetType() == kBitmapNotAddressable) return;
-
-  bitmap->LockBits(true);
-  const zlibvideo::RowWidener widenRows = zlibvideo::FastestRowWidener();
-  const bool hasGrid = fBlocks != nullptr && fGridWidth > 0;
-  assert((!hasGrid || Holds(bitmap, fImageWidth, fImageHeight)) &&
-         "the host's bitmap is too small");
+/// Calls `visit(block, bottomRow, left)` for each record that exists, in the order of the bitmap's
+/// rows: the block's row 0 lands in bitmap row `bottomRow`, its first column in bitmap column
+/// `left`.
+template <typename Visit>
+void BlockedCodec::ForEachBlock(const Visit& visit) const {
+  if (fBlocks == nullptr || fGridWidth < 1) return;
   std::int32_t bottomRow = -1;
-  for (std::int32_t row = fGridHeight - 1; hasGrid && row >= 0; --row) {
+  for (std::int32_t row = fGridHeight - 1; row >= 0; --row) {
     bottomRow += GridRowHeight(row);
     for (std::int32_t column = 0; column < fGridWidth; ++column) {
-      const BitmapDataBlock* block = GetBlock(row, column);
-      if (block == nullptr) continue;
-      const zlibvideo::BitmapRows targets(bitmap, bottomRow, column * fBlockWidth);
-      if (block->fRawData != nullptr) {
-        widenRows(block->fRawData, targets, block->fHeight, block->fWidth);
-      } else {
-        FillRowsBlack(targets, block->fHeight, block->fWidth);
-      }
+      BitmapDataBlock* block = GetBlock(row, column);
+      if (block != nullptr) visit(block, bottomRow, column * fBlockWidth);
     }
   }
+}
+
+SRECT BlockedCodec::ChangedArea() const {
+  SRECT area = {};
+  ForEachBlock([&area](const BitmapDataBlock* block, std::int32_t bottomRow, std::int32_t left) {
+    if (block->fDrawn) return;
+    const std::int32_t below = bottomRow + 1;
+    Include({left, left + block->fWidth, below - block->fHeight, below}, &area);
+  });
+  return area;
+}
+
+void BlockedCodec::DrawBlocks(SBitmapCore* bitmap, bool all) const {
+  const zlibvideo::RowWidener widenRows = zlibvideo::FastestRowWidener();
+  assert((fBlocks == nullptr || Holds(*bitmap, fImageWidth, fImageHeight)) &&
+         "the host's bitmap is too small");
+  ForEachBlock([=](const BitmapDataBlock* block, std::int32_t bottomRow, std::int32_t left) {
+    if (block->fDrawn && !all) return;
+    const zlibvideo::BitmapRows targets(bitmap, bottomRow, left);
+    if (block->fRawData != nullptr) {
+      widenRows(block->fRawData, targets, block->fHeight, block->fWidth);
+    } else {
+      FillRowsBlack(targets, block->fHeight, block->fWidth);
+    }
+  });
+}
+
+void BlockedCodec::MarkDrawn() {
+  ForEachBlock([](BitmapDataBlock* block, std::int32_t /*bottomRow*/, std::int32_t /*left*/) {
+    block->fDrawn = true;
+  });
+}
+
+void BlockedCodec::PushFrame(SBitmapCore* bitmap) {
+  if (bitmap->GetType() == kBitmapNotAddressable) return;
+  bitmap->LockBits(true);
+  DrawBlocks(bitmap, true);
   bitmap->UpdateMipMap({0, bitmap->GetWidth(), 0, bitmap->GetHeight()});
+  // Only now: if the host threw, the blocks are still to be drawn.
+  MarkDrawn();
   bitmap->UnlockBits();
+}
+
+SRECT BlockedCodec::PushChanges(SBitmapCore* bitmap) {
+  const SRECT area = ChangedArea();
+  if (area.xMin == area.xMax || bitmap->GetType() == kBitmapNotAddressable) return {};
+  bitmap->LockBits(true);
+  DrawBlocks(bitmap, false);
+  bitmap->UpdateMipMap(area);
+  MarkDrawn();
+  bitmap->UnlockBits();
+  return area;
+}
+
+bool BlockedCodec::IsComplete() const {
+  if (fBlocks == nullptr) return false;
+  for (std::int32_t row = 0; row < fGridHeight; ++row) {
+    for (std::int32_t column = 0; column < fGridWidth; ++column) {
+      const BitmapDataBlock* block = GetBlock(row, column);
+      if (block == nullptr || !block->fFilled) return false;
+    }
+  }
+  return true;
 }

@@ -104,6 +104,7 @@ void SBitmapCore::UnlockBits() {
 }
 void SBitmapCore::UpdateMipMap(SRECT r) {
   Note("UpdateMipMap", {r.xMin, r.xMax, r.yMin, r.yMax});
+  if (std::exchange(Host().throwOnUpdate, false)) throw std::runtime_error("no update");
 }
 VideoDecompressor::VideoDecompressor(CorePlayer* a, NetStream* b) {
   Note("Made", {a != nullptr, b != nullptr});

@@ -30,7 +30,8 @@ struct CountingHost {
   bool forGood = false;    // `failAt` stays: all that follow fail as well
   AllocationFailure failure = AllocationFailure::kBadAlloc;
   bool throwOnRelease = false;
-  unsigned char fill = 0xA5;  // what new memory and new bitmaps hold
+  bool throwOnUpdate = false;  // of the bitmap, once
+  unsigned char fill = 0xA5;   // what new memory and new bitmaps hold
 };
 
 CountingHost& Host();  // the thread's own

@@ -67,7 +67,7 @@ TEST(LayoutTest, MembersStandInOrder) {
       OFFSET(fPreviousDataCapacity), OFFSET(fConvertedData), OFFSET(fConvertedDataSize),
       OFFSET(fConvertedDataCapacity), OFFSET(fHeight), OFFSET(fWidth), OFFSET(fImageOffset),
       OFFSET(fImageStride), OFFSET(fFormat), OFFSET(fDiffRowStart), OFFSET(fDiffRowCount),
-      OFFSET(fProcessed)};
+      OFFSET(fProcessed), OFFSET(fDrawn), OFFSET(fFilled)};
   // clang-format on
   static_assert(std::ranges::is_sorted(kOffsets) && kOffsets[0] == 0);
 }
