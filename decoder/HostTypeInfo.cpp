@@ -1,8 +1,12 @@
-// The decoder's type information refers to that of its base, which is the host's to define. A host
-// that is compiled without any (-fno-rtti) finds it here; any other host's own comes first. Names
-// and layout are those of the Itanium C++ ABI for a class without bases.
+// The decoder's type information refers to the type information of its base, which the host
+// defines. For a host that is compiled without type information (-fno-rtti), it is defined here; a
+// host's own definition has precedence. Names and layout are those of the Itanium C++ ABI for a
+// class without bases.
 
 #include "host/Export.h"
+
+// Compiled without type information, the component refers to none.
+#ifdef __cpp_rtti
 
 // NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
 // NOLINTBEGIN(readability-identifier-naming)
@@ -19,3 +23,5 @@ extern const void* const _ZTVN10__cxxabiv117__class_type_infoE[];
 }  // extern "C"
 // NOLINTEND(readability-identifier-naming)
 // NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
+
+#endif

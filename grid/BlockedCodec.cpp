@@ -8,6 +8,27 @@
 #include "host/GCHeap.h"
 #include "host/HostMemory.h"
 
+namespace {
+
+/// Deletes the grid of a codec unless `Keep` was called. If the host throws while the grid is
+/// built, the unfinished grid goes: the next message would take it for the grid that it needs.
+class UnfinishedGrid {
+ public:
+  explicit UnfinishedGrid(BlockedCodec* codec) : fCodec(codec) {}
+  UnfinishedGrid(const UnfinishedGrid&) = delete;
+  UnfinishedGrid& operator=(const UnfinishedGrid&) = delete;
+  ~UnfinishedGrid() {
+    if (fCodec != nullptr) fCodec->DeleteBlocks();
+  }
+
+  void Keep() { fCodec = nullptr; }
+
+ private:
+  BlockedCodec* fCodec;
+};
+
+}  // namespace
+
 bool BlockedCodec::DecompressBlock(unsigned char* /*destination*/,
                                    unsigned int* /*destinationLength*/,
                                    const unsigned char* /*source*/, unsigned int /*sourceLength*/) {
@@ -53,13 +74,10 @@ bool BlockedCodec::SetupBlocks(std::int32_t blockWidth, std::int32_t blockHeight
   fGridWidth = CalcGridSize(fImageWidth, blockWidth, &lastWidth);
   fGridHeight = CalcGridSize(fImageHeight, blockHeight, &lastHeight);
   if (!AllocateGrid()) return false;
-  try {
-    return MakeBlocks(blockWidth, blockHeight, lastWidth, lastHeight);
-  } catch (const std::bad_alloc&) {
-    // Kept, the unfinished grid would pass for the one that the next message needs.
-    DeleteBlocks();
-    throw;
-  }
+  UnfinishedGrid unfinished(this);
+  const bool complete = MakeBlocks(blockWidth, blockHeight, lastWidth, lastHeight);
+  unfinished.Keep();
+  return complete;
 }
 
 bool BlockedCodec::MakeBlocks(std::int32_t blockWidth, std::int32_t blockHeight,

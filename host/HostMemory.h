@@ -11,13 +11,15 @@
 
 namespace zlibvideo {
 
-/// The component's only way to the host allocator. `std::bad_alloc` passes through to the caller;
-/// any other exception means that the host's heap can no longer be trusted and ends the process.
-/// A null result is possible and means that nothing was obtained.
+/// The component's only way to the host allocator. Null if the host returns null. The host's
+/// `std::bad_alloc` reaches the caller. Any other exception ends the process: the host's heap can
+/// no longer be trusted. In a component that is compiled without exceptions, the host must not
+/// throw.
 [[nodiscard]] inline void* AllocateFromHost(
     std::size_t size, Vorn::FixedMallocOpts opts = Vorn::kFixedMallocDefault) {
   // The host counts in `unsigned long`, which is narrower on some systems.
   if (size > std::numeric_limits<unsigned long>::max()) Vorn::GCHeap::SignalObjectTooLarge();
+#ifdef __cpp_exceptions
   try {
     return Vorn::SystemNew(static_cast<unsigned long>(size), opts);
   } catch (const std::bad_alloc&) {
@@ -25,6 +27,9 @@ namespace zlibvideo {
   } catch (...) {
     std::terminate();
   }
+#else
+  return Vorn::SystemNew(static_cast<unsigned long>(size), opts);
+#endif
 }
 
 /// Returns memory to the host; null is allowed and does nothing. An exception of the host's ends

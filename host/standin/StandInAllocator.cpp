@@ -1,5 +1,6 @@
 // The stand-in host's allocator: zero-filled memory, so that a picture never shows a byte that no
-// message wrote.
+// message wrote. On exhaustion it throws `std::bad_alloc` or, compiled without exceptions, returns
+// null.
 
 #include <cstdlib>
 #include <new>
@@ -9,7 +10,9 @@
 
 void* Vorn::SystemNew(unsigned long size, FixedMallocOpts /*opts*/) {
   void* memory = std::calloc(size == 0 ? 1 : size, 1);
+#ifdef __cpp_exceptions
   if (memory == nullptr) throw std::bad_alloc();
+#endif
   return memory;
 }
 

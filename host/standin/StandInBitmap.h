@@ -21,8 +21,8 @@ class StandInBitmap : public SBitmapCore {
   StandInBitmap() = default;
 
   /// Gives the bitmap a size in pixels, 0 to 16,384 a side. A change of size clears it to zero
-  /// bytes; the same size keeps it. Throws `std::bad_alloc` without memory, and then has the old
-  /// size and pixels.
+  /// bytes; the same size keeps it. Without memory, throws `std::bad_alloc` and keeps the old size
+  /// and pixels; compiled without exceptions, ends the process.
   void Resize(std::int32_t width, std::int32_t height, EBitmapType type);
 
   /// All bytes, rows from the top. Valid until the size changes.
