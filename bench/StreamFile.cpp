@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include "tools/cli/ToolError.h"
+#include "tools/files/ToolError.h"
 #include "tools/stream/MessageFile.h"
 
 namespace zlibvideo::bench {

@@ -7,7 +7,7 @@
 #include <memory>
 
 #include "fuzz/Mutation.h"
-#include "tools/cli/ToolError.h"
+#include "tools/files/ToolError.h"
 #include "tools/pictures/RawPictures.h"
 #include "tools/pictures/Y4mPictures.h"
 

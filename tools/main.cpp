@@ -17,11 +17,11 @@
 
 #include "decoder/Version.h"
 #include "tools/Commands.h"
-#include "tools/cli/InputFile.h"
-#include "tools/cli/OutputFile.h"
-#include "tools/cli/TemporaryFile.h"
-#include "tools/cli/Terminal.h"
-#include "tools/cli/ToolError.h"
+#include "tools/files/InputFile.h"
+#include "tools/files/OutputFile.h"
+#include "tools/files/TemporaryFile.h"
+#include "tools/files/ToolError.h"
+#include "tools/terminal/PrintLine.h"
 
 namespace zlibvideo {
 namespace {

@@ -5,7 +5,7 @@
 #include "tests/SameBytes.h"
 #include "tests/StreamBuilder.h"
 #include "tests/tool/ToolFixture.h"
-#include "tools/cli/ToolError.h"
+#include "tools/files/ToolError.h"
 #include "tools/pictures/RawPictures.h"
 #include "tools/pictures/Y4mPictures.h"
 

@@ -4,12 +4,12 @@
 #include <string>
 
 #include "tools/Commands.h"
-#include "tools/cli/InputFile.h"
-#include "tools/cli/Options.h"
-#include "tools/cli/Wording.h"
 #include "tools/decode/RunDecode.h"
 #include "tools/decode/formats/NamePattern.h"
 #include "tools/decode/formats/OutputFormat.h"
+#include "tools/files/InputFile.h"
+#include "tools/terminal/Options.h"
+#include "tools/terminal/Wording.h"
 
 namespace zlibvideo {
 namespace {

@@ -3,13 +3,13 @@
 #include <memory>
 #include <string>
 
-#include "tools/cli/OutputFile.h"
-#include "tools/cli/Terminal.h"
-#include "tools/cli/ToolError.h"
-#include "tools/cli/Wording.h"
+#include "tools/files/OutputFile.h"
+#include "tools/files/ToolError.h"
 #include "tools/stream/Diagnosis.h"
 #include "tools/stream/MessageFile.h"
 #include "tools/stream/StreamDecoder.h"
+#include "tools/terminal/PrintLine.h"
+#include "tools/terminal/Wording.h"
 
 namespace zlibvideo {
 namespace {

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "grid/BlockFormat.h"
-#include "tools/cli/OutputFile.h"
+#include "tools/files/OutputFile.h"
 #include "tools/info/PicturePatches.h"
 #include "tools/info/ReportPage.h"
 #include "tools/info/ReportWriter.h"

@@ -3,14 +3,14 @@
 #include <string>
 
 #include "tools/Commands.h"
-#include "tools/cli/Options.h"
-#include "tools/cli/OutputFile.h"
-#include "tools/cli/Terminal.h"
-#include "tools/cli/ToolError.h"
-#include "tools/cli/Wording.h"
+#include "tools/files/OutputFile.h"
+#include "tools/files/ToolError.h"
 #include "tools/info/ReportWriter.h"
 #include "tools/stream/MessageFile.h"
 #include "tools/stream/StreamDecoder.h"
+#include "tools/terminal/Options.h"
+#include "tools/terminal/PrintLine.h"
+#include "tools/terminal/Wording.h"
 
 namespace zlibvideo {
 namespace {

@@ -3,8 +3,8 @@
 #include <string>
 
 #include "bitstream/FrameHeader.h"
-#include "tools/cli/InputFile.h"
-#include "tools/cli/OutputFile.h"
+#include "tools/files/InputFile.h"
+#include "tools/files/OutputFile.h"
 #include "tools/info/ReportWriter.h"
 
 namespace zlibvideo {

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "bitstream/FrameHeader.h"
-#include "tools/cli/Wording.h"
+#include "tools/terminal/Wording.h"
 
 namespace zlibvideo {
 namespace {

@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "tools/cli/Terminal.h"
 #include "tools/info/MessageReport.h"
 #include "tools/info/RecordKind.h"
+#include "tools/terminal/Terminal.h"
 
 namespace zlibvideo {
 

@@ -3,13 +3,13 @@
 #include <string>
 
 #include "bitstream/FrameHeader.h"
-#include "tools/cli/InputFile.h"
-#include "tools/cli/OutputFile.h"
-#include "tools/cli/Terminal.h"
-#include "tools/cli/Wording.h"
+#include "tools/files/InputFile.h"
+#include "tools/files/OutputFile.h"
 #include "tools/info/MessageTable.h"
 #include "tools/info/ReportWriter.h"
 #include "tools/stream/Diagnosis.h"
+#include "tools/terminal/Terminal.h"
+#include "tools/terminal/Wording.h"
 
 namespace zlibvideo {
 namespace {

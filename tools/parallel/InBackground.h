@@ -4,7 +4,7 @@
 #include <future>
 #include <type_traits>
 
-#include "tools/cli/BlockedSignals.h"
+#include "tools/files/BlockedSignals.h"
 
 namespace zlibvideo {
 

@@ -11,6 +11,10 @@
 
 namespace zlibvideo {
 
+/// Pictures that are held at most while several are read or encoded at once. More pictures than one
+/// thread can keep up with would only cost memory.
+inline constexpr unsigned int kMaxPicturesAtOnce = 8;
+
 /// Work that is done on other threads, with results taken in the order in which it was begun. Used
 /// by one thread. Destroying it waits for what was begun.
 template <typename Result>

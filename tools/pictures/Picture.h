@@ -39,10 +39,6 @@ struct FrameView {
   }
 };
 
-/// As many pictures as are held at most while several are read or encoded at once: more than one
-/// thread can keep up with would only take memory.
-inline constexpr unsigned int kMaxPicturesAtOnce = 8;
-
 /// Makes `pixels` those of a `Picture`: what `frame` has without opacity.
 inline void CopyColours(const FrameView& frame, std::vector<unsigned char>* pixels) {
   pixels->resize(frame.PixelCount() * Picture::kPixelBytes);

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "tools/cli/ToolError.h"
+#include "tools/files/ToolError.h"
 
 namespace zlibvideo {
 

@@ -8,9 +8,9 @@
 #include <utility>
 
 #include "bitstream/FrameHeader.h"
-#include "tools/cli/ToolError.h"
-#include "tools/cli/Wording.h"
+#include "tools/files/ToolError.h"
 #include "tools/pictures/PngSeries.h"
+#include "tools/terminal/Wording.h"
 
 namespace zlibvideo {
 namespace {

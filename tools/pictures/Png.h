@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "tools/cli/ByteInput.h"
+#include "tools/files/ByteInput.h"
 #include "tools/pictures/Picture.h"
 
 namespace zlibvideo {

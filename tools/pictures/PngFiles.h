@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/cli/ByteInput.h"
+#include "tools/files/ByteInput.h"
 #include "tools/parallel/OrderedWork.h"
 #include "tools/pictures/PictureSource.h"
 

@@ -1,7 +1,8 @@
 #include "tools/pictures/Y4mHeader.h"
 
 #include "bitstream/FrameHeader.h"
-#include "tools/cli/Wording.h"
+#include "tools/terminal/ParseNumber.h"
+#include "tools/terminal/Wording.h"
 
 namespace zlibvideo {
 namespace {

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "tools/cli/ToolError.h"
+#include "tools/files/ToolError.h"
 #include "tools/pictures/Bt709.h"
 
 namespace zlibvideo {

@@ -9,10 +9,10 @@
 #include "bitstream/MessageBody.h"
 #include "grid/BlockFormat.h"
 #include "grid/BufferSizes.h"
-#include "tools/cli/Wording.h"
 #include "tools/parallel/ForEach.h"
 #include "tools/record/RecordError.h"
 #include "tools/stream/SpanOf.h"
+#include "tools/terminal/Wording.h"
 
 namespace zlibvideo {
 namespace {

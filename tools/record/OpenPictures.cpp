@@ -3,8 +3,8 @@
 #include <filesystem>
 #include <utility>
 
-#include "tools/cli/ByteInput.h"
-#include "tools/cli/ToolError.h"
+#include "tools/files/ByteInput.h"
+#include "tools/files/ToolError.h"
 #include "tools/pictures/Png.h"
 #include "tools/pictures/PngFiles.h"
 #include "tools/pictures/PngStream.h"

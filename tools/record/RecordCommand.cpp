@@ -6,15 +6,16 @@
 
 #include "bitstream/FrameHeader.h"
 #include "tools/Commands.h"
-#include "tools/cli/Options.h"
-#include "tools/cli/OutputFile.h"
-#include "tools/cli/ToolError.h"
-#include "tools/cli/Wording.h"
+#include "tools/files/OutputFile.h"
+#include "tools/files/ToolError.h"
 #include "tools/pictures/PictureSource.h"
 #include "tools/record/OpenPictures.h"
 #include "tools/record/RecordOptions.h"
 #include "tools/record/RecordPictures.h"
 #include "tools/stream/MessageFile.h"
+#include "tools/terminal/Options.h"
+#include "tools/terminal/ParseNumber.h"
+#include "tools/terminal/Wording.h"
 
 namespace zlibvideo {
 namespace {

@@ -8,11 +8,11 @@
 #include <vector>
 
 #include "host/standin/StandInMessage.h"
-#include "tools/cli/ProgressBar.h"
-#include "tools/cli/ToolError.h"
-#include "tools/cli/Wording.h"
+#include "tools/files/ToolError.h"
 #include "tools/record/FrameEncoder.h"
 #include "tools/record/RecordError.h"
+#include "tools/terminal/ProgressBar.h"
+#include "tools/terminal/Wording.h"
 
 namespace zlibvideo {
 namespace {

@@ -9,8 +9,8 @@
 #include "bitstream/ByteCursor.h"
 #include "host/TCMessage.h"
 #include "host/standin/StandInMessage.h"
-#include "tools/cli/ToolError.h"
-#include "tools/cli/Wording.h"
+#include "tools/files/ToolError.h"
+#include "tools/terminal/Wording.h"
 
 namespace zlibvideo {
 

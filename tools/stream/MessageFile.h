@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "tools/cli/InputFile.h"
-#include "tools/cli/OutputFile.h"
+#include "tools/files/InputFile.h"
+#include "tools/files/OutputFile.h"
 
 namespace zlibvideo {
 

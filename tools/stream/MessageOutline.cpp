@@ -5,7 +5,7 @@
 #include "bitstream/FrameHeader.h"
 #include "bitstream/MessageBody.h"
 #include "grid/BlockedCodec.h"
-#include "tools/cli/Wording.h"
+#include "tools/terminal/Wording.h"
 
 namespace zlibvideo {
 namespace {

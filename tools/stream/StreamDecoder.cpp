@@ -3,7 +3,7 @@
 #include <new>
 
 #include "host/standin/StandInMessage.h"
-#include "tools/cli/ProgressBar.h"
+#include "tools/terminal/ProgressBar.h"
 
 namespace zlibvideo {
 

@@ -3,8 +3,8 @@
 #include <string>
 #include <utility>
 
-#include "tools/cli/OutputFile.h"
 #include "tools/decode/formats/OutputFormat.h"
+#include "tools/files/OutputFile.h"
 
 namespace zlibvideo {
 namespace {

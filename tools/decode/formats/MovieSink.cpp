@@ -3,10 +3,10 @@
 #include <filesystem>
 #include <utility>
 
-#include "tools/cli/OutputFile.h"
-#include "tools/cli/Terminal.h"
-#include "tools/cli/ToolError.h"
-#include "tools/cli/Wording.h"
+#include "tools/files/OutputFile.h"
+#include "tools/files/ToolError.h"
+#include "tools/terminal/PrintLine.h"
+#include "tools/terminal/Wording.h"
 
 namespace zlibvideo {
 

@@ -5,8 +5,8 @@
 #include <new>
 #include <utility>
 
-#include "tools/cli/OutputFile.h"
-#include "tools/cli/ToolError.h"
+#include "tools/files/OutputFile.h"
+#include "tools/files/ToolError.h"
 
 namespace zlibvideo {
 namespace {

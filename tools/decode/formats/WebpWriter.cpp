@@ -6,9 +6,9 @@
 #include <new>
 #include <string>
 
-#include "tools/cli/OutputFile.h"
-#include "tools/cli/ToolError.h"
 #include "tools/decode/formats/MovieSink.h"
+#include "tools/files/OutputFile.h"
+#include "tools/files/ToolError.h"
 
 namespace zlibvideo {
 namespace {

@@ -7,8 +7,8 @@
 #include <type_traits>
 #include <vector>
 
-#include "tools/cli/OutputFile.h"
 #include "tools/decode/formats/MovieSink.h"
+#include "tools/files/OutputFile.h"
 #include "tools/pictures/Bt709.h"
 #include "tools/pictures/Y4mHeader.h"
 

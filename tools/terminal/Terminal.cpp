@@ -1,4 +1,4 @@
-#include "tools/cli/Terminal.h"
+#include "tools/terminal/Terminal.h"
 
 #include <langinfo.h>
 #include <locale.h>
@@ -6,11 +6,8 @@
 #include <unistd.h>
 
 #include <charconv>
-#include <cstdio>
 #include <cstdlib>
 #include <string_view>
-
-#include "tools/cli/Wording.h"
 
 namespace zlibvideo {
 namespace {
@@ -29,12 +26,6 @@ bool LocaleIsUtf8() {
 }
 
 }  // namespace
-
-void PrintLine(const std::string& text) {
-  std::string line = "zlibvideo: " + Printable(text) + "\n";
-  if (isatty(STDERR_FILENO) == 1) line.insert(0, kEraseTerminalLine);
-  std::fputs(line.c_str(), stderr);
-}
 
 std::size_t TerminalWidth(int descriptor) {
   constexpr std::size_t kUsualWidth = 80;

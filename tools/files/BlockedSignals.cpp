@@ -1,4 +1,4 @@
-#include "tools/cli/BlockedSignals.h"
+#include "tools/files/BlockedSignals.h"
 
 namespace zlibvideo {
 

@@ -1,5 +1,5 @@
-#ifndef ZLIBVIDEO_TOOLS_CLI_INPUTFILE_H
-#define ZLIBVIDEO_TOOLS_CLI_INPUTFILE_H
+#ifndef ZLIBVIDEO_TOOLS_FILES_INPUTFILE_H
+#define ZLIBVIDEO_TOOLS_FILES_INPUTFILE_H
 
 #include <cstdint>
 #include <cstdio>
@@ -30,4 +30,4 @@ std::optional<std::uint64_t> InputSize(std::FILE* stream);
 
 }  // namespace zlibvideo
 
-#endif  // ZLIBVIDEO_TOOLS_CLI_INPUTFILE_H
+#endif  // ZLIBVIDEO_TOOLS_FILES_INPUTFILE_H

@@ -1,4 +1,4 @@
-#include "tools/cli/Wording.h"
+#include "tools/terminal/Wording.h"
 
 #include <array>
 #include <cstdio>
@@ -32,12 +32,6 @@ std::string Counted(std::uint64_t count, const std::string& noun) {
 
 std::string SizeText(std::int64_t width, std::int64_t height) {
   return std::to_string(width) + "x" + std::to_string(height);
-}
-
-bool ParseSize(std::string_view text, int min, int max, int* width, int* height) {
-  const std::size_t cross = text.find('x');
-  return cross != std::string_view::npos && ParseNumber(text.substr(0, cross), min, max, width) &&
-         ParseNumber(text.substr(cross + 1), min, max, height);
 }
 
 std::string HumanBytes(std::uint64_t bytes) {

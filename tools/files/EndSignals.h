@@ -1,5 +1,5 @@
-#ifndef ZLIBVIDEO_TOOLS_CLI_ENDSIGNALS_H
-#define ZLIBVIDEO_TOOLS_CLI_ENDSIGNALS_H
+#ifndef ZLIBVIDEO_TOOLS_FILES_ENDSIGNALS_H
+#define ZLIBVIDEO_TOOLS_FILES_ENDSIGNALS_H
 
 namespace zlibvideo {
 
@@ -26,4 +26,4 @@ class EndSignals {
 
 }  // namespace zlibvideo
 
-#endif  // ZLIBVIDEO_TOOLS_CLI_ENDSIGNALS_H
+#endif  // ZLIBVIDEO_TOOLS_FILES_ENDSIGNALS_H

@@ -1,4 +1,4 @@
-#include "tools/cli/EndSignals.h"
+#include "tools/files/EndSignals.h"
 
 #include <fcntl.h>
 #include <signal.h>
@@ -11,8 +11,8 @@
 #include <cstddef>
 #include <iterator>
 
-#include "tools/cli/BlockedSignals.h"
-#include "tools/cli/ToolError.h"
+#include "tools/files/BlockedSignals.h"
+#include "tools/files/ToolError.h"
 
 namespace zlibvideo {
 namespace {

@@ -1,5 +1,5 @@
-#ifndef ZLIBVIDEO_TOOLS_CLI_BYTEINPUT_H
-#define ZLIBVIDEO_TOOLS_CLI_BYTEINPUT_H
+#ifndef ZLIBVIDEO_TOOLS_FILES_BYTEINPUT_H
+#define ZLIBVIDEO_TOOLS_FILES_BYTEINPUT_H
 
 #include <cstddef>
 #include <memory>
@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
-#include "tools/cli/EndSignals.h"
-#include "tools/cli/InputFile.h"
+#include "tools/files/EndSignals.h"
+#include "tools/files/InputFile.h"
 
 namespace zlibvideo {
 
@@ -72,4 +72,4 @@ class ByteInput {
 
 }  // namespace zlibvideo
 
-#endif  // ZLIBVIDEO_TOOLS_CLI_BYTEINPUT_H
+#endif  // ZLIBVIDEO_TOOLS_FILES_BYTEINPUT_H

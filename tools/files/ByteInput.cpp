@@ -1,4 +1,4 @@
-#include "tools/cli/ByteInput.h"
+#include "tools/files/ByteInput.h"
 
 #include <poll.h>
 #include <unistd.h>
@@ -8,7 +8,7 @@
 #include <cstring>
 #include <utility>
 
-#include "tools/cli/ToolError.h"
+#include "tools/files/ToolError.h"
 
 namespace zlibvideo {
 

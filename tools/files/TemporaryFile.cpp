@@ -1,4 +1,4 @@
-#include "tools/cli/TemporaryFile.h"
+#include "tools/files/TemporaryFile.h"
 
 #include <fcntl.h>
 #include <signal.h>
@@ -8,7 +8,7 @@
 #include <cassert>
 #include <cerrno>
 
-#include "tools/cli/BlockedSignals.h"
+#include "tools/files/BlockedSignals.h"
 
 namespace zlibvideo {
 namespace {

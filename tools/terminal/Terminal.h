@@ -1,17 +1,10 @@
-#ifndef ZLIBVIDEO_TOOLS_CLI_TERMINAL_H
-#define ZLIBVIDEO_TOOLS_CLI_TERMINAL_H
+#ifndef ZLIBVIDEO_TOOLS_TERMINAL_TERMINAL_H
+#define ZLIBVIDEO_TOOLS_TERMINAL_TERMINAL_H
 
 #include <cstddef>
 #include <string>
 
 namespace zlibvideo {
-
-/// Makes a terminal start its current line over.
-inline constexpr const char* kEraseTerminalLine = "\r\x1b[K";
-
-/// Prints "zlibvideo: TEXT" to stderr, made `Printable`. On a terminal it takes the place of a
-/// progress bar, which comes back with its next update.
-void PrintLine(const std::string& text);
 
 /// Characters in a line of the terminal that `descriptor` is: COLUMNS of the environment if set,
 /// else what the terminal says.
@@ -52,4 +45,4 @@ struct Terminal {
 
 }  // namespace zlibvideo
 
-#endif  // ZLIBVIDEO_TOOLS_CLI_TERMINAL_H
+#endif  // ZLIBVIDEO_TOOLS_TERMINAL_TERMINAL_H

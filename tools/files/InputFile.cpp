@@ -1,10 +1,10 @@
-#include "tools/cli/InputFile.h"
+#include "tools/files/InputFile.h"
 
 #include <sys/stat.h>
 
 #include <cerrno>
 
-#include "tools/cli/ToolError.h"
+#include "tools/files/ToolError.h"
 
 namespace zlibvideo {
 

@@ -7,10 +7,10 @@
 #include <regex>
 #include <string>
 
-#include "tools/cli/InputFile.h"
-#include "tools/cli/OutputFile.h"
-#include "tools/cli/ToolError.h"
 #include "tools/decode/formats/OutputFormat.h"
+#include "tools/files/InputFile.h"
+#include "tools/files/OutputFile.h"
+#include "tools/files/ToolError.h"
 
 namespace zlibvideo {
 namespace {

@@ -1,5 +1,5 @@
-#ifndef ZLIBVIDEO_TOOLS_CLI_OPTIONS_H
-#define ZLIBVIDEO_TOOLS_CLI_OPTIONS_H
+#ifndef ZLIBVIDEO_TOOLS_TERMINAL_OPTIONS_H
+#define ZLIBVIDEO_TOOLS_TERMINAL_OPTIONS_H
 
 #include <cstdint>
 #include <limits>
@@ -28,4 +28,4 @@ void AddJobsOption(CLI::App* command, const std::string& work, unsigned int* job
 
 }  // namespace zlibvideo
 
-#endif  // ZLIBVIDEO_TOOLS_CLI_OPTIONS_H
+#endif  // ZLIBVIDEO_TOOLS_TERMINAL_OPTIONS_H

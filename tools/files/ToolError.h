@@ -1,5 +1,5 @@
-#ifndef ZLIBVIDEO_TOOLS_CLI_TOOLERROR_H
-#define ZLIBVIDEO_TOOLS_CLI_TOOLERROR_H
+#ifndef ZLIBVIDEO_TOOLS_FILES_TOOLERROR_H
+#define ZLIBVIDEO_TOOLS_FILES_TOOLERROR_H
 
 #include <stdexcept>
 #include <string>
@@ -42,4 +42,4 @@ class ToolError : public std::runtime_error {
 
 }  // namespace zlibvideo
 
-#endif  // ZLIBVIDEO_TOOLS_CLI_TOOLERROR_H
+#endif  // ZLIBVIDEO_TOOLS_FILES_TOOLERROR_H

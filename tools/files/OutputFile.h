@@ -1,5 +1,5 @@
-#ifndef ZLIBVIDEO_TOOLS_CLI_OUTPUTFILE_H
-#define ZLIBVIDEO_TOOLS_CLI_OUTPUTFILE_H
+#ifndef ZLIBVIDEO_TOOLS_FILES_OUTPUTFILE_H
+#define ZLIBVIDEO_TOOLS_FILES_OUTPUTFILE_H
 
 #include <cstddef>
 #include <cstdint>
@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-#include "tools/cli/TemporaryFile.h"
+#include "tools/files/TemporaryFile.h"
 
 namespace zlibvideo {
 
@@ -75,4 +75,4 @@ std::string OutputName(const std::string& path);
 
 }  // namespace zlibvideo
 
-#endif  // ZLIBVIDEO_TOOLS_CLI_OUTPUTFILE_H
+#endif  // ZLIBVIDEO_TOOLS_FILES_OUTPUTFILE_H

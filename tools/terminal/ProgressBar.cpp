@@ -1,4 +1,4 @@
-#include "tools/cli/ProgressBar.h"
+#include "tools/terminal/ProgressBar.h"
 
 #include <unistd.h>
 
@@ -6,8 +6,9 @@
 #include <cstdio>
 #include <utility>
 
-#include "tools/cli/Terminal.h"
-#include "tools/cli/Wording.h"
+#include "tools/terminal/PrintLine.h"
+#include "tools/terminal/Terminal.h"
+#include "tools/terminal/Wording.h"
 
 namespace zlibvideo {
 namespace {

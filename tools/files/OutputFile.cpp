@@ -1,4 +1,4 @@
-#include "tools/cli/OutputFile.h"
+#include "tools/files/OutputFile.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -10,8 +10,8 @@
 #include <utility>
 #include <vector>
 
-#include "tools/cli/InputFile.h"
-#include "tools/cli/ToolError.h"
+#include "tools/files/InputFile.h"
+#include "tools/files/ToolError.h"
 
 namespace zlibvideo {
 namespace {

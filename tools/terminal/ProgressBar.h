@@ -1,5 +1,5 @@
-#ifndef ZLIBVIDEO_TOOLS_CLI_PROGRESSBAR_H
-#define ZLIBVIDEO_TOOLS_CLI_PROGRESSBAR_H
+#ifndef ZLIBVIDEO_TOOLS_TERMINAL_PROGRESSBAR_H
+#define ZLIBVIDEO_TOOLS_TERMINAL_PROGRESSBAR_H
 
 #include <chrono>
 #include <cstdint>
@@ -35,4 +35,4 @@ class ProgressBar {
 
 }  // namespace zlibvideo
 
-#endif  // ZLIBVIDEO_TOOLS_CLI_PROGRESSBAR_H
+#endif  // ZLIBVIDEO_TOOLS_TERMINAL_PROGRESSBAR_H

@@ -1,11 +1,10 @@
-#include "tools/cli/Options.h"
+#include "tools/terminal/Options.h"
+#include "tools/terminal/ParseNumber.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <string>
 #include <thread>
-
-#include "tools/cli/Wording.h"
 
 namespace zlibvideo {
 namespace {
