@@ -13,7 +13,7 @@
 #include "bench/IsolatedBenchmarks.h"
 #include "bench/PlainLoops.h"
 #include "grid/BlockedCodec.h"
-#include "grid/BufferSizes.h"
+#include "grid/Sizes.h"
 #include "host/standin/StandInBitmap.h"
 #include "output/RowWidener.h"
 

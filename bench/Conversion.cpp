@@ -10,7 +10,7 @@
 #include "bench/PlainLoops.h"
 #include "grid/BlockFormat.h"
 #include "grid/BlockedCodec.h"
-#include "grid/BufferSizes.h"
+#include "grid/Sizes.h"
 
 namespace zlibvideo::bench {
 namespace {

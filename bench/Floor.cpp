@@ -9,10 +9,10 @@
 #include <tuple>
 
 #include "bench/PlainLoops.h"
-#include "bitstream/Priming.h"
+#include "bitstream/InflateStream.h"
 #include "bitstream/RowBand.h"
 #include "grid/BlockFormat.h"
-#include "grid/BufferSizes.h"
+#include "grid/Sizes.h"
 #include "host/BitmapPixel.h"
 #include "tools/stream/SpanOf.h"
 

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "bench/StreamFile.h"
-#include "bitstream/BlockRecord.h"
 #include "bitstream/FrameHeader.h"
+#include "bitstream/MessageBody.h"
 #include "decoder/ZLibVideoDecompressor.h"
 #include "tools/stream/MessageOutline.h"
 

@@ -8,10 +8,10 @@
 #include <string>
 
 #include "bench/IsolatedBenchmarks.h"
-#include "bitstream/BlockRecord.h"
 #include "bitstream/FrameHeader.h"
+#include "bitstream/MessageBody.h"
 #include "decoder/ZLibVideoDecompressor.h"
-#include "grid/BufferSizes.h"
+#include "grid/Sizes.h"
 #include "host/standin/StandInVideoObject.h"
 #include "tools/stream/SpanOf.h"
 

@@ -2,7 +2,7 @@
 
 #include "grid/BitmapDataBlock.h"
 #include "grid/BlockedCodec.h"
-#include "grid/BufferSizes.h"
+#include "grid/Sizes.h"
 
 namespace zlibvideo {
 namespace {

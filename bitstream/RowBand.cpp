@@ -4,7 +4,7 @@
 #include <limits>
 
 #include "grid/BitmapDataBlock.h"
-#include "grid/BufferSizes.h"
+#include "grid/Sizes.h"
 
 namespace zlibvideo {
 

@@ -1,7 +1,7 @@
 #ifndef ZLIBVIDEO_BITSTREAM_ROWBAND_H
 #define ZLIBVIDEO_BITSTREAM_ROWBAND_H
 
-#include "bitstream/BlockHeader.h"
+#include "bitstream/MessageBody.h"
 
 struct BitmapDataBlock;
 

@@ -4,7 +4,6 @@
 
 #include <cstdint>
 
-#include "bitstream/BlockRecord.h"
 #include "bitstream/MessageBody.h"
 #include "grid/BlockFormat.h"
 #include "grid/BlockedCodec.h"

@@ -3,12 +3,11 @@
 #include <cstdint>
 #include <limits>
 
-#include "bitstream/BlockRecord.h"
 #include "bitstream/ByteCursor.h"
 #include "bitstream/FrameHeader.h"
 #include "bitstream/MessageBody.h"
 #include "grid/BlockedCodec.h"
-#include "grid/BufferSizes.h"
+#include "grid/Sizes.h"
 
 using zlibvideo::BlockRecord;
 using zlibvideo::ByteCursor;

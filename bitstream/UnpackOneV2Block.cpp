@@ -5,9 +5,8 @@
 #include <cstdint>
 #include <cstring>
 
-#include "bitstream/BlockHeader.h"
 #include "bitstream/InflateStream.h"
-#include "bitstream/Priming.h"
+#include "bitstream/MessageBody.h"
 #include "bitstream/RowBand.h"
 #include "grid/BlockFormat.h"
 #include "grid/BlockedCodec.h"
@@ -24,7 +23,7 @@ bool OpenForPayload(const BitmapDataBlock& block, InflateStream* stream, unsigne
   if (!zlibvideo::IsPrimed(block.fFormat)) return stream->Open(zlibvideo::StreamForm::kZlib);
   const ByteSpan dictionary = zlibvideo::PrimingDictionary(block, block.fFormat);
   return stream->Open(zlibvideo::StreamForm::kRawDeflate) &&
-         zlibvideo::Prime(stream, dictionary, destination, room);
+         stream->Prime(dictionary, destination, room);
 }
 
 /// The band that the block's header announces, or an empty one where it announces none.

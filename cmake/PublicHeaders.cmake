@@ -10,7 +10,7 @@ set(zlibvideo_public_headers
   decoder/ZLibVideoDecompressor.h
   grid/BitmapDataBlock.h
   grid/BlockedCodec.h
-  grid/BufferSizes.h
+  grid/Sizes.h
   host/EBitmapType.h
   host/Export.h
   host/GCHeap.h

@@ -7,7 +7,7 @@
 #include "colour/RunConverter.h"
 #include "grid/BlockFormat.h"
 #include "grid/BlockedCodec.h"
-#include "grid/BufferSizes.h"
+#include "grid/Sizes.h"
 
 namespace {
 

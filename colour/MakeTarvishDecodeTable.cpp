@@ -4,7 +4,7 @@
 
 #include "colour/ReducedCode.h"
 #include "grid/BlockedCodec.h"
-#include "grid/BufferSizes.h"
+#include "grid/Sizes.h"
 #include "host/HostMemory.h"
 
 using zlibvideo::kDecodeTableEntries;

@@ -5,7 +5,7 @@
 #include <iterator>
 
 #include "grid/BlockedCodec.h"
-#include "grid/BufferSizes.h"
+#include "grid/Sizes.h"
 #include "host/HostMemory.h"
 
 const std::uint32_t BlockedCodec::fDefaultTarvishPalette[zlibvideo::kPaletteColors] = {

@@ -5,7 +5,7 @@
 #include <cstring>
 
 #include "colour/ReducedCode.h"
-#include "grid/BufferSizes.h"
+#include "grid/Sizes.h"
 
 // Not on Windows, for the reason that output/RowWidener.cpp has.
 #if defined(__GNUC__) && defined(__x86_64__) && !defined(_WIN32)

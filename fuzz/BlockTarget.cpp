@@ -5,7 +5,7 @@
 #include "decoder/ZLibVideoDecompressor.h"
 #include "fuzz/Mutation.h"
 #include "grid/BlockFormat.h"
-#include "grid/BufferSizes.h"
+#include "grid/Sizes.h"
 
 namespace zlibvideo {
 namespace {

@@ -1,8 +1,8 @@
 #include "fuzz/Mutation.h"
 
-#include "bitstream/Priming.h"
+#include "bitstream/InflateStream.h"
 #include "grid/BlockFormat.h"
-#include "grid/BufferSizes.h"
+#include "grid/Sizes.h"
 
 namespace zlibvideo {
 namespace {
@@ -20,7 +20,7 @@ Bytes Inflate(const BitmapDataBlock& block, unsigned int format, ByteSpan payloa
   Bytes content(dictionary.size + kMaxContent);
   InflateStream stream;
   if (!stream.Open(primed ? StreamForm::kRawDeflate : StreamForm::kZlib)) return {};
-  if (primed && !Prime(&stream, dictionary, content.data(), SpanOf(content).size)) return {};
+  if (primed && !stream.Prime(dictionary, content.data(), SpanOf(content).size)) return {};
   static_cast<void>(
       stream.Inflate(payload, content.data() + dictionary.size, kMaxContent, Z_SYNC_FLUSH));
   return {content.begin() + dictionary.size, content.begin() + stream.TotalOutput()};

@@ -7,8 +7,8 @@
 #include <random>
 #include <vector>
 
-#include "bitstream/BlockHeader.h"
 #include "bitstream/FrameHeader.h"
+#include "bitstream/MessageBody.h"
 #include "grid/BitmapDataBlock.h"
 #include "tests/StreamBuilder.h"
 #include "tools/stream/SpanOf.h"

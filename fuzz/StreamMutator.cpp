@@ -1,12 +1,11 @@
 // Mutates message files: records stay in step with their header, and what precedes a message is
 // decoded, so that its payloads can be primed with the data that a decoder will have then.
 
-#include "bitstream/BlockRecord.h"
 #include "bitstream/FrameHeader.h"
 #include "bitstream/MessageBody.h"
 #include "fuzz/Mutation.h"
 #include "grid/BlockFormat.h"
-#include "grid/BufferSizes.h"
+#include "grid/Sizes.h"
 #include "tools/stream/InspectingDecoder.h"
 
 namespace zlibvideo {

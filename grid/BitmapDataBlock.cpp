@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <cstring>
 
-#include "grid/BufferSizes.h"
+#include "grid/Sizes.h"
 #include "host/HostMemory.h"
 
 namespace {

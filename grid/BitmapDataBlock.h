@@ -4,7 +4,7 @@
 #include <cstdint>
 
 #include "../host/Export.h"
-#include "BufferSizes.h"
+#include "Sizes.h"
 
 /// One cell of the block grid: its geometry, and the bytes that it keeps from message to message.
 /// Each buffer belongs to the record, comes from the host allocator and only grows; the size of a

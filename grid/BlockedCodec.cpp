@@ -4,7 +4,7 @@
 #include <exception>
 #include <new>
 
-#include "grid/BufferSizes.h"
+#include "grid/Sizes.h"
 #include "host/GCHeap.h"
 #include "host/HostMemory.h"
 

@@ -6,7 +6,7 @@
 
 #include "../host/Export.h"
 #include "BitmapDataBlock.h"
-#include "BufferSizes.h"
+#include "Sizes.h"
 
 class SBitmapCore;
 struct SRECT;

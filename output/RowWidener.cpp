@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include "grid/BufferSizes.h"
+#include "grid/Sizes.h"
 
 #if defined(__GNUC__) && defined(__x86_64__)
 #define ZLIBVIDEO_WIDEN_X86

@@ -5,7 +5,7 @@
 
 #include <csignal>
 
-#include "grid/BufferSizes.h"
+#include "grid/Sizes.h"
 #include "output/RowWidener.h"
 #include "tests/CountingHost.h"
 

@@ -4,7 +4,7 @@
 #include <thread>
 
 #include "bitstream/MemoryBound.h"
-#include "grid/BufferSizes.h"
+#include "grid/Sizes.h"
 #include "host/SystemMemory.h"
 #include "tests/CountingHost.h"
 #include "tests/ZlibProbe.h"

@@ -1,7 +1,7 @@
 #include "tools/info/MessageReport.h"
 
 #include "bitstream/MessageBody.h"
-#include "grid/BufferSizes.h"
+#include "grid/Sizes.h"
 #include "tools/stream/Diagnosis.h"
 #include "tools/stream/ZlibTrial.h"
 

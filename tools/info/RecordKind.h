@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <string>
 
-#include "bitstream/BlockRecord.h"
+#include "bitstream/MessageBody.h"
 
 namespace zlibvideo {
 

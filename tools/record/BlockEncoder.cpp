@@ -4,11 +4,11 @@
 #include <limits>
 #include <utility>
 
-#include "bitstream/BlockRecord.h"
 #include "bitstream/FrameHeader.h"
-#include "bitstream/Priming.h"
+#include "bitstream/InflateStream.h"
+#include "bitstream/MessageBody.h"
 #include "grid/BlockFormat.h"
-#include "grid/BufferSizes.h"
+#include "grid/Sizes.h"
 #include "tools/stream/SpanOf.h"
 
 namespace zlibvideo {

@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <vector>
 
-#include "bitstream/BlockHeader.h"
 #include "bitstream/ByteSpan.h"
+#include "bitstream/MessageBody.h"
 #include "grid/BitmapDataBlock.h"
 #include "tools/record/Deflater.h"
 #include "tools/record/RecordOptions.h"

@@ -5,10 +5,9 @@
 #include <cstring>
 #include <string>
 
-#include "bitstream/BlockRecord.h"
 #include "bitstream/MessageBody.h"
 #include "grid/BlockFormat.h"
-#include "grid/BufferSizes.h"
+#include "grid/Sizes.h"
 #include "tools/parallel/ForEach.h"
 #include "tools/record/RecordError.h"
 #include "tools/stream/SpanOf.h"

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "colour/ReducedCode.h"
-#include "grid/BufferSizes.h"
+#include "grid/Sizes.h"
 
 namespace zlibvideo {
 namespace {

@@ -10,10 +10,10 @@
 #include <vector>
 
 #include "bitstream/FrameHeader.h"
-#include "bitstream/Priming.h"
+#include "bitstream/InflateStream.h"
 #include "bitstream/RowBand.h"
 #include "grid/BlockFormat.h"
-#include "grid/BufferSizes.h"
+#include "grid/Sizes.h"
 #include "tools/stream/ZlibTrial.h"
 
 namespace zlibvideo {
@@ -63,7 +63,7 @@ std::string DescribeBandFault(RowBand::Fault fault, const BlockHeader& header,
 bool CanPrime(ByteSpan dictionary, unsigned int room) {
   std::vector<unsigned char> output(room);
   InflateStream stream;
-  return stream.Open(StreamForm::kRawDeflate) && Prime(&stream, dictionary, output.data(), room);
+  return stream.Open(StreamForm::kRawDeflate) && stream.Prime(dictionary, output.data(), room);
 }
 
 /// Why an intermediate payload is refused; nothing when it is not.

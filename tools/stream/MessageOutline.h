@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "bitstream/BlockRecord.h"
 #include "bitstream/FrameHeader.h"
+#include "bitstream/MessageBody.h"
 
 namespace zlibvideo {
 

@@ -1,5 +1,5 @@
-#ifndef ZLIBVIDEO_GRID_BUFFERSIZES_H
-#define ZLIBVIDEO_GRID_BUFFERSIZES_H
+#ifndef ZLIBVIDEO_GRID_SIZES_H
+#define ZLIBVIDEO_GRID_SIZES_H
 
 #include <algorithm>
 #include <cstdint>
@@ -9,7 +9,7 @@ namespace zlibvideo {
 /// Bytes of a block pixel: blue, green, red.
 inline constexpr int kBlockPixelBytes = 3;
 
-/// Colours of a palette, and the bytes of one that a stream sends: red, green and blue of each.
+/// Colours of a palette, and its bytes in a stream: red, green and blue of each colour.
 inline constexpr unsigned int kPaletteColors = 128;
 inline constexpr unsigned int kPaletteEntryBytes = 3;
 inline constexpr unsigned int kPaletteBytes = kPaletteColors * kPaletteEntryBytes;
@@ -17,8 +17,8 @@ inline constexpr unsigned int kPaletteBytes = kPaletteColors * kPaletteEntryByte
 /// Entries of the table of 15-bit colours.
 inline constexpr unsigned int kDecodeTableEntries = 1U << 15;
 
-/// Room for whatever a block of this nominal size may decompress to: 3.12 bytes a pixel and a
-/// little more, a multiple of 16. Edge blocks get the room of a full block.
+/// The most bytes that a payload of a block may decompress to: about 3.12 bytes a pixel of the
+/// nominal block size, a multiple of 16. A cut block gets the room of a full block.
 constexpr std::int32_t ExpandedBlockSize(std::int32_t blockWidth, std::int32_t blockHeight) {
   constexpr std::int64_t kSlack = 64;
   constexpr std::int64_t kMultipleOf16Mask = 0x7FFFFFF0;
@@ -26,13 +26,13 @@ constexpr std::int32_t ExpandedBlockSize(std::int32_t blockWidth, std::int32_t b
   return static_cast<std::int32_t>((pixels * 312 / 100 + kSlack) & kMultipleOf16Mask);
 }
 
-/// Bytes that a block's pixel buffer is given, and the room offered to its decompression.
+/// Bytes of a block's pixel buffer, all of which are offered to decompression.
 constexpr std::int32_t RawDataCapacity(std::int32_t blockWidth, std::int32_t blockHeight) {
   constexpr std::int32_t kMinCapacity = 256;
   return std::max(ExpandedBlockSize(blockWidth, blockHeight), kMinCapacity);
 }
 
-/// Bytes of the scratch buffer; at least enough for a palette.
+/// Bytes of the scratch buffer, at least enough for a palette.
 constexpr std::int32_t ScratchBufferSize(std::int32_t blockWidth, std::int32_t blockHeight) {
   constexpr std::int32_t kMinScratch = 1024;
   return std::max(ExpandedBlockSize(blockWidth, blockHeight), kMinScratch);
@@ -40,4 +40,4 @@ constexpr std::int32_t ScratchBufferSize(std::int32_t blockWidth, std::int32_t b
 
 }  // namespace zlibvideo
 
-#endif  // ZLIBVIDEO_GRID_BUFFERSIZES_H
+#endif  // ZLIBVIDEO_GRID_SIZES_H
