@@ -1,18 +1,21 @@
 // Fuzz target: the reader of message files gives back the very bytes of a file and knows its end.
 
-#include <cstdio>
-
-#include "fuzz/Mutation.h"
+#include "fuzz/OpenBytes.h"
+#include "tools/files/ToolError.h"
 #include "tools/stream/MessageFile.h"
 
 namespace zlibvideo {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  InputFile file(fmemopen(const_cast<std::uint8_t*>(data), size, "rb"));
-  MessageFileReader reader(std::move(file), "file");
+  MessageFileReader reader(OpenBytes(data, size), "file");
   Bytes seen;
   FileMessage message;
-  auto result = reader.Next(&message);
+  auto result = MessageFileReader::Result::kEnd;
+  try {
+    result = reader.Next(&message);
+  } catch (const ToolError&) {
+    return 0;  // a file of another kind
+  }
   for (; result == MessageFileReader::Result::kMessage; result = reader.Next(&message)) {
     seen.push_back(static_cast<unsigned char>(message.length >> 16));
     AppendU16(&seen, message.length);

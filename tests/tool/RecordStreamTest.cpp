@@ -1,5 +1,3 @@
-#include <unistd.h>
-
 #include <csignal>
 
 #include "tests/SameBytes.h"
@@ -100,7 +98,7 @@ TEST_F(RecordStreamTest, WholePicturesOfAStreamThatIsCutOffAreRead) {
   const std::string y4m = header + frame + frame, raw = y4m.substr(0, 16);
   const auto open = [this](const std::string& bytes) {
     std::ofstream(Path("cut"), std::ios::binary) << bytes;
-    return ByteInput(Path("cut"));
+    return std::make_unique<InputFile>(Path("cut"));
   };
   for (std::size_t size = 0; size <= y4m.size(); ++size) {
     const std::size_t behind = size < header.size() ? 1 : size - header.size();
@@ -117,10 +115,10 @@ TEST_F(RecordStreamTest, WholePicturesOfAStreamThatIsCutOffAreRead) {
 }
 
 TEST_F(RecordStreamTest, WhatCameBeforeAnErrorIsKept) {
-  const std::string kept = "; recorded is what came before: 1 picture\n";
+  const std::string kept = "; 1 picture was recorded before this\n";
   const std::pair<const char*, std::string> errors[] = {
       {"head -c 4801 in.bgra | zlibvideo record - --size 40x30",
-       "standard input: picture 2 is cut off: 1 of its 4800 bytes are there"},
+       "standard input: picture 2 is cut off: it has 1 of 4800 bytes"},
       {"{ zlibvideo decode first.zvm --format y4m --to 1 -o -; echo FRAMES; cat in.bgra; } | "
        "zlibvideo record -",
        "standard input: picture 2 does not begin with the line FRAME of y4m"},
@@ -141,7 +139,8 @@ TEST_F(RecordStreamTest, OtherInputIsRefusedAndTheOutputLeftAlone) {
   Run("echo old > old.zvm; head -c 500 in.bgra > short.raw; touch x.png");
   const std::set<std::string> files = Files();
   const std::string y4m = "printf 'YUV4MPEG2 W2 H2 %s\\nFRAME\\nabcdefghijkl' ";
-  const std::string record = " | zlibvideo record -", taken = " is not taken: it must be 4:4:4 of ";
+  const std::string record = " | zlibvideo record -",
+                    taken = " cannot be read: it must be 4:4:4 of ";
   const std::pair<std::string, std::string> mistakes[] = {
       {y4m + "C420jpeg" + record, "standard input: y4m with \"C420jpeg\"" + taken},
       {y4m + "Ip" + record, "standard input: y4m with 4:2:0" + taken},
@@ -149,15 +148,17 @@ TEST_F(RecordStreamTest, OtherInputIsRefusedAndTheOutputLeftAlone) {
       {y4m + "'C444 XCOLORRANGE=FULL'" + record, "standard input: y4m with \"XCOLORRANGE=FULL\""},
       {y4m + "'C444 W4096'" + record, "standard input: y4m with \"W4096\"" + taken},
       {"echo YUV4MPEG2 H5 C444" + record, "standard input: y4m with no size" + taken},
-      {y4m + "\"C444 X$(printf %02000d 1)\"" + record, "standard input: has no whole first line"},
+      {y4m + "\"C444 X$(printf %02000d 1)\"" + record,
+       "standard input: its first line, of y4m, is cut off or too long"},
       {":" + record, "standard input: has no pictures\n"},
       {"zlibvideo record /proc/self/mem --size 40x30", "/proc/self/mem: cannot be read: "},
       {":" + record + " --size 40x30", "standard input: has no pictures\n"},
       {"cat in.bgra" + record, "standard input: is neither PNG nor y4m; if it is raw pictures, "},
-      {"zlibvideo record short.raw --size 40x30", "short.raw: picture 1 is cut off: 500 of its "},
+      {"zlibvideo record short.raw --size 40x30",
+       "short.raw: picture 1 is cut off: it has 500 of "},
       {"zlibvideo record in.bgra --size 40x4096", "--size: \"40x4096\" is not a size of pictures"},
       {"zlibvideo record x.png --size 40x30",
-       "--size: is for one input of raw pictures, not for "}};
+       "--size: is for a single input of raw pictures, not for "}};
   for (const auto& [script, complaint] : mistakes) {
     const Outcome outcome = Run(script + " -o old.zvm");
     EXPECT_EQ(1, outcome.status) << script;
@@ -177,39 +178,49 @@ TEST_F(RecordStreamTest, MessagesComeWhileTheInputIsOpen) {
 TEST_F(RecordStreamTest, ASignalEndsTheStreamAndLeavesAWholeFile) {
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
     const Outcome ended =
-        RecordLive("x.zvm", "head -c 5000 in.bgra >&3; await test -s .*.part; kill -" +
+        RecordLive("x.zvm", "head -c 5000 in.bgra >&3; await test -s x.zvm.part; kill -" +
                                 std::to_string(signal) + " $pid");
     EXPECT_EQ(0, ended.status) << signal << ended.text;
-    EXPECT_TRUE(HasPictures(1)) << signal << ": what came of picture 2 is dropped";
+    EXPECT_TRUE(HasPictures(1)) << signal << ": picture 2 is not complete";
   }
+  const Outcome early = RecordLive("x.zvm", "kill -INT $pid");
+  EXPECT_EQ(128 + SIGINT, early.status) << "before the first picture";
   const Outcome stays = RecordLive(
-      "x.zvm", "head -c 4800 in.bgra >&3; await test -s .*.part; mkdir x.zvm; exec 3>&-");
+      "x.zvm", "head -c 4800 in.bgra >&3; await test -s x.zvm.part; mkdir x.zvm; exec 3>&-");
   EXPECT_EQ(1, stays.status) << "the name has been taken meanwhile";
-  EXPECT_NE(std::string::npos, stays.text.find("x.zvm: cannot be put in place and stays "));
-  Run("rmdir x.zvm; mv .*.part x.zvm");
+  EXPECT_NE(std::string::npos, stays.text.find("x.zvm.part: cannot be renamed to ")) << stays.text;
+  Run("rmdir x.zvm; mv x.zvm.part x.zvm");
   EXPECT_TRUE(HasPictures(1));
   EXPECT_EQ((std::set<std::string>{"all.bgra", "in.bgra"}), Files());
 }
 
-TEST_F(RecordStreamTest, ASignalBeforeThePicturesEndsTheProcess) {
-  int ends[2];
-  ASSERT_EQ(0, pipe(ends));
-  ByteInput input("/dev/fd/" + std::to_string(ends[0]));
-  input.EndAtSignals();
-  raise(SIGTERM);
-  raise(SIGTERM);  // by the same wish
-  RawPictures source(std::move(input), 40, 30);
-  Picture picture;
-  EXPECT_EXIT(source.Next(&picture), testing::KilledBySignal(SIGTERM), "");
-}
-
-TEST_F(RecordStreamTest, ALaterSignalEndsARecordingThatIsStuck) {
+TEST_F(RecordStreamTest, ASecondInterruptEndsARecordingThatIsStuck) {
 #ifdef __SANITIZE_THREAD__
   GTEST_SKIP() << "it keeps a signal back while a write waits";
 #endif
   const Outcome stuck =
       RecordLive("full", "cat in.bgra >&3; gone() { ! kill -INT $pid 2>&5; }; await gone");
   EXPECT_EQ(128 + SIGINT, stuck.status) << stuck.text;
+}
+
+TEST_F(RecordStreamTest, AStreamMayChangeItsSize) {
+  Run("for size in 40x30 20x60; do zlibvideo record in.bgra --size $size -o $size.zvm;"
+      "zlibvideo decode $size.zvm -o $size-%d.png; done");
+  EXPECT_EQ("", Run("cat 40x30-1.png 20x60-2.png 40x30-3.png | zlibvideo record - -o x.zvm").text);
+  for (const std::size_t n : {1, 2, 3}) {
+    const std::string number = std::to_string(n);
+    const Outcome picture =
+        Run("zlibvideo decode x.zvm --format bgra -o - --from " + number + " --to " + number);
+    EXPECT_TRUE(SameBytes(fPixels.substr((n - 1) * kPictureBytes, kPictureBytes), picture.text));
+  }
+}
+
+TEST_F(RecordStreamTest, NumbersOutOfOrderAreNoted) {
+  Run("zlibvideo record in.bgra --size 40x30 -o a.zvm; zlibvideo decode a.zvm -o %d.png;"
+      "mv 1.png 9.png; mv 2.png 10.png; mv 3.png 010.png");
+  EXPECT_EQ("", Run("zlibvideo record 010.png 9.png 10.png -o x.zvm").text);
+  EXPECT_EQ(0u, Run("zlibvideo record *.png -o x.zvm")
+                    .text.find("zlibvideo: note: 10.png is recorded before 9.png; "));
 }
 
 }  // namespace

@@ -9,89 +9,58 @@
 #include "tools/decode/formats/OutputFormat.h"
 #include "tools/files/InputFile.h"
 #include "tools/terminal/Options.h"
-#include "tools/terminal/Wording.h"
 
 namespace zlibvideo {
 namespace {
 
-constexpr const char* kExamples = R"(
+constexpr const char* kFooter = R"(
 Examples:
   zlibvideo decode movie.zvm -o pictures/%04d.png
-      Write pictures/0001.png and so on, one for each message that is decoded;
-      the number is that of the message, from 1. The folder is created.
+      Write pictures/0001.png and so on, a file for each message that is decoded,
+      with the number of the message, from 1. The folder is created.
   zlibvideo decode movie.zvm -o one.png --from 12 --to 12
-      Write the picture of message 12 alone; all messages up to it are decoded.
+      Write the picture of message 12; all messages before it are decoded too.
   zlibvideo decode movie.zvm -o movie.webp --fps 5
       Write a lossless animation that web browsers show.
-  zlibvideo decode - --format y4m -o - < movie.zvm | player -
-      Convert from standard input to standard output.
+  zlibvideo decode movie.zvm --from 20 --to 30 --format y4m -o - |
+    zlibvideo record - -o cut.zvm
+      Cut a stream. To join streams of one version: cat 1.zvm 2.zvm > both.zvm
   zlibvideo decode movie.zvm --format hash > movie.hashes
   zlibvideo decode movie.zvm --verify movie.hashes
-      List what every message decodes to; later, check that it still does.
-)";
+      List the checksums of all pictures; later, check that they are the same.
+  zlibvideo decode a.zvm --verify <(zlibvideo decode b.zvm --format hash)
+      Compare the pictures of two streams.
 
-constexpr const char* kFooterEnd = R"(
-A message that fails is reported on standard error, with its number and its
-place in the file, and decoding goes on with the next. With --verify, one
-that fails as listed is not a fault.
+Formats, by default chosen by the extension of the output:
+  png    a PNG file for each picture (with "-o -" one after another)
+  bgra   raw pixels of all pictures, rows from the top, 4 bytes a pixel: blue,
+         green, red, opacity (.bgra, .raw)
+  hash   a line for each message: INDEX STATUS WIDTHxHEIGHT CRC32. The index is
+         from 0, for message 1; the status is 1, or 0 for a failed message; the
+         CRC-32 is that of the picture's bytes in format bgra (.hash, .hashes)
+  null   nothing, for timing
+  webp   a lossless animated WebP file, assembled in memory
+  y4m    a YUV4MPEG2 file, 4:4:4, limited-range BT.709, with 10-bit samples, which
+         keep every colour exactly
+A bgra, webp or y4m file has pictures of one size. If the size changes, the file
+ends there, and a line says how to decode the rest.
+
+If a message fails, a line on standard error gives its number and its place in
+the file, and decoding goes on with the next message. With --verify, a message
+may fail if the list says so.
+
+FILE is written as FILE.part, and has its own name when it is complete. Ctrl-C
+(SIGINT, SIGTERM, SIGHUP) removes FILE.part; a second Ctrl-C leaves it.
 
 Exit status: 0 all decoded; 1 could not run, or there is no whole message, or
-the range begins after the last one; 2 some messages failed or the file is cut
-off; 3 a difference from the --verify file.)";
+the range begins after the last message; 2 some messages failed, the file is cut
+off, or the size changes; 3 a difference from the --verify file.)";
+
+constexpr const char* kFormatNames = "png|bgra|hash|null|webp|y4m";
 
 using Files = OutputFormat::Files;
 
-/// The names of those formats that `wanted` picks, each after `prefix`, with `separator` between.
-template <typename Wanted>
-std::string Names(const std::string& separator, Wanted wanted, const std::string& prefix = "") {
-  std::string names;
-  for (const OutputFormat& format : OutputFormats()) {
-    if (!wanted(format)) continue;
-    names += (names.empty() ? "" : separator) + prefix + format.name;
-  }
-  return names;
-}
-
-std::string AllNames() {
-  return Names("|", [](const OutputFormat& /*format*/) { return true; });
-}
-
-std::string NamesWith(Files files) {
-  return Names(" or ", [files](const OutputFormat& format) { return format.files == files; });
-}
-
-std::string NamesWithFrameRate() {
-  return Names(" and ", [](const OutputFormat& format) { return format.hasFrameRate; });
-}
-
-/// What help says of a format, below the others.
-std::string Explain(const OutputFormat& format) {
-  constexpr std::size_t kNameWidth = 7;
-  constexpr const char* kLineStart = "\n         ";
-  const std::string text = "\n  " + AlignLeft(format.name, kNameWidth) +
-                           CLI::detail::find_and_replace(format.help, "\n", kLineStart);
-  if (format.otherExtension == nullptr) return text;
-  return text + " (." + format.name + ", ." + format.otherExtension + ")";
-}
-
-std::string Footer() {
-  std::string text = kExamples;
-  text += "\nFormats, by default as the extension of the output says:";
-  for (const OutputFormat& format : OutputFormats()) text += Explain(format);
-  text += "\nA " + NamesWith(Files::kOnePerSize) +
-          " file has pictures of one size. Where the stream changes its size,\n"
-          "another file begins: movie-2.webp after movie.webp.\n";
-  return text + kFooterEnd;
-}
-
-std::string OutputHelp() {
-  return "Output file, \"-\" for stdout. For " + NamesWith(Files::kOnePerPicture) +
-         " a name with a\nnumber in it (%04d.png), an existing folder, or a\n"
-         "plain name for one picture; not used with " +
-         NamesWith(Files::kNone);
-}
-
-/// What is typed, before it is checked.
+/// The arguments before they are checked.
 struct Arguments {
   DecodeOptions options;
   std::string format;
@@ -110,6 +79,17 @@ bool IsFolder(const std::string& path) {
   return !path.empty() && (path.back() == '/' || std::filesystem::is_directory(path, ignored));
 }
 
+/// The reason why the name of `output` chooses no format.
+std::string ExplainNoFormat(const std::string& output) {
+  const std::string extension = std::filesystem::path(output).extension().string();
+  if (!extension.empty()) {
+    return "has an extension that is not written; choose .png, .webp, .y4m, .bgra or .hash";
+  }
+  const std::string advice = std::string("names no format; add --format ") + kFormatNames;
+  if (output == kStandardStreamName) return advice;
+  return advice + ", or for a folder of PNG files write " + output + "/";
+}
+
 void ChooseFormat(Arguments* arguments) {
   DecodeOptions& options = arguments->options;
   const std::string& output = options.output.path;
@@ -118,17 +98,14 @@ void ChooseFormat(Arguments* arguments) {
     return;
   }
   if (output.empty()) {
-    const auto withoutFile = [](const OutputFormat& format) { return !format.WritesPictures(); };
-    throw CLI::ValidationError("an output is required: -o FILE, " +
-                               Names(", ", withoutFile, "--format ") + " or --verify FILE");
+    throw CLI::ValidationError(
+        "an output is required: -o FILE, --format hash, --format null or --verify FILE");
   }
   options.format = IsFolder(output) ? FormatByName("png") : FormatByExtension(output);
-  if (options.format == nullptr) {
-    throw Unfit("-o", output, "has no extension that names a format; add --format " + AllNames());
-  }
+  if (options.format == nullptr) throw Unfit("-o", output, ExplainNoFormat(output));
 }
 
-/// In a name that no picture's number belongs to, a percent sign is like any other character,
+/// If a name has no place for a picture's number, a percent sign is like any other character,
 /// unless a number was meant.
 void CheckName(const std::string& output, const OutputFormat& format) {
   NamePattern pattern;
@@ -138,8 +115,7 @@ void CheckName(const std::string& output, const OutputFormat& format) {
     if (!valid) throw Unfit("-o", output, problem);
   } else if (valid && pattern.HasNumber()) {
     throw Unfit("-o", output,
-                "has a picture number, which only " + NamesWith(Files::kOnePerPicture) +
-                    " supports; give the name of one file");
+                "has a picture number, which only png supports; give the name of a file");
   }
 }
 
@@ -171,10 +147,10 @@ void CheckOutput(const OutputFormat& format, std::string* output) {
 void CheckMovieOptions(const Arguments& arguments) {
   const OutputFormat* const format = arguments.options.format;
   if (!arguments.frameRate.empty() && (format == nullptr || !format->hasFrameRate)) {
-    throw Unfit("--fps", arguments.frameRate, "applies only to " + NamesWithFrameRate());
+    throw Unfit("--fps", arguments.frameRate, "is only for webp and y4m");
   }
   if (arguments.options.output.y4m8Bit && format != FormatByName("y4m")) {
-    throw CLI::ValidationError("--y4m-8bit", "applies only to y4m");
+    throw CLI::ValidationError("--y4m-8bit", "is only for y4m");
   }
 }
 
@@ -193,29 +169,29 @@ void Check(Arguments* arguments) {
     ChooseFormat(arguments);
     CheckOutput(*options.format, &options.output.path);
   } else if (options.verify == kStandardStreamName && options.input == kStandardStreamName) {
-    throw Unfit("--verify", options.verify, "is already used for the message file");
+    throw Unfit("--verify", options.verify, "is standard input, which is the message file already");
   }
   CheckMovieOptions(*arguments);
 }
 
-CLI::Validator FormatValidator() {
-  return CLI::Validator(
-      [](std::string& value) {
-        return FormatByName(value) != nullptr ? std::string()
-                                              : "\"" + value + "\" is not one of " + AllNames();
-      },
-      "", "format");
+std::string CheckFormat(const std::string& name) {
+  if (FormatByName(name) != nullptr) return {};
+  return "\"" + name + "\" is not one of " + kFormatNames;
 }
 
 void AddOutputOptions(CLI::App* command, Arguments* arguments) {
   DecodeOptions& options = arguments->options;
-  CLI::Option* output = command->add_option("-o,--output", options.output.path, OutputHelp())
+  CLI::Option* output = command
+                            ->add_option("-o,--output", options.output.path,
+                                         "Output file, \"-\" for stdout. For png a name with a\n"
+                                         "number in it (%04d.png), an existing folder, or a\n"
+                                         "plain name for one picture; not used with null")
                             ->type_name("FILE")
                             ->check(FileNameValidator());
   CLI::Option* format = command->add_option("--format", arguments->format, "Format of the output")
-                            ->type_name(AllNames())
-                            ->check(FormatValidator());
-  command->add_option("--fps", arguments->frameRate, "Pictures a second in " + NamesWithFrameRate())
+                            ->type_name(kFormatNames)
+                            ->check(CheckFormat);
+  command->add_option("--fps", arguments->frameRate, "Pictures a second in webp and y4m")
       ->type_name("RATE")
       ->default_str("10");
   command->add_flag("--y4m-8bit", options.output.y4m8Bit,
@@ -226,7 +202,7 @@ void AddOutputOptions(CLI::App* command, Arguments* arguments) {
   CLI::Option* to = command->add_option("--to", options.to, "Last message to write, included")
                         ->type_name("M")
                         ->check(RangeValidator(1));
-  command->add_option("--verify", options.verify, "Compare with the lines of --format hash")
+  command->add_option("--verify", options.verify, "Compare with a list of --format hash")
       ->type_name("FILE")
       ->check(FileNameValidator())
       ->excludes(output, format, from, to);
@@ -236,7 +212,7 @@ void AddOutputOptions(CLI::App* command, Arguments* arguments) {
 
 void AddDecodeCommand(CLI::App& app, int* exitStatus) {
   CLI::App* command = app.add_subcommand("decode", "Decode a message file into pictures");
-  command->footer(Footer());
+  command->footer(kFooter);
   const auto arguments = std::make_shared<Arguments>();
   command->add_option("IN.zvm", arguments->options.input, "Message file, \"-\" for stdin")
       ->type_name("")
@@ -244,7 +220,7 @@ void AddDecodeCommand(CLI::App& app, int* exitStatus) {
       ->required();
   AddOutputOptions(command, arguments.get());
   AddJobsOption(command, "make PNG files", &arguments->options.output.jobs);
-  command->add_flag("-q,--quiet", arguments->options.quiet, "No progress bar");
+  command->add_flag("-q,--quiet", arguments->options.quiet, "No progress bar, no line at the end");
   command->callback([arguments, exitStatus] {
     Check(arguments.get());
     *exitStatus = RunDecode(arguments->options);

@@ -16,6 +16,74 @@ namespace {
 
 using Result = MessageFileReader::Result;
 
+/// Prints the failures of messages, but not thousands of lines for a file that is damaged from
+/// some place on: empty messages in a row, as zeros are, make a single line, and so do all failures
+/// in a row after the first 20.
+class FailureLines {
+ public:
+  explicit FailureLines(std::string name) : fName(std::move(name)) {}
+
+  void Add(const FileMessage& message, const std::string& explanation);
+  /// Prints the lines that wait for the end of a row.
+  void EndRow();
+  std::uint64_t Count() const { return fCount; }
+
+ private:
+  static constexpr std::uint64_t kMaxLinesInRow = 20;
+
+  void PrintEmpty();
+  /// Prints `line`, which is about `messages` messages.
+  void Print(const std::string& line, std::uint64_t messages = 1);
+
+  std::string fName;
+  std::uint64_t fCount = 0;
+  std::uint64_t fLinesInRow = 0;
+  std::uint64_t fNotPrinted = 0;
+  /// Empty messages that were not printed yet: their count, the first of them and its line.
+  std::uint64_t fEmptyCount = 0;
+  FileMessage fFirstEmpty;
+  std::string fEmptyLine;
+};
+
+void FailureLines::Add(const FileMessage& message, const std::string& explanation) {
+  ++fCount;
+  const std::string line = "message " + std::to_string(message.Number()) + " at byte " +
+                           std::to_string(message.offset) + " failed at its " + explanation;
+  if (message.length > 0) {
+    PrintEmpty();
+    Print(line);
+  } else if (fEmptyCount++ == 0) {
+    fFirstEmpty = message;
+    fEmptyLine = line;
+  }
+}
+
+void FailureLines::PrintEmpty() {
+  if (fEmptyCount == 1) Print(fEmptyLine);
+  if (fEmptyCount > 1) {
+    Print("messages " + std::to_string(fFirstEmpty.Number()) + " to " +
+              std::to_string(fFirstEmpty.index + fEmptyCount) + ", from byte " +
+              std::to_string(fFirstEmpty.offset - kMessageLengthBytes) +
+              " on, are empty: the file has only zeros there",
+          fEmptyCount);
+  }
+  fEmptyCount = 0;
+}
+
+void FailureLines::Print(const std::string& line, std::uint64_t messages) {
+  if (++fLinesInRow > kMaxLinesInRow) {
+    fNotPrinted += messages;
+  } else {
+    PrintLine(fName + ": " + line);
+  }
+}
+
+void FailureLines::EndRow() {
+  PrintEmpty();
+  if (fNotPrinted > 0) PrintLine(fName + ": " + Counted(fNotPrinted, "more message") + " failed");
+  fNotPrinted = fLinesInRow = 0;
+}
+
 std::unique_ptr<FrameSink> MakeSink(const DecodeOptions& options) {
   if (!options.verify.empty()) return MakeVerifySink(options.verify);
   return options.format->make(options.output);
@@ -25,20 +93,20 @@ std::unique_ptr<FrameSink> MakeSink(const DecodeOptions& options) {
 class DecodeRun {
  public:
   explicit DecodeRun(const DecodeOptions& options)
-      : fOptions(options), fReader(options.input), fSink(MakeSink(options)) {}
+      : fOptions(options),
+        fReader(options.input),
+        fSink(MakeSink(options)),
+        fFailures(fReader.Name()) {}
 
   int Run();
 
  private:
-  /// Completes the output although the stream was not read to its end. A comparison is dropped:
-  /// nothing can be said about the rest of its list.
-  void KeepOutput();
   void TakeOne(const FileMessage& message, bool decoded);
-  void TellFailure(const FileMessage& message) const;
   bool IsWanted(const FileMessage& message) const;
-  /// A bar would break up output that goes to the same terminal.
-  bool WantsProgressBar() const;
-  /// Throws when the whole stream was read and the range begins after it: no output is made.
+  bool IsComparison() const { return !fOptions.verify.empty(); }
+  /// Whether a progress bar and a line at the end belong on the terminal.
+  bool ShowsProgress() const;
+  /// Throws when the range begins after the whole stream: there is no output then.
   void RequireRange(Result end) const;
   ExitStatus Conclude(Result end) const;
 
@@ -46,20 +114,22 @@ class DecodeRun {
   MessageFileReader fReader;
   std::unique_ptr<FrameSink> fSink;
   StreamDecoder fDecoder;
-  std::uint64_t fFailures = 0;
+  FailureLines fFailures;
   std::uint64_t fPicturesWritten = 0;
 };
 
 int DecodeRun::Run() {
   const StreamEnd end = DecodeMessages(
-      &fReader, &fDecoder, fOptions.to, WantsProgressBar(),
+      &fReader, &fDecoder, fOptions.to, ShowsProgress(),
       [this](const FileMessage& message, bool decoded) { TakeOne(message, decoded); });
   if (fReader.MessageCount() == 0) throw ToolError(end.problem);
   fSink->CatchUp();
-  // Before the output is completed, which may end with an error of its own.
+  fFailures.EndRow();
+  // Completing the output may end with an error of its own.
   if (end.result != Result::kEnd) PrintLine(end.problem);
   if (end.result == Result::kReadError) {
-    KeepOutput();
+    // A comparison is dropped: nothing is known of the rest of its list.
+    if (!IsComparison()) fSink->Finish();
     return kExitCouldNotRun;
   }
   RequireRange(end.result);
@@ -67,37 +137,31 @@ int DecodeRun::Run() {
   return Conclude(end.result);
 }
 
-void DecodeRun::KeepOutput() {
-  if (fOptions.verify.empty()) fSink->Finish();
-}
-
 void DecodeRun::TakeOne(const FileMessage& message, bool decoded) {
   if (!decoded) {
-    ++fFailures;
-    fSink->CatchUp();  // what is wrong with earlier pictures is told first
-    // A comparison expects listed failures and reports all others itself.
-    if (fOptions.verify.empty()) TellFailure(message);
+    fSink->CatchUp();  // errors with earlier pictures come first
+    // A comparison expects the failures of its list, and reports the others itself.
+    if (!IsComparison()) {
+      fFailures.Add(message, ExplainFailure(Diagnose(fDecoder.Decoder(),
+                                                     ByteSpan{message.bytes, message.length})));
+    }
+    if (IsWanted(message)) fSink->NoteFailure(message.index, fDecoder.Frame());
+    return;
   }
+  fFailures.EndRow();
   if (!IsWanted(message)) return;
-  if (!decoded) return fSink->NoteFailure(message.index, fDecoder.Frame());
   fSink->WritePicture(message.index, fDecoder.Frame());
   ++fPicturesWritten;
   // Whoever watches a stream as it is sent has each picture before the next message.
   if (!fReader.HasInput()) fSink->CatchUp();
 }
 
-void DecodeRun::TellFailure(const FileMessage& message) const {
-  const Failure failure = Diagnose(fDecoder.Decoder(), ByteSpan{message.bytes, message.length});
-  PrintLine(fReader.Name() + ": message " + std::to_string(message.Number()) + " at byte " +
-            std::to_string(message.offset) + " failed at its " + ExplainFailure(failure));
-}
-
 bool DecodeRun::IsWanted(const FileMessage& message) const {
   return fOptions.from <= message.Number() && message.Number() <= fOptions.to;
 }
 
-bool DecodeRun::WantsProgressBar() const {
-  return !fOptions.quiet && !IsTerminal(fOptions.output.path);
+bool DecodeRun::ShowsProgress() const {
+  return !fOptions.quiet && HasRoomForProgress(fOptions.output.path);
 }
 
 void DecodeRun::RequireRange(Result end) const {
@@ -108,12 +172,16 @@ void DecodeRun::RequireRange(Result end) const {
 }
 
 ExitStatus DecodeRun::Conclude(Result end) const {
+  const std::string messages = Counted(fReader.MessageCount(), "message");
   if (end == Result::kEnd && fOptions.WritesPictures() && fPicturesWritten == 0) {
-    PrintLine(fReader.Name() + ": no picture was written (" +
-              Counted(fReader.MessageCount(), "message") + " read)");
+    PrintLine(fReader.Name() + ": no picture was written (" + messages + " read)");
+  } else if (ShowsProgress()) {
+    const std::string& output = fOptions.output.path;
+    PrintNote(IsComparison() ? messages + ", all as in " + InputName(fOptions.verify)
+                             : (output.empty() ? fReader.Name() : OutputName(output)) + ": " +
+                                   Counted(fPicturesWritten, "picture"));
   }
-  const bool failuresCount = fOptions.verify.empty() && fFailures > 0;
-  return failuresCount || end == Result::kCutOff ? kExitDamagedInput : kExitSuccess;
+  return fFailures.Count() > 0 || end == Result::kCutOff ? kExitDamagedInput : kExitSuccess;
 }
 
 }  // namespace

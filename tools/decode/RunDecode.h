@@ -9,15 +9,15 @@
 
 namespace zlibvideo {
 
-/// What `decode` is asked to do. File names may be "-".
+/// The arguments of `decode`. File names may be "-".
 struct DecodeOptions {
   std::string input;
-  /// Null with `verify`, which is then done instead.
+  /// Null with `verify`.
   const OutputFormat* format = nullptr;
   OutputOptions output;
-  /// A file of hash lines to compare with.
+  /// A file of hash lines to compare with; empty for no comparison.
   std::string verify;
-  /// Which pictures are written, numbers from 1, both included.
+  /// Numbers, from 1, of the first and the last message whose pictures are written.
   std::uint64_t from = 1;
   std::uint64_t to = kToTheEnd;
   bool quiet = false;
@@ -25,10 +25,9 @@ struct DecodeOptions {
   bool WritesPictures() const { return format != nullptr && format->WritesPictures(); }
 };
 
-/// Decodes the messages of a message file up to the last one wanted and writes what `options` ask
-/// for. A message that fails is reported on stderr and decoding goes on; what was decoded is kept
-/// whatever comes after. Returns an `ExitStatus`; throws `ToolError` when an input or output cannot
-/// be used.
+/// Decodes the messages of a message file up to number `to` and writes or compares their pictures.
+/// If a message fails, prints a line to stderr and goes on. Keeps the pictures before an error of
+/// the input. Returns an `ExitStatus`. Throws `ToolError` when an input or output cannot be used.
 int RunDecode(const DecodeOptions& options);
 
 }  // namespace zlibvideo

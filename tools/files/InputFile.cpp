@@ -1,36 +1,135 @@
 #include "tools/files/InputFile.h"
 
+#include <fcntl.h>
+#include <poll.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <utility>
 
+#include "tools/files/StopSignal.h"
 #include "tools/files/ToolError.h"
 
 namespace zlibvideo {
+namespace {
 
-void CloseInput::operator()(std::FILE* stream) const {
-  if (stream != stdin) std::fclose(stream);
+constexpr int kWaitMilliseconds = 500;
+
+int OpenForReading(const std::string& path) {
+  const int descriptor =
+      path == kStandardStreamName ? dup(STDIN_FILENO) : open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  if (descriptor < 0) ThrowSystemError(InputName(path), "cannot be opened", errno);
+  return descriptor;
 }
 
-InputFile OpenInput(const std::string& path) {
-  const std::string name = InputName(path);
-  InputFile file(path == kStandardStreamName ? stdin : std::fopen(path.c_str(), "rb"));
-  struct stat info = {};
-  if (file == nullptr || fstat(fileno(file.get()), &info) != 0) {
-    throw ToolError::FromSystem(name, "cannot be opened", errno);
-  }
-  if (S_ISDIR(info.st_mode)) throw ToolError(name + ": is a directory, not a file");
-  return file;
-}
+}  // namespace
 
 std::string InputName(const std::string& path) {
   return path == kStandardStreamName ? "standard input" : path;
 }
 
-std::optional<std::uint64_t> InputSize(std::FILE* stream) {
+InputFile::Descriptor::~Descriptor() {
+  close(number);
+}
+
+InputFile::InputFile(const std::string& path) : InputFile(OpenForReading(path), InputName(path)) {}
+
+InputFile::InputFile(int descriptor, std::string name)
+    : fDescriptor{descriptor}, fName(std::move(name)), fBuffer(kBufferBytes) {
   struct stat info = {};
-  if (fstat(fileno(stream), &info) != 0 || !S_ISREG(info.st_mode)) return std::nullopt;
+  if (fstat(descriptor, &info) == 0 && S_ISDIR(info.st_mode))
+    throw ToolError(fName + ": is a directory, not a file");
+}
+
+std::optional<std::uint64_t> InputFile::Size() const {
+  struct stat info = {};
+  if (fstat(fDescriptor.number, &info) != 0 || !S_ISREG(info.st_mode)) return std::nullopt;
   return static_cast<std::uint64_t>(info.st_size);
+}
+
+void InputFile::CheckError() const {
+  if (fStopped && !fSignalIsEnd) throw StoppedBySignal();
+  if (fError != 0) ThrowSystemError(fName, "cannot be read", fError);
+}
+
+bool InputFile::IsReady() const {
+  pollfd input = {fDescriptor.number, POLLIN, 0};
+  return fBegin < fEnd || fEnded || poll(&input, 1, 0) != 0;
+}
+
+bool InputFile::StartsWith(std::string_view text) {
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (Peek(i + 1) <= i) return false;
+    if (fBuffer[fBegin + i] != static_cast<unsigned char>(text[i])) return false;
+  }
+  return true;
+}
+
+std::size_t InputFile::Read(unsigned char* target, std::size_t size) {
+  std::size_t done = 0;
+  while (done < size) {
+    const std::size_t part = std::min(size - done, Peek(1));
+    if (part == 0) break;
+    std::copy_n(fBuffer.data() + fBegin, part, target + done);
+    fBegin += part;
+    done += part;
+  }
+  return done;
+}
+
+std::size_t InputFile::Read(std::size_t size, std::vector<unsigned char>* bytes) {
+  std::size_t done = 0;
+  while (done < size) {
+    const std::size_t step = std::min(size - done, std::max(done, kBufferBytes));
+    if (bytes->size() < done + step) bytes->resize(done + step);
+    const std::size_t got = Read(bytes->data() + done, step);
+    done += got;
+    if (got < step) break;
+  }
+  bytes->resize(done);
+  return done;
+}
+
+bool InputFile::ReadLine(std::size_t limit, std::string* line) {
+  line->clear();
+  while (line->size() < limit && HasMore()) {
+    const auto c = static_cast<char>(fBuffer[fBegin++]);
+    if (c == '\n') return true;
+    *line += c;
+  }
+  return false;
+}
+
+std::size_t InputFile::Peek(std::size_t size) {
+  while (fEnd - fBegin < size) {
+    std::copy(fBuffer.data() + fBegin, fBuffer.data() + fEnd, fBuffer.data());
+    fEnd -= fBegin;
+    fBegin = 0;
+    const std::size_t got = ReadSome(fBuffer.data() + fEnd, fBuffer.size() - fEnd);
+    if (got == 0) break;
+    fEnd += got;
+  }
+  return fEnd - fBegin;
+}
+
+std::size_t InputFile::ReadSome(unsigned char* target, std::size_t size) {
+  pollfd input = {fDescriptor.number, POLLIN, 0};
+  while (!fEnded) {
+    if (StopSignal() != 0) {
+      fStopped = fEnded = true;
+      break;
+    }
+    // The signal may come just before the wait, or to another thread: the wait has an end.
+    if (poll(&input, 1, kWaitMilliseconds) <= 0) continue;
+    const ssize_t got = read(fDescriptor.number, target, size);
+    if (got > 0) return static_cast<std::size_t>(got);
+    if (got < 0 && (errno == EINTR || errno == EAGAIN)) continue;
+    fError = got < 0 ? errno : 0;
+    fEnded = true;
+  }
+  return 0;
 }
 
 }  // namespace zlibvideo

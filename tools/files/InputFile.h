@@ -1,32 +1,88 @@
 #ifndef ZLIBVIDEO_TOOLS_FILES_INPUTFILE_H
 #define ZLIBVIDEO_TOOLS_FILES_INPUTFILE_H
 
+#include <cstddef>
 #include <cstdint>
-#include <cstdio>
-#include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace zlibvideo {
 
 /// The file name that stands for standard input or standard output.
 inline constexpr const char* kStandardStreamName = "-";
 
-/// Closes a stream, but leaves standard input open.
-struct CloseInput {
-  void operator()(std::FILE* stream) const;
-};
-using InputFile = std::unique_ptr<std::FILE, CloseInput>;
-
-/// Opens `path` for reading, or standard input for "-". Throws `ToolError` when it cannot be opened
-/// or is a directory.
-InputFile OpenInput(const std::string& path);
-
 /// `path` as messages show it: "standard input" for "-".
 std::string InputName(const std::string& path);
 
-/// Size in bytes when the stream is a regular file.
-std::optional<std::uint64_t> InputSize(std::FILE* stream);
+/// Reads a file or pipe through a buffer, and waits for no more bytes than a call needs. The input
+/// ends at its end, at an error of the system or at a stop signal. Used by one thread.
+class InputFile {
+ public:
+  /// Opens `path`, or standard input for "-". Throws `ToolError` when it cannot be opened or is a
+  /// directory.
+  explicit InputFile(const std::string& path);
+  /// Owns `descriptor`, from which nothing was read; `name` is for messages.
+  InputFile(int descriptor, std::string name);
+  InputFile(const InputFile&) = delete;
+  InputFile& operator=(const InputFile&) = delete;
+
+  /// As messages show it.
+  const std::string& Name() const { return fName; }
+  /// Bytes of a regular file; nothing for a pipe or a device.
+  std::optional<std::uint64_t> Size() const;
+
+  /// From now on a stop signal is an ordinary end of the input, not an error.
+  void EndAtStopSignal() { fSignalIsEnd = true; }
+  bool EndsAtStopSignal() const { return fSignalIsEnd; }
+  bool EndedBySignal() const { return fStopped; }
+  /// Throws `ToolError` when the system could not read, and `StoppedBySignal` when a signal ended
+  /// the input and is an error.
+  void CheckError() const;
+
+  /// Whether another byte follows. Waits for it.
+  bool HasMore() { return Peek(1) > 0; }
+  /// Whether the next read returns without waiting: bytes are there, or the end.
+  bool IsReady() const;
+  /// Whether the next bytes are `text`, of at most 64 KiB. Reads past none of them, and waits for
+  /// no byte after the first that differs.
+  bool StartsWith(std::string_view text);
+  /// Reads `size` bytes, or fewer when the input ends. Returns their number.
+  std::size_t Read(unsigned char* target, std::size_t size);
+  /// The same in place of the contents of `bytes`. Memory grows with the bytes that come, not with
+  /// `size`: to twice as much at most.
+  std::size_t Read(std::size_t size, std::vector<unsigned char>* bytes);
+  /// Reads a line through its end, which is not part of `line`. Returns false when the input ends,
+  /// or `limit` bytes are read, before the end of the line: `line` holds these bytes.
+  bool ReadLine(std::size_t limit, std::string* line);
+
+ private:
+  static constexpr std::size_t kBufferBytes = 0x10000;
+
+  struct Descriptor {
+    ~Descriptor();
+    int number;
+  };
+
+  /// Waits until the buffer holds `size` bytes, up to `kBufferBytes`. Returns the number of bytes
+  /// in it: fewer than `size` when the input ends.
+  std::size_t Peek(std::size_t size);
+  /// Waits for bytes and reads those that are there, up to `size`. Returns 0 when the input ends.
+  std::size_t ReadSome(unsigned char* target, std::size_t size);
+
+  Descriptor fDescriptor;
+  std::string fName;
+  bool fSignalIsEnd = false;
+  bool fStopped = false;
+  bool fEnded = false;
+  /// The system's error number; 0 for none.
+  int fError = 0;
+  std::vector<unsigned char> fBuffer;
+  /// The part of the buffer that was not read yet.
+  std::size_t fBegin = 0;
+  std::size_t fEnd = 0;
+};
 
 }  // namespace zlibvideo
 

@@ -4,16 +4,12 @@
 #include <future>
 #include <type_traits>
 
-#include "tools/files/BlockedSignals.h"
-
 namespace zlibvideo {
 
 /// Begins `work` on a thread of its own; if the system has none left, it is done when the result is
 /// asked for. The result gives what `work` returns or throws; destroying it waits for the end.
-/// Signals that end the program come to the thread that `main` runs in, never to this one.
 template <typename Work>
 std::future<std::invoke_result_t<Work>> InBackground(const Work& work) {
-  const BlockedSignals inherited;
   // A copy: without a thread, libstdc++ would defer what it has moved from already.
   return std::async(std::launch::async | std::launch::deferred, work);
 }

@@ -17,17 +17,19 @@ class PictureSource {
   PictureSource(const PictureSource&) = delete;
   PictureSource& operator=(const PictureSource&) = delete;
 
-  /// Puts the next picture, of 1 to 4095 pixels a side, in place of `picture`. False when there are
-  /// no more, which is never the first result. Throws `ToolError`, which names the picture, when it
-  /// cannot be read: there are no more after that.
+  /// Replaces `picture` by the next picture, of 1 to 4095 pixels a side. Returns false after the
+  /// last picture; there is at least one. Throws `ToolError`, which names the picture, when it
+  /// cannot be read. REQUIRES: no call has returned false or thrown.
   virtual bool Next(Picture* picture) = 0;
   /// The last picture that was read, as messages name it.
   virtual std::string Name() const = 0;
-  /// How many pictures there are in all, where that is known.
+  /// The number of all pictures, if it is known.
   virtual std::optional<std::uint64_t> Count() const { return std::nullopt; }
-  /// Whether the pictures may not be there again for another try: what came before an error is
-  /// worth keeping.
+  /// Whether the pictures come in one stream. It may not come again, so the pictures before an
+  /// error are worth keeping.
   virtual bool IsStream() const = 0;
+  /// Whether a stop signal is an ordinary end of the pictures.
+  virtual bool EndsAtStopSignal() const { return false; }
 };
 
 }  // namespace zlibvideo

@@ -31,14 +31,14 @@ void KeepProblem(png_structp png, png_const_charp text) {
 void IgnoreWarning(png_structp /*png*/, png_const_charp /*text*/) {}
 
 void ReadInput(png_structp png, png_bytep target, png_size_t size) {
-  auto* input = static_cast<ByteInput*>(png_get_io_ptr(png));
+  auto* input = static_cast<InputFile*>(png_get_io_ptr(png));
   if (input->Read(target, size) < size) png_error(png, "it ends early");
 }
 
 /// Owns libpng's reader.
 class PngReader {
  public:
-  explicit PngReader(ByteInput* input)
+  explicit PngReader(InputFile* input)
       : fPng(png_create_read_struct(PNG_LIBPNG_VER_STRING, &fProblem, KeepProblem, IgnoreWarning)),
         fInfo(fPng == nullptr ? nullptr : png_create_info_struct(fPng)) {
     if (fInfo == nullptr) {
@@ -84,7 +84,7 @@ class PngReader {
   png_infop fInfo;
 };
 
-[[noreturn]] void FailRead(const ByteInput& input, const std::string& name, const char* problem) {
+[[noreturn]] void FailRead(const InputFile& input, const std::string& name, const char* problem) {
   input.CheckError();
   throw ToolError(name + ": cannot be read as PNG: " + problem);
 }
@@ -99,11 +99,11 @@ bool IsOpaque(const FrameView& frame) {
 }  // namespace
 
 Picture ReadPng(const std::string& path) {
-  ByteInput input(path);
+  InputFile input(path);
   return ReadPng(&input, input.Name());
 }
 
-Picture ReadPng(ByteInput* input, const std::string& name) {
+Picture ReadPng(InputFile* input, const std::string& name) {
   PngReader reader(input);
   if (!reader.ReadInfo()) FailRead(*input, name, reader.Problem());
   constexpr png_uint_32 kMaxSize = FrameHeader::kMaxImageSize;

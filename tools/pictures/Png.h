@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "tools/files/ByteInput.h"
+#include "tools/files/InputFile.h"
 #include "tools/pictures/Picture.h"
 
 namespace zlibvideo {
@@ -18,7 +18,7 @@ inline constexpr std::string_view kPngSignature = "\x89PNG\r\n\x1A\n";
 /// whatever colour space the file names. Throws `ToolError` when it cannot be read, is larger than
 /// a stream's pictures can be (4095 pixels a side), or has pixels that are not opaque, which a
 /// stream cannot show.
-Picture ReadPng(ByteInput* input, const std::string& name);
+Picture ReadPng(InputFile* input, const std::string& name);
 /// The same from the file `path`.
 Picture ReadPng(const std::string& path);
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/files/ByteInput.h"
+#include "tools/files/InputFile.h"
 #include "tools/parallel/OrderedWork.h"
 #include "tools/pictures/PictureSource.h"
 
@@ -33,7 +33,7 @@ class PngFiles : public PictureSource {
   std::vector<std::string> fPaths;
   std::size_t fBegun = 0;
   std::size_t fRead = 0;
-  std::optional<ByteInput> fStandardInput;
+  std::optional<InputFile> fStandardInput;
   /// Of files up to `fBegun`. Declared last: what is being read is named in `fPaths`.
   OrderedWork<Picture> fAhead;
 };

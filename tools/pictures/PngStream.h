@@ -1,6 +1,7 @@
 #ifndef ZLIBVIDEO_TOOLS_PICTURES_PNGSTREAM_H
 #define ZLIBVIDEO_TOOLS_PICTURES_PNGSTREAM_H
 
+#include <memory>
 #include <utility>
 
 #include "tools/pictures/PictureStream.h"
@@ -11,7 +12,7 @@ namespace zlibvideo {
 /// PNG files that follow one another, as a pipe carries them.
 class PngStream : public PictureStream {
  public:
-  explicit PngStream(ByteInput input) : PictureStream(std::move(input)) {}
+  explicit PngStream(std::unique_ptr<InputFile> input) : PictureStream(std::move(input)) {}
 
  private:
   bool ReadPicture(Picture* picture) override {

@@ -4,7 +4,7 @@
 
 namespace zlibvideo {
 
-RawPictures::RawPictures(ByteInput input, int width, int height)
+RawPictures::RawPictures(std::unique_ptr<InputFile> input, int width, int height)
     : PictureStream(std::move(input)), fWidth(width), fHeight(height) {}
 
 bool RawPictures::ReadPicture(Picture* picture) {

@@ -1,16 +1,18 @@
 #ifndef ZLIBVIDEO_TOOLS_PICTURES_RAWPICTURES_H
 #define ZLIBVIDEO_TOOLS_PICTURES_RAWPICTURES_H
 
+#include <memory>
+
 #include "tools/pictures/PictureStream.h"
 
 namespace zlibvideo {
 
-/// Pixels of pictures of one size, as `FrameView` has them, with nothing between. Opacity is not
-/// looked at: those who have none to tell write what they like there.
+/// Pixels of pictures of one size, as `FrameView` has them, with nothing between. Opacity is
+/// ignored: many programs leave any value there.
 class RawPictures : public PictureStream {
  public:
   /// Pixels, 1 to `FrameHeader::kMaxImageSize`.
-  RawPictures(ByteInput input, int width, int height);
+  RawPictures(std::unique_ptr<InputFile> input, int width, int height);
 
  private:
   bool ReadPicture(Picture* picture) override;

@@ -7,7 +7,7 @@
 namespace zlibvideo {
 namespace {
 
-/// The next word of `text`, which is taken off it. Empty at its end.
+/// Removes the next word from `text` and returns it; empty at the end.
 std::string_view TakeWord(std::string_view* text) {
   const std::size_t begin = text->find_first_not_of(' ');
   if (begin == std::string_view::npos) return {};
@@ -34,7 +34,7 @@ bool Y4mHeader::Read(std::string_view line, Y4mHeader* header, std::string* prob
     *problem = Quoted(parameter);
     if (!header->ReadParameter(parameter)) return false;
   }
-  // Without the parameter C, chroma has a quarter of the samples.
+  // Without the parameter C, a file is 4:2:0.
   *problem = header->bits == 0 ? "4:2:0" : "no size";
   return header->bits != 0 && header->width != 0 && header->height != 0;
 }
@@ -55,7 +55,7 @@ bool Y4mHeader::ReadParameter(std::string_view parameter) {
     case 'X':
       return !parameter.starts_with(kRange) || parameter.substr(kRange.size()) == kLimited;
     default:
-      // Frame rate, shape of pixels: nothing that a picture depends on.
+      // Frame rate, shape of pixels: a picture does not depend on them.
       return true;
   }
 }

@@ -13,7 +13,7 @@ namespace {
 template <int kBits>
 std::int32_t LoadSample(const unsigned char* plane, std::size_t index) {
   if constexpr (kBits == 8) return plane[index];
-  // Bits beyond those of a sample can only be a mistake; they are not taken for brightness.
+  // Higher bits can only be a mistake, not brightness.
   constexpr std::int32_t kMask = (1 << kBits) - 1;
   return (plane[index * 2] | plane[index * 2 + 1] << 8) & kMask;
 }
@@ -45,7 +45,7 @@ bool Y4mPictures::ReadPicture(Picture* picture) {
   const bool isMark =
       Input()->ReadLine(kMaxLine, &line) &&
       line.substr(0, line.find(' ')) == Y4mHeader::kFrameMark;  // with parameters or not
-  // Where the input ends, it is the picture that is missing.
+  // If the input ends here, `ReadBytes` reports the missing picture.
   if (!isMark && Input()->HasMore()) {
     throw ToolError(Name() + " does not begin with the line FRAME of y4m");
   }
@@ -65,14 +65,13 @@ void Y4mPictures::ReadHeader() {
   std::string line;
   if (!Input()->ReadLine(kMaxLine, &line)) {
     Input()->CheckError();
-    throw ToolError(Input()->Name() + ": has no whole first line of y4m");
+    throw ToolError(Input()->Name() + ": its first line, of y4m, is cut off or too long");
   }
   std::string problem;
   if (Y4mHeader::Read(line, &fHeader, &problem)) return;
-  throw ToolError(
-      Input()->Name() + ": y4m with " + problem +
-      " is not taken: it must be 4:4:4 of 10 or 8 bits (C444p10, C444), progressive, of "
-      "limited range and of up to 4095 pixels a side");
+  throw ToolError(Input()->Name() + ": y4m with " + problem +
+                  " cannot be read: it must be 4:4:4 of 10 or 8 bits (C444p10, C444), progressive, "
+                  "of limited range and of up to 4095 pixels a side");
 }
 
 }  // namespace zlibvideo

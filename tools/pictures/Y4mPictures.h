@@ -2,6 +2,7 @@
 #define ZLIBVIDEO_TOOLS_PICTURES_Y4MPICTURES_H
 
 #include <cstddef>
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -10,20 +11,20 @@
 
 namespace zlibvideo {
 
-/// The pictures of a YUV4MPEG2 file, in the kinds that `Y4mHeader` knows and colours as `Bt709` has
-/// them. With 10-bit samples they are those that `decode` wrote.
+/// The pictures of a YUV4MPEG2 file, of the kinds that `Y4mHeader` reads, with the colours of
+/// `Bt709`. 10-bit samples restore exactly the pictures that `decode` wrote.
 class Y4mPictures : public PictureStream {
  public:
-  explicit Y4mPictures(ByteInput input) : PictureStream(std::move(input)) {}
+  explicit Y4mPictures(std::unique_ptr<InputFile> input) : PictureStream(std::move(input)) {}
 
  private:
-  /// Bytes of a line at most.
+  /// Bytes.
   static constexpr std::size_t kMaxLine = 1024;
 
   bool ReadPicture(Picture* picture) override;
   void ReadHeader();
 
-  /// Without a size until it is read.
+  /// Has no size before `ReadHeader`.
   Y4mHeader fHeader;
 };
 

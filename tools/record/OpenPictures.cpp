@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <utility>
 
-#include "tools/files/ByteInput.h"
+#include "tools/files/InputFile.h"
 #include "tools/files/ToolError.h"
 #include "tools/pictures/Png.h"
 #include "tools/pictures/PngFiles.h"
@@ -21,22 +21,21 @@ bool PictureInputs::AreNamedAsPng() const {
 std::unique_ptr<PictureSource> OpenPictures(const PictureInputs& inputs, unsigned int jobs) {
   if (inputs.AreList()) return std::make_unique<PngFiles>(inputs.paths, jobs);
 
-  ByteInput input(inputs.paths.front());
-  // Whoever stops the reading of a file can begin again; what a pipe brought is gone.
-  if (!input.IsRegularFile()) input.EndAtSignals();
+  auto input = std::make_unique<InputFile>(inputs.paths.front());
+  // A file can be read again; the pictures of a pipe are gone.
+  if (!input->Size()) input->EndAtStopSignal();
   if (inputs.AreRaw()) {
     return std::make_unique<RawPictures>(std::move(input), inputs.rawWidth, inputs.rawHeight);
   }
-  if (input.StartsWith(Y4mHeader::kSignature)) {
+  if (input->StartsWith(Y4mHeader::kSignature)) {
     return std::make_unique<Y4mPictures>(std::move(input));
   }
-  // A stream without a byte has no pictures of any kind.
-  if (input.StartsWith(kPngSignature) || !input.HasMore()) {
+  // `PngStream` also reports an input without a byte, and a signal before the first picture.
+  if (input->StartsWith(kPngSignature) || !input->HasMore() || input->EndedBySignal()) {
     return std::make_unique<PngStream>(std::move(input));
   }
-  if (input.EndedBy() != nullptr) input.EndedBy()->Obey();
-  input.CheckError();
-  throw ToolError(input.Name() +
+  input->CheckError();
+  throw ToolError(input->Name() +
                   ": is neither PNG nor y4m; if it is raw pictures, give --size WIDTHxHEIGHT");
 }
 

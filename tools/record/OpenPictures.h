@@ -9,7 +9,7 @@
 
 namespace zlibvideo {
 
-/// What the command line says of the pictures to be recorded.
+/// The pictures to be recorded, as the command line names them.
 struct PictureInputs {
   /// Names of files, or "-".
   std::vector<std::string> paths;
@@ -18,16 +18,16 @@ struct PictureInputs {
   int rawHeight = 0;
 
   bool AreRaw() const { return rawWidth != 0; }
-  /// Whether they are several, which can only be PNG files.
+  /// Whether there are several inputs: only PNG files can be several.
   bool AreList() const { return paths.size() > 1; }
-  /// Whether they are a list, or one with the extension of PNG.
+  /// Whether the inputs are a list, or a single input with the extension of PNG.
   bool AreNamedAsPng() const;
 };
 
-/// Uses up to `jobs` threads. Of one input that need not be PNG, the first bytes are waited for to
-/// see what it is. Unless it is a regular file, the first SIGINT, SIGTERM or SIGHUP ends it from
-/// then on. Throws `ToolError` when it cannot be read or is of no known kind. REQUIRES: at least
-/// one path; one that is not named as PNG if they are raw.
+/// Opens the pictures. Reads on up to `jobs` threads. The kind of a single input that is not raw is
+/// told by its first bytes, which this call waits for. A stop signal is an ordinary end of a single
+/// input that is not a regular file. Throws `ToolError` when an input cannot be read or is of no
+/// known kind. REQUIRES: at least one path; raw pictures have a single path, not named as PNG.
 std::unique_ptr<PictureSource> OpenPictures(const PictureInputs& inputs, unsigned int jobs);
 
 }  // namespace zlibvideo

@@ -1,4 +1,7 @@
+#include <string.h>
+
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <limits>
 #include <memory>
 #include <string>
@@ -15,6 +18,7 @@
 #include "tools/stream/MessageFile.h"
 #include "tools/terminal/Options.h"
 #include "tools/terminal/ParseNumber.h"
+#include "tools/terminal/PrintLine.h"
 #include "tools/terminal/Wording.h"
 
 namespace zlibvideo {
@@ -25,29 +29,31 @@ Examples:
   zlibvideo record frames/*.png -o out.zvm
   zlibvideo record frames/*.png -o out.zvm --codec 1 --block 32x32 --key-every 9
   zlibvideo record frames/*.png -o - --reduced | zlibvideo info -
-  grabber | zlibvideo record - --size 1280x720 -o out.zvm
-      Record raw pictures as they come; Ctrl-C ends the recording.
+  while sleep 0.1; do import -silent -window root png:-; done |
+    zlibvideo record - -o screen.zvm
+      Record the screen with ImageMagick; Ctrl-C ends the recording.
   zlibvideo decode in.zvm --format y4m -o - | zlibvideo record - -o out.zvm
       Record the pictures of another stream.
 
-A stream of pictures is one file or pipe by its name, or "-". Its first bytes
-tell PNG from y4m; raw pictures are known by --size alone:
+A stream of pictures is a single file or pipe, or "-" for standard input. Its
+first bytes tell PNG from y4m. Raw pictures require --size:
   raw   pixels of all pictures, rows from the top, 4 bytes a pixel: blue, green,
-        red, and one that is ignored
+        red, and a byte that is ignored
   y4m   YUV4MPEG2 as "decode" writes it: 4:4:4 of 10 bits (C444p10), progressive,
-        of limited range, taken for BT.709, from which every colour is restored
-        exactly; or of 8 bits (C444), where most colours come out a little off
-  png   PNG files one after another; all pixels have to be opaque, and samples
-        of 16 bits are brought to 8
-Each message is written as soon as its picture is there: at once with "-o -",
-else to a hidden file beside FILE, which gets its name when the stream ends. On
-Ctrl-C (SIGINT, SIGTERM, SIGHUP) a pipe ends there, without a picture of which a
-part has come; Ctrl-C again, later than half a second, drops the recording. When
-a stream is cut off or has an error, FILE has all pictures before that.
+        limited-range BT.709, which keeps every colour exactly; or of 8 bits
+        (C444), where most colours differ a little
+  png   PNG files that follow each other, with opaque pixels; samples of 16 bits
+        are reduced to 8. If the size changes, a key frame of the new size follows
 
-What choices cost and bring, measured on 91 pictures of a desktop of 1280x720:
-KB a picture, and the time to record and to decode it beside that of no options
-                    KB  record  decode
+Each message is written as soon as its picture has come: to standard output, or
+to FILE.part beside FILE, which gets its name at the end of the stream. Ctrl-C
+(SIGINT, SIGTERM, SIGHUP) is the end of a pipe; an incomplete picture is dropped.
+A second Ctrl-C stops at once and leaves FILE.part, which has all whole messages.
+If a stream is cut off or has an error, FILE has all pictures before that.
+
+Sizes and times, measured on 91 pictures of a desktop of 1280x720: kB a picture,
+and the time to record and to decode it as a multiple of the time without options
+                    kB  record  decode
   (no options)    40.1    1.0     1.0   lossless; a player can begin at the first
                                         picture alone
   --key-every 15  43.4    1.0     1.1   and here at every 15th
@@ -57,26 +63,26 @@ KB a picture, and the time to record and to decode it beside that of no options
   --block 64x64   45.6    1.1     1.1   smaller blocks
   --passes 2      64.8    2.1     1.6   a picture of reduced colours comes first
   --reduced       24.1    1.1     0.7   not lossless
-On two cores, no options took 15 milliseconds a picture.
+Without options, two cores took 15 milliseconds a picture.
 
 A block that does not change takes two bytes. In version 2 a block that changes
 is sent in the smallest of these forms:
-  direct   a complete zlib stream of its pixels; key frames have only these
+  direct   a complete zlib stream of its pixels; key frames have no other form
   primed   a deflate stream that refers to the pixels of its last direct form,
-           of all rows or a band of those that differ from these
+           of all rows or of the band of rows that differ
 and, with --reduced or --passes 2, in the colour-reduced kind of each. A direct
-form is taken even if it is larger by the percentage of --renew: later forms
-then refer to newer pixels, which makes most recordings smaller as a whole.
+form may be larger by the percentage of --renew: later forms then refer to newer
+pixels, which makes most recordings smaller as a whole.
 
---reduced shows the 128 most frequent colours of the last key frame as they are;
-all others lose the low three bits of red, green and blue.
---passes 2 sends each picture in reduced colours first and what is missing to
-its exact colours in a second pass of the same message: the result is lossless,
+--reduced keeps the 128 most frequent colours of the last key frame exactly; all
+other colours lose the low three bits of red, green and blue.
+--passes 2 sends each picture in reduced colours first, and the differences from
+its exact colours in a second pass of the same message. The result is lossless,
 with --reduced as well.
 
 Exit status: 0 recorded, also when Ctrl-C ended a pipe; 1 could not run, FILE is
-left as it was; 2 a stream of pictures was cut off or had an error, or FILE could
-not take more: it has what came before.)";
+as it was; 2 a stream of pictures was cut off or had an error, or writing failed:
+FILE has the pictures before that.)";
 
 struct RecordArguments {
   PictureInputs inputs;
@@ -89,7 +95,7 @@ struct RecordArguments {
   bool quiet = false;
 };
 
-/// Reads a block size "WIDTHxHEIGHT". False when it is not one that a frame header can hold.
+/// Reads a block size "WIDTHxHEIGHT". Returns false for a size that no frame header can hold.
 bool ParseBlockSize(const std::string& text, int* width, int* height) {
   constexpr int kStep = FrameHeader::kBlockSizeStep;
   return ParseSize(text, kStep, FrameHeader::kMaxBlockSize, width, height) && *width % kStep == 0 &&
@@ -120,10 +126,10 @@ std::string CheckVersion(const std::string& text) {
   return "\"" + text + "\" is not a version; use 1 (codec type 3) or 2 (codec type 6)";
 }
 
-/// Refuses what only version 2 has.
+/// Refuses the options of version 2.
 void CheckVersionOptions(const CLI::App& command) {
   for (const char* option : {"--reduced", "--passes", "--renew"}) {
-    if (command.count(option) > 0) throw CLI::ValidationError(option, "needs --codec 2");
+    if (command.count(option) > 0) throw CLI::ValidationError(option, "requires --codec 2");
   }
 }
 
@@ -131,12 +137,28 @@ void ReadPictureSize(RecordArguments* arguments) {
   if (arguments->size.empty()) return;
   PictureInputs& inputs = arguments->inputs;
   if (inputs.AreNamedAsPng()) {
-    throw CLI::ValidationError("--size", "is for one input of raw pictures, not for PNG files");
+    throw CLI::ValidationError("--size",
+                               "is for a single input of raw pictures, not for PNG files");
   }
   static_cast<void>(ParsePictureSize(arguments->size, &inputs.rawWidth, &inputs.rawHeight));
 }
 
+/// A shell sorts 1.png, 10.png, 2.png.
+void NoteOrder(const std::vector<std::string>& paths) {
+  const auto isAlphabetical = [](const std::string& a, const std::string& b) {
+    return a < b && strverscmp(a.c_str(), b.c_str()) > 0;
+  };
+  const auto place = std::adjacent_find(paths.begin(), paths.end(), isAlphabetical);
+  if (place == paths.end()) return;
+  PrintLine("note: " + place[0] + " is recorded before " + place[1] +
+            "; for the order of numbers, use names with leading zeros (decode -o %04d.png), or "
+            "$(ls -v FILES)");
+}
+
 int Record(const CLI::App& command, RecordArguments arguments) {
+  if (arguments.output.empty()) {
+    throw CLI::ValidationError("an output is required: -o FILE, or \"-o -\" for standard output");
+  }
   RecordOptions& options = arguments.options;
   if (arguments.version == 1) {
     options.codecType = kCodecTypeVersion1;
@@ -146,9 +168,11 @@ int Record(const CLI::App& command, RecordArguments arguments) {
   ReadPictureSize(&arguments);
   for (const std::string& path : arguments.inputs.paths) ProtectInput(path);
   RefuseTerminal(arguments.output);
+  NoteOrder(arguments.inputs.paths);
   MessageFileWriter writer(arguments.output);
   const std::unique_ptr<PictureSource> source = OpenPictures(arguments.inputs, options.jobs);
-  RecordPictures(source.get(), options, !arguments.quiet, &writer);
+  RecordPictures(source.get(), options, !arguments.quiet && HasRoomForProgress(arguments.output),
+                 &writer);
   return kExitSuccess;
 }
 
@@ -156,13 +180,12 @@ void AddOptions(CLI::App* command, RecordArguments* arguments) {
   RecordOptions& options = arguments->options;
   command
       ->add_option("PICTURE", arguments->inputs.paths,
-                   "PNG files of one size, in order; or one stream of\npictures, \"-\" for stdin")
+                   "PNG files of one size, in order; or a stream of\npictures, \"-\" for stdin")
       ->check(FileNameValidator())
       ->required()
       ->type_name("");
   command->add_option("-o,--output", arguments->output, "Message file to write, \"-\" for stdout")
       ->check(FileNameValidator())
-      ->required()
       ->type_name("FILE");
   command
       ->add_option("--size", arguments->size,
@@ -198,7 +221,7 @@ void AddOptions(CLI::App* command, RecordArguments* arguments) {
       ->type_name("LEVEL")
       ->capture_default_str();
   AddJobsOption(command, "read and encode", &options.jobs);
-  command->add_flag("-q,--quiet", arguments->quiet, "No progress bar");
+  command->add_flag("-q,--quiet", arguments->quiet, "No progress bar, no line at the end");
 }
 
 }  // namespace
@@ -206,7 +229,7 @@ void AddOptions(CLI::App* command, RecordArguments* arguments) {
 void AddRecordCommand(CLI::App& app, int* exitStatus) {
   CLI::App* command = app.add_subcommand("record", "Make a stream from pictures");
   command->footer(kFooter);
-  // The command outlives this call, and what it stores its arguments in must live as long.
+  // The command outlives this call, and so must its arguments.
   auto arguments = std::make_shared<RecordArguments>();
   AddOptions(command, arguments.get());
   command->callback(

@@ -5,7 +5,7 @@
 
 namespace zlibvideo {
 
-/// A picture cannot be recorded; the text says why, for people, without naming the picture's file.
+/// A picture cannot be recorded. The text gives the reason and does not name the picture.
 class RecordError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;

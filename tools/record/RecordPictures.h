@@ -7,9 +7,11 @@
 
 namespace zlibvideo {
 
-/// Records all pictures of `source` and commits `writer`. Each message is written as soon as its
-/// picture is there. Throws `ToolError`; what was recorded of a stream before that is committed,
-/// and the status then is `kExitDamagedInput`.
+/// Records all pictures of `source` and commits `writer`. Writes each message as soon as its
+/// picture is there. In a stream, a picture of another size begins with a key frame. Throws
+/// `ToolError`; if pictures of a stream were recorded before the error, they are committed, and the
+/// status is `kExitDamagedInput`. With `showProgress`, a terminal shows a progress bar and a line
+/// at the end.
 void RecordPictures(PictureSource* source, const RecordOptions& options, bool showProgress,
                     MessageFileWriter* writer);
 

@@ -5,12 +5,16 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "tools/files/InputFile.h"
 #include "tools/files/OutputFile.h"
 
 namespace zlibvideo {
+
+/// Bytes of the length before each message of a message file.
+inline constexpr std::size_t kMessageLengthBytes = 3;
 
 /// One message of a message file. The bytes belong to the reader and are valid until its next call;
 /// they may be written to.
@@ -28,8 +32,7 @@ struct FileMessage {
 };
 
 /// Reads a message file front to back: for each message its length, 24-bit unsigned, most
-/// significant byte first, then the message. Holds one message at a time, so that memory stays
-/// below 16 MiB whatever the length of the file.
+/// significant byte first, then the message. Holds one message, of less than 16 MiB, at a time.
 class MessageFileReader {
  public:
   enum class Result {
@@ -42,35 +45,33 @@ class MessageFileReader {
   };
 
   /// Reads from `path`, or standard input for "-". Throws `ToolError` when it cannot be opened.
-  explicit MessageFileReader(const std::string& path);
-  /// Reads from an open stream; `name` is for messages.
-  MessageFileReader(InputFile file, std::string name);
+  explicit MessageFileReader(const std::string& path) : fInput(path) {}
+  /// Reads from an open descriptor, which it owns; `name` is for messages.
+  MessageFileReader(int descriptor, std::string name) : fInput(descriptor, std::move(name)) {}
 
-  /// Reads the next message; `message` is set for `kMessage` alone. After any other result there
-  /// are no more messages and `Problem` says what happened.
+  /// Reads the next message; sets `message` for `kMessage` alone. After any other result there
+  /// are no more messages, and `Problem` explains the result. Throws `ToolError` when the file is
+  /// of a known other kind, and `StoppedBySignal` after a signal.
   Result Next(FileMessage* message);
 
-  /// Whether there is more to read, or the end of the file, without waiting for whoever sends it.
-  /// Of what comes through a pipe, it may overlook the last few kilobytes.
-  bool HasInput() const;
+  /// Whether `Next` can begin to read without waiting for the sender: bytes are there, or the end.
+  bool HasInput() const { return fInput.IsReady(); }
 
   /// The last result in words, with the name of the file: where it is cut off, the system's error.
   const std::string& Problem() const { return fProblem; }
-  const std::string& Name() const { return fName; }
+  const std::string& Name() const { return fInput.Name(); }
   std::uint64_t BytesRead() const { return fBytesRead; }
   /// Messages read so far.
   std::uint64_t MessageCount() const { return fMessageCount; }
   /// Bytes, when the file is a regular one.
-  std::optional<std::uint64_t> FileSize() const { return InputSize(fFile.get()); }
+  std::optional<std::uint64_t> FileSize() const { return fInput.Size(); }
 
  private:
-  /// Reads up to `length` bytes to the start of the buffer; returns how many there were.
-  std::uint32_t ReadMessage(std::uint32_t length);
-  std::uint32_t Read(unsigned char* target, std::uint32_t size);
-  Result Stop(std::uint64_t messageOffset, std::uint32_t missing);
+  void RefuseOtherKinds();
+  /// Explains why only `read` bytes of a message and its length, `size` in all, were there.
+  Result Stop(std::size_t read, std::size_t size);
 
-  InputFile fFile;
-  std::string fName;
+  InputFile fInput;
   std::vector<unsigned char> fBuffer;
   std::uint64_t fBytesRead = 0;
   std::uint64_t fMessageCount = 0;
@@ -80,16 +81,23 @@ class MessageFileReader {
 /// Writes a message file, as `MessageFileReader` reads it.
 class MessageFileWriter {
  public:
+  /// Bytes of a message: 24 bits hold its length.
+  static constexpr std::size_t kMaxLength = 0xFFFFFF;
+
   /// Writes to `path`, or standard output for "-", as `OutputFile` does.
   explicit MessageFileWriter(const std::string& path) : fFile(path) {}
 
   /// Appends one message and hands it to the system. Throws `ToolError` when it cannot be written,
-  /// or is longer than 24 bits can express.
+  /// or is longer than `kMaxLength`.
   void Write(const unsigned char* bytes, std::size_t length);
-  /// Puts the file under its name; without it nothing is left.
+  /// Gives the file its name. Without this call, nothing is left.
   void Commit() { fFile.Commit(); }
-  /// The same after an error, also one of writing: all messages that were written wholly.
+  /// The same after an error, also an error of writing, with the messages that are whole.
   void CommitWhole() { fFile.CommitFirst(fWholeBytes); }
+
+  const std::string& Name() const { return fFile.Name(); }
+  /// Bytes of all messages and their lengths.
+  std::uint64_t WholeBytes() const { return fWholeBytes; }
 
  private:
   OutputFile fFile;

@@ -12,18 +12,18 @@ class Validator;
 
 namespace zlibvideo {
 
-/// Refuses an empty file name, as a script passes for an unset variable. Without the check it would
-/// count as no name at all.
+/// Refuses an empty file name, which a script passes for an unset variable. Without the check, it
+/// counts as a missing name.
 CLI::Validator FileNameValidator();
 
 inline constexpr std::uint64_t kNoMaximum = std::numeric_limits<std::uint64_t>::max();
 
-/// Accepts whole numbers from `min` to `max`, both included, in decimal digits alone. A leading
-/// zero is refused: the library would read octal digits.
+/// Accepts whole numbers from `min` to `max`, both included, in decimal digits. Refuses a leading
+/// zero: the library would read octal digits.
 CLI::Validator RangeValidator(std::uint64_t min, std::uint64_t max = kNoMaximum);
 
-/// Adds `-j`, how many threads do `work`, to the options of `command`. `jobs` is set to the number
-/// of processors, which holds unless the option is given, and must outlive the command.
+/// Adds `-j`, the number of threads that do `work`, to the options of `command`. Sets `jobs`, which
+/// must outlive the command, to the number of processors, the default.
 void AddJobsOption(CLI::App* command, const std::string& work, unsigned int* jobs);
 
 }  // namespace zlibvideo

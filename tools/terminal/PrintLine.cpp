@@ -3,15 +3,26 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <cstdlib>
+#include <string_view>
 
 #include "tools/terminal/Wording.h"
 
 namespace zlibvideo {
 
+bool CanEraseLine() {
+  const char* const kind = std::getenv("TERM");
+  return isatty(STDERR_FILENO) == 1 && kind != nullptr && std::string_view(kind) != "dumb";
+}
+
 void PrintLine(const std::string& text) {
   std::string line = "zlibvideo: " + Printable(text) + "\n";
-  if (isatty(STDERR_FILENO) == 1) line.insert(0, kEraseTerminalLine);
+  if (CanEraseLine()) line.insert(0, kEraseTerminalLine);
   std::fputs(line.c_str(), stderr);
+}
+
+void PrintNote(const std::string& text) {
+  std::fputs((Printable(text) + "\n").c_str(), stderr);
 }
 
 }  // namespace zlibvideo

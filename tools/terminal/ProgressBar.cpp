@@ -17,7 +17,7 @@ constexpr std::size_t kMaxBarWidth = 30;
 constexpr std::uint64_t kPercent = 100;
 constexpr std::chrono::milliseconds kRedrawInterval(100);
 
-/// As many cells as fit beside the text, none if there is no room for any.
+/// A bar of the cells that fit into `room` characters; empty if no cell fits.
 std::string Bar(std::uint64_t part, std::uint64_t total, std::size_t room) {
   constexpr std::size_t kFrameWidth = sizeof("[] ") - 1;
   if (room <= kFrameWidth) return {};
@@ -29,7 +29,7 @@ std::string Bar(std::uint64_t part, std::uint64_t total, std::size_t room) {
 }  // namespace
 
 ProgressBar::ProgressBar(bool wanted, std::string noun, std::optional<std::uint64_t> total)
-    : fEnabled(wanted && isatty(STDERR_FILENO) == 1),
+    : fEnabled(wanted && CanEraseLine()),
       fNoun(std::move(noun)),
       fTotal(total),
       fNextDraw(std::chrono::steady_clock::now() + kRedrawInterval) {}
@@ -49,7 +49,7 @@ void ProgressBar::Clear() {
 }
 
 void ProgressBar::Draw(std::uint64_t done, std::uint64_t count) {
-  // A line that reaches the edge would go on in a next one, which is not erased.
+  // A longer line would wrap, and only its last part would be erased.
   const std::size_t width = TerminalWidth(STDERR_FILENO) - 1;
   std::string line = Counted(count, fNoun);
   if (fTotal.has_value() && *fTotal > 0) {

@@ -8,19 +8,19 @@
 
 namespace zlibvideo {
 
-/// One line on stderr that says how far the work has come. It shows itself only when stderr is a
-/// terminal, redraws a few times a second at most, and is gone when it is destroyed.
+/// A line on stderr that shows the progress of the work, if stderr is a terminal. It is drawn at
+/// most ten times a second, and its destructor erases it.
 class ProgressBar {
  public:
-  /// `noun` is what is counted ("message"); `total` is in the same measure as `done` of `Update`,
-  /// nothing when it is not known.
+  /// `noun` names the things that are counted ("message"). `total` has the unit of `done` in
+  /// `Update`; it is absent when unknown.
   ProgressBar(bool wanted, std::string noun, std::optional<std::uint64_t> total);
   ~ProgressBar() { Clear(); }
   ProgressBar(const ProgressBar&) = delete;
   ProgressBar& operator=(const ProgressBar&) = delete;
 
   void Update(std::uint64_t done, std::uint64_t count);
-  /// Takes the bar off the screen; the next `Update` may bring it back.
+  /// Erases the bar. The next `Update` may draw it again.
   void Clear();
 
  private:

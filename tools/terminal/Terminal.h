@@ -6,17 +6,17 @@
 
 namespace zlibvideo {
 
-/// Characters in a line of the terminal that `descriptor` is: COLUMNS of the environment if set,
-/// else what the terminal says.
+/// Characters in a line of the terminal `descriptor`: COLUMNS of the environment if set, else the
+/// terminal's own width.
 std::size_t TerminalWidth(int descriptor);
 
-/// What the output of a text report can show.
+/// Abilities of the output of a text report.
 struct Terminal {
   /// Characters beyond ASCII.
   bool unicode = false;
   /// Colour and other attributes.
   bool color = false;
-  /// Characters that a line should have at most.
+  /// Characters in a line, at most.
   std::size_t width = 100;
 
   /// Attributes of text, as terminals number them.
@@ -31,13 +31,12 @@ struct Terminal {
     kCyan = 36
   };
 
-  /// Standard output. Only a terminal gets characters as the locale says, colour, unless the
-  /// environment asks for none (NO_COLOR, or TERM=dumb), and lines of its width (COLUMNS if set).
+  /// Standard output. If it is a terminal, the locale decides about characters, the environment
+  /// (NO_COLOR, TERM=dumb) about colour, and lines have its width.
   static Terminal OfStandardOutput();
 
-  /// `text` in that style where there is colour, else as it is.
+  /// `text` in that style if there is colour, else unchanged.
   std::string Styled(const std::string& text, Style style) const;
-  /// The character to use of these two.
   const char* Either(const char* beyondAscii, const char* ascii) const {
     return unicode ? beyondAscii : ascii;
   }

@@ -6,7 +6,7 @@
 namespace zlibvideo {
 namespace {
 
-/// The control characters U+0080 to U+009F are this byte and a tail in UTF-8.
+/// In UTF-8, the control characters U+0080 to U+009F are this byte and a tail.
 constexpr char kC1Lead = '\xC2';
 
 bool IsC1Tail(char c) {
@@ -35,16 +35,16 @@ std::string SizeText(std::int64_t width, std::int64_t height) {
 }
 
 std::string HumanBytes(std::uint64_t bytes) {
-  constexpr double kStep = 1024;
-  // Below this a value prints as less than 1024.0 of its unit.
-  constexpr double kNextUnit = 1023.95;
-  if (bytes < 1024) return std::to_string(bytes) + " B";
+  constexpr double kStep = 1000;
+  // Lower values print as less than 1000.0 of their unit.
+  constexpr double kNextUnit = 999.95;
+  if (bytes < 1000) return std::to_string(bytes) + " B";
   double value = static_cast<double>(bytes) / kStep;
-  for (const char* unit : {"KiB", "MiB", "GiB"}) {
+  for (const char* unit : {"kB", "MB", "GB"}) {
     if (value < kNextUnit) return OneDecimal(value, unit);
     value /= kStep;
   }
-  return OneDecimal(value, "TiB");
+  return OneDecimal(value, "TB");
 }
 
 std::string Percent(std::uint64_t part, std::uint64_t whole) {

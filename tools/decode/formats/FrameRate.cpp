@@ -10,7 +10,7 @@ constexpr std::uint64_t kMillisecondsPerSecond = 1000;
 constexpr std::size_t kMaxDigits = 7;
 constexpr std::size_t kMaxDecimals = 3;
 
-/// `text` as a number of up to `kMaxDigits` digits and nothing else.
+/// The number that `text` is, of up to `kMaxDigits` digits; nothing for any other text.
 std::optional<std::uint32_t> Digits(const std::string& text) {
   if (text.empty() || text.size() > kMaxDigits) return std::nullopt;
   if (text.find_first_not_of("0123456789") != std::string::npos) return std::nullopt;

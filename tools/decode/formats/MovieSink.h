@@ -10,7 +10,7 @@
 
 namespace zlibvideo {
 
-/// Writes a movie file, whose pictures are of one size. Errors are thrown as `ToolError`.
+/// Writes a movie file, whose pictures have one size. Errors throw `ToolError`.
 class MovieWriter {
  public:
   MovieWriter() = default;
@@ -18,15 +18,15 @@ class MovieWriter {
   MovieWriter(const MovieWriter&) = delete;
   MovieWriter& operator=(const MovieWriter&) = delete;
 
-  /// Adds a picture of the size that the movie was begun with.
+  /// Adds a picture of the size that the movie began with.
   virtual void Add(const FrameView& frame) = 0;
-  /// Completes the file and puts it under its name.
+  /// Completes the file and gives it its name.
   virtual void Finish() = 0;
 };
 
-/// Makes a movie of the pictures. A movie has one size: when the stream changes the size, the
-/// movie so far is completed and the rest goes to a further file, "movie-2.webp" after
-/// "movie.webp". On standard output, a device or a pipe that is an error after a complete movie.
+/// Makes a movie of the pictures. The file appears with the first picture. If the size of the
+/// pictures changes, the sink completes the movie before the change and throws `ToolError` with
+/// `kExitDamagedInput`.
 class MovieSink : public FrameSink {
  public:
   /// Begins a movie file for pictures of the size of `first`.
@@ -39,16 +39,10 @@ class MovieSink : public FrameSink {
   void Finish() override;
 
  private:
-  void BeginNextFile(std::uint64_t index, const FrameView& frame);
-  std::string FileName() const;
-
   std::string fPath;
   OpenWriter fOpen;
-  int fFileCount = 0;
   FrameView fSize;
   std::unique_ptr<MovieWriter> fWriter;
-  /// Whether there is one in the file of `fWriter`.
-  bool fHasPicture = false;
 };
 
 }  // namespace zlibvideo

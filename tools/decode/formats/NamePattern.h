@@ -7,17 +7,18 @@
 
 namespace zlibvideo {
 
-/// File names with a number in them, such as "out/%04d.png". The number is written %d, or %5d or
-/// %05d for a width, up to two digits, that is filled with blanks or zeros; %% is a percent sign.
+/// File names with a number, such as "out/%04d.png". %d is the number; %5d and %05d fill it with
+/// blanks or zeros to a width of up to two digits; %% is a percent sign.
 class NamePattern {
  public:
-  /// False when `text` has any other percent sign or more than one number; `problem` then says
-  /// what is wrong and `pattern` is as before. A text without a number is a pattern for one file.
+  /// Reads `text`. A text without a number is a pattern for one file. Returns false when `text` has
+  /// any other percent sign or two numbers; `problem` then has the reason, and `pattern` is as
+  /// before.
   [[nodiscard]] static bool Parse(const std::string& text, NamePattern* pattern,
                                   std::string* problem);
 
   bool HasNumber() const { return fHasNumber; }
-  /// The name of file `number`. A number wider than the width is written whole.
+  /// The name of file `number`. A number longer than the width is written in full.
   std::string Name(std::uint64_t number) const;
 
  private:

@@ -6,7 +6,7 @@
 
 namespace zlibvideo {
 
-// Each is in the file that is named after what it makes.
+// Each function is in the file that is named after the format.
 std::unique_ptr<FrameSink> MakePngSink(const OutputOptions& options);
 std::unique_ptr<FrameSink> MakeBgraSink(const OutputOptions& options);
 std::unique_ptr<FrameSink> MakeHashSink(const OutputOptions& options);
@@ -22,43 +22,19 @@ std::unique_ptr<FrameSink> MakeNullSink(const OutputOptions& /*options*/) {
 }
 
 constexpr OutputFormat kFormats[] = {
-    {.name = "png",
-     .files = Files::kOnePerPicture,
-     .help = "a PNG file for each picture (with \"-o -\" one after another)",
-     .make = MakePngSink},
-    {.name = "bgra",
-     .otherExtension = "raw",
-     .files = Files::kOne,
-     .help = "raw pixels of all pictures, rows from the top, 4 bytes a pixel: blue,\n"
-             "green, red, opacity",
-     .make = MakeBgraSink},
+    {.name = "png", .files = Files::kOnePerPicture, .make = MakePngSink},
+    {.name = "bgra", .otherExtension = "raw", .files = Files::kOne, .make = MakeBgraSink},
     {.name = "hash",
      .otherExtension = "hashes",
      .files = Files::kOne,
      .isText = true,
-     .help = "a line for each message: INDEX STATUS WIDTHxHEIGHT CRC32. The index is\n"
-             "from 0, for message 1; the status is 1, or 0 for a failed message; the\n"
-             "CRC-32 is that of the picture's bytes in format bgra",
      .make = MakeHashSink},
-    {.name = "null", .files = Files::kNone, .help = "nothing, for timing", .make = MakeNullSink},
-    {.name = "webp",
-     .files = Files::kOnePerSize,
-     .hasFrameRate = true,
-     .help = "one lossless animated WebP file, assembled in memory",
-     .make = MakeWebpSink},
-    {.name = "y4m",
-     .files = Files::kOnePerSize,
-     .hasFrameRate = true,
-     .help = "one YUV4MPEG2 file, 4:4:4, limited-range BT.709, 10-bit samples, from\n"
-             "which every colour can be restored exactly",
-     .make = MakeY4mSink},
+    {.name = "null", .files = Files::kNone, .make = MakeNullSink},
+    {.name = "webp", .files = Files::kOne, .hasFrameRate = true, .make = MakeWebpSink},
+    {.name = "y4m", .files = Files::kOne, .hasFrameRate = true, .make = MakeY4mSink},
 };
 
 }  // namespace
-
-std::span<const OutputFormat> OutputFormats() {
-  return kFormats;
-}
 
 const OutputFormat* FormatByName(const std::string& name) {
   const auto* const found =

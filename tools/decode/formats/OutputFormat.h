@@ -3,7 +3,6 @@
 
 #include <cstdint>
 #include <memory>
-#include <span>
 #include <string>
 
 #include "tools/decode/formats/FrameRate.h"
@@ -11,9 +10,8 @@
 
 namespace zlibvideo {
 
-/// Where decoded pictures go; of itself it drops them. Messages arrive in order, with their index
-/// from 0; those that were not asked for are left out. Errors of the output are thrown as
-/// `ToolError`.
+/// Receives the decoded pictures; this class drops them. Messages arrive in order, with their index
+/// from 0. Messages outside the wanted range do not arrive. Errors of the output throw `ToolError`.
 class FrameSink {
  public:
   FrameSink() = default;
@@ -23,62 +21,53 @@ class FrameSink {
 
   /// A message was decoded. `frame` is valid for this call.
   virtual void WritePicture(std::uint64_t /*index*/, const FrameView& /*frame*/) {}
-  /// A message failed; `frame` is the picture that still stands.
+  /// A message failed. `frame` is the picture before it.
   virtual void NoteFailure(std::uint64_t /*index*/, const FrameView& /*frame*/) {}
-  /// Writes what was held back to be encoded at leisure: messages that arrived are done with, but
-  /// for completing the output.
+  /// Writes the pictures that other threads still encode.
   virtual void CatchUp() {}
-  /// Nothing more comes: completes the output. An output of which this is not called is dropped.
+  /// Completes the output after the last message. Without this call, no output is left.
   virtual void Finish() {}
 };
 
-/// What is asked of a format.
+/// Options of all formats.
 struct OutputOptions {
-  /// A file name, or "-". Of a format with a file for each picture a `NamePattern`, or "-".
+  /// A file name, or "-". For a format with a file for each picture, a `NamePattern`, or "-".
   std::string path;
   FrameRate frameRate;
-  /// 8-bit samples in y4m, which do not keep every colour, instead of 10-bit ones, which do.
+  /// 8-bit samples in y4m, which lose colours, instead of 10-bit samples, which are exact.
   bool y4m8Bit = false;
   /// Threads to use, at least 1.
   unsigned int jobs = 1;
 };
 
-/// One of the forms that `decode` writes pictures in.
+/// A format of `decode`.
 struct OutputFormat {
   enum class Files {
     kNone,
     kOne,
-    /// Where the size of the pictures changes, another file begins: movie-2.webp. Made with a
-    /// `MovieSink`.
-    kOnePerSize,
-    /// Numbered as a `NamePattern` says. Made with a `PictureFilesSink`.
+    /// Numbered by a `NamePattern`; made with a `PictureFilesSink`.
     kOnePerPicture,
   };
 
-  /// As the command line takes it, and an extension of file names.
+  /// On the command line, and as an extension of file names.
   const char* name;
-  /// One more extension, or null.
+  /// Another extension, or null.
   const char* otherExtension = nullptr;
   Files files = Files::kNone;
-  /// A list to be read, on standard output unless a file is named.
+  /// A list for people and programs, by default on standard output.
   bool isText = false;
   bool hasFrameRate = false;
-  /// What help says of it, in lines of up to 71 characters; it adds the extensions if there are
-  /// two.
-  const char* help;
   std::unique_ptr<FrameSink> (*make)(const OutputOptions& options);
 
   bool WritesPictures() const { return files != Files::kNone && !isText; }
 };
 
-/// All formats, in the order of help.
-std::span<const OutputFormat> OutputFormats();
-/// The format with that name on the command line; null when there is none.
+/// The format with that name on the command line; null for any other name.
 const OutputFormat* FormatByName(const std::string& name);
-/// The format that the extension of a file name stands for; null when there is none.
+/// The format with the extension of a file name; null for any other extension.
 const OutputFormat* FormatByExtension(const std::string& fileName);
 
-/// Compares each message with the next of the lines in a file that format hash wrote.
+/// Compares each message with a line of a file that format hash wrote.
 std::unique_ptr<FrameSink> MakeVerifySink(const std::string& path);
 
 }  // namespace zlibvideo

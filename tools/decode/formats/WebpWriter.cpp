@@ -44,8 +44,8 @@ WebPConfig LosslessConfig() {
   return config;
 }
 
-/// Writes a lossless animated WebP that plays in a loop. The compressed movie is held in memory
-/// until it is complete: the format's header comes first and tells its length.
+/// Writes a lossless animated WebP that plays in a loop. Holds the compressed movie in memory until
+/// it is complete: the header of the format contains its length.
 class WebpWriter : public MovieWriter {
  public:
   WebpWriter(const std::string& path, const FrameView& first, FrameRate rate);
@@ -60,7 +60,7 @@ class WebpWriter : public MovieWriter {
   };
 
   [[noreturn]] void Fail(const std::string& problem) const;
-  /// When the next picture begins, in milliseconds.
+  /// The time when the next picture begins, in milliseconds.
   int Now() const { return static_cast<int>(fRate.StartOf(fPictures)); }
 
   OutputFile fFile;
@@ -90,7 +90,7 @@ void WebpWriter::Add(const FrameView& frame) {
   picture.width = frame.width;
   picture.height = frame.height;
   const int stride = frame.width * static_cast<int>(FrameView::kPixelBytes);
-  // The fourth byte is left out: pictures are opaque.
+  // Without the fourth byte: pictures are opaque.
   if (WebPPictureImportBGRX(&picture, frame.pixels, stride) == 0) throw std::bad_alloc();
   const WebPConfig config = LosslessConfig();
   if (WebPAnimEncoderAdd(fEncoder.get(), &picture, Now(), &config) == 0) {
@@ -101,7 +101,7 @@ void WebpWriter::Add(const FrameView& frame) {
 }
 
 void WebpWriter::Finish() {
-  // The last picture lasts until here.
+  // The end of the last picture.
   if (WebPAnimEncoderAdd(fEncoder.get(), nullptr, Now(), nullptr) == 0) {
     Fail(WebPAnimEncoderGetError(fEncoder.get()));
   }

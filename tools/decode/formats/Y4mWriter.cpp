@@ -19,7 +19,7 @@
 namespace zlibvideo {
 namespace {
 
-/// Two bytes for more than 8 bits, the least significant first whatever the machine's order is.
+/// More than 8 bits have two bytes, the least significant first on every machine.
 template <int kBits>
 using Sample = std::conditional_t<(kBits > 8), std::uint16_t, std::uint8_t>;
 
@@ -30,8 +30,8 @@ Sample<kBits> ToSample(std::int32_t value) {
   return static_cast<Sample<kBits>>(sample << 8 | sample >> 8);
 }
 
-/// Fills the planes of Y, Cb and Cr, which follow one another. Each version has it compiled for its
-/// own instructions.
+/// Fills the planes of Y, Cb and Cr, which follow one another. It is compiled once for each set of
+/// instructions.
 template <int kBits>
 [[gnu::always_inline]] inline void ConvertPixels(const unsigned char* __restrict pixels,
                                                  std::size_t count,
@@ -47,7 +47,7 @@ template <int kBits>
 
 #ifdef ZLIBVIDEO_Y4M_X86
 
-/// Every x86-64 has vectors, but without what multiplies 32 bits they are no faster.
+/// Older x86-64 cannot multiply vectors of 32 bits, and vectors are no faster there.
 template <int kBits>
 [[gnu::target("avx2")]] void ConvertAvx2(const unsigned char* pixels, std::size_t count,
                                          Sample<kBits>* planes) {
@@ -67,8 +67,8 @@ void Convert(const FrameView& frame, std::vector<Sample<kBits>>* planes) {
   ConvertPixels<kBits>(frame.pixels, frame.PixelCount(), planes->data());
 }
 
-/// Writes YUV4MPEG2 with as many chroma samples as luma ones (4:4:4), colours as `Bt709` has them:
-/// 10-bit samples (C444p10, two bytes, least significant first) or 8-bit ones (C444).
+/// Writes YUV4MPEG2 in 4:4:4 with the colours of `Bt709`, in samples of 10 bits (C444p10: two
+/// bytes, least significant first) or 8 bits (C444).
 template <int kBits>
 class Y4mWriter : public MovieWriter {
  public:
