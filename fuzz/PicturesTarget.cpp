@@ -3,7 +3,7 @@
 
 #include <memory>
 
-#include "fuzz/OpenBytes.h"
+#include "fuzz/SaveBytes.h"
 #include "tools/files/ToolError.h"
 #include "tools/pictures/RawPictures.h"
 #include "tools/pictures/Y4mPictures.h"
@@ -12,7 +12,7 @@ namespace zlibvideo {
 namespace {
 
 std::unique_ptr<PictureSource> OpenPictures(const std::uint8_t* data, std::size_t size) {
-  auto input = std::make_unique<InputFile>(OpenBytes(data, size), "input");
+  auto input = std::make_unique<InputFile>(SaveBytes(data, size));
   if (input->StartsWith(Y4mHeader::kSignature)) {
     return std::make_unique<Y4mPictures>(std::move(input));
   }

@@ -1,13 +1,13 @@
 // Fuzz target: the reader of message files gives back the very bytes of a file and knows its end.
 
-#include "fuzz/OpenBytes.h"
+#include "fuzz/SaveBytes.h"
 #include "tools/files/ToolError.h"
 #include "tools/stream/MessageFile.h"
 
 namespace zlibvideo {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  MessageFileReader reader(OpenBytes(data, size), "file");
+  MessageFileReader reader(SaveBytes(data, size));
   Bytes seen;
   FileMessage message;
   auto result = MessageFileReader::Result::kEnd;

@@ -15,7 +15,7 @@
 #include "tools/files/OutputFile.h"
 #include "tools/files/StopSignal.h"
 #include "tools/files/ToolError.h"
-#include "tools/terminal/PrintLine.h"
+#include "tools/terminal/StandardError.h"
 
 namespace zlibvideo {
 namespace {

@@ -193,7 +193,7 @@ TEST_F(RecordCommandTest, RecordsPngFilesOrLeavesTheOutputAlone) {
       {"0.png alpha.png", "alpha.png: has transparent pixels"},
       {"0.png map.png", "map.png: has transparent pixels"},
       {"0.png --block 60x64", "--block: \"60x64\" is not a block size"},
-      {"0.png --codec 6", "--codec: \"6\" is not a version"},
+      {"0.png --codec 6", "--codec: \"6\" is not a whole number from 1 to 2"},
       {"0.png --codec 1 --reduced", "--reduced: requires --codec 2\nRun "},
       {"0.png --codec 1 --renew 15", "--renew: requires --codec 2\nRun "}};
   for (const auto& [arguments, complaint] : mistakes) {

@@ -109,10 +109,9 @@ void ChooseFormat(Arguments* arguments) {
 /// unless a number was meant.
 void CheckName(const std::string& output, const OutputFormat& format) {
   NamePattern pattern;
-  std::string problem;
-  const bool valid = NamePattern::Parse(output, &pattern, &problem);
+  const bool valid = NamePattern::Parse(output, &pattern);
   if (format.files == Files::kOnePerPicture) {
-    if (!valid) throw Unfit("-o", output, problem);
+    if (!valid) throw Unfit("-o", output, NamePattern::kRule);
   } else if (valid && pattern.HasNumber()) {
     throw Unfit("-o", output,
                 "has a picture number, which only png supports; give the name of a file");

@@ -2,13 +2,14 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "tools/files/OutputFile.h"
 #include "tools/files/ToolError.h"
 #include "tools/stream/Diagnosis.h"
 #include "tools/stream/MessageFile.h"
 #include "tools/stream/StreamDecoder.h"
-#include "tools/terminal/PrintLine.h"
+#include "tools/terminal/StandardError.h"
 #include "tools/terminal/Wording.h"
 
 namespace zlibvideo {
@@ -16,72 +17,59 @@ namespace {
 
 using Result = MessageFileReader::Result;
 
-/// Prints the failures of messages, but not thousands of lines for a file that is damaged from
-/// some place on: empty messages in a row, as zeros are, make a single line, and so do all failures
-/// in a row after the first 20.
+/// Prints a line for each message that fails, but not thousands of lines for a file that is damaged
+/// from some place on: messages in a row that fail for the same reason share a line, as the empty
+/// messages of zeros do, and a row of failures has at most 20 lines.
 class FailureLines {
  public:
   explicit FailureLines(std::string name) : fName(std::move(name)) {}
 
-  void Add(const FileMessage& message, const std::string& explanation);
-  /// Prints the lines that wait for the end of a row.
+  void Add(const FileMessage& message, const std::string& reason);
+  /// Prints the line that waits for more messages with the same reason.
+  void Print();
+  /// Ends a row: a message was decoded, or the stream ends.
   void EndRow();
   std::uint64_t Count() const { return fCount; }
 
  private:
-  static constexpr std::uint64_t kMaxLinesInRow = 20;
-
-  void PrintEmpty();
-  /// Prints `line`, which is about `messages` messages.
-  void Print(const std::string& line, std::uint64_t messages = 1);
+  static constexpr int kMaxLines = 20;
 
   std::string fName;
   std::uint64_t fCount = 0;
-  std::uint64_t fLinesInRow = 0;
+  std::string fReason;
+  /// The first message with this reason, as a line, and the number of all of them.
+  std::string fLine;
+  std::uint64_t fMessages = 0;
+  int fLinesInRow = 0;
   std::uint64_t fNotPrinted = 0;
-  /// Empty messages that were not printed yet: their count, the first of them and its line.
-  std::uint64_t fEmptyCount = 0;
-  FileMessage fFirstEmpty;
-  std::string fEmptyLine;
 };
 
-void FailureLines::Add(const FileMessage& message, const std::string& explanation) {
+void FailureLines::Add(const FileMessage& message, const std::string& reason) {
   ++fCount;
-  const std::string line = "message " + std::to_string(message.Number()) + " at byte " +
-                           std::to_string(message.offset) + " failed at its " + explanation;
-  if (message.length > 0) {
-    PrintEmpty();
-    Print(line);
-  } else if (fEmptyCount++ == 0) {
-    fFirstEmpty = message;
-    fEmptyLine = line;
-  }
+  if (fMessages > 0 && reason != fReason) Print();
+  if (fMessages++ > 0) return;
+  fReason = reason;
+  fLine = fName + ": message " + std::to_string(message.Number()) + " at byte " +
+          std::to_string(message.offset) + " failed at its " + reason;
 }
 
-void FailureLines::PrintEmpty() {
-  if (fEmptyCount == 1) Print(fEmptyLine);
-  if (fEmptyCount > 1) {
-    Print("messages " + std::to_string(fFirstEmpty.Number()) + " to " +
-              std::to_string(fFirstEmpty.index + fEmptyCount) + ", from byte " +
-              std::to_string(fFirstEmpty.offset - kMessageLengthBytes) +
-              " on, are empty: the file has only zeros there",
-          fEmptyCount);
-  }
-  fEmptyCount = 0;
-}
-
-void FailureLines::Print(const std::string& line, std::uint64_t messages) {
-  if (++fLinesInRow > kMaxLinesInRow) {
+void FailureLines::Print() {
+  const std::uint64_t messages = std::exchange(fMessages, 0);
+  if (messages == 0) return;
+  if (fLinesInRow == kMaxLines) {
     fNotPrinted += messages;
-  } else {
-    PrintLine(fName + ": " + line);
+    return;
   }
+  ++fLinesInRow;
+  if (messages > 1) fLine += "; so did the next " + Counted(messages - 1, "message");
+  PrintLine(fLine);
 }
 
 void FailureLines::EndRow() {
-  PrintEmpty();
+  Print();
   if (fNotPrinted > 0) PrintLine(fName + ": " + Counted(fNotPrinted, "more message") + " failed");
-  fNotPrinted = fLinesInRow = 0;
+  fNotPrinted = 0;
+  fLinesInRow = 0;
 }
 
 std::unique_ptr<FrameSink> MakeSink(const DecodeOptions& options) {
@@ -138,22 +126,25 @@ int DecodeRun::Run() {
 }
 
 void DecodeRun::TakeOne(const FileMessage& message, bool decoded) {
-  if (!decoded) {
+  if (decoded) {
+    fFailures.EndRow();
+    if (IsWanted(message)) {
+      fSink->WritePicture(message.index, fDecoder.Frame());
+      ++fPicturesWritten;
+    }
+  } else {
     fSink->CatchUp();  // errors with earlier pictures come first
     // A comparison expects the failures of its list, and reports the others itself.
     if (!IsComparison()) {
-      fFailures.Add(message, ExplainFailure(Diagnose(fDecoder.Decoder(),
-                                                     ByteSpan{message.bytes, message.length})));
+      const ByteSpan bytes = {message.bytes, message.length};
+      fFailures.Add(message, ExplainFailure(Diagnose(fDecoder.Decoder(), bytes)));
     }
     if (IsWanted(message)) fSink->NoteFailure(message.index, fDecoder.Frame());
-    return;
   }
-  fFailures.EndRow();
-  if (!IsWanted(message)) return;
-  fSink->WritePicture(message.index, fDecoder.Frame());
-  ++fPicturesWritten;
-  // Whoever watches a stream as it is sent has each picture before the next message.
-  if (!fReader.HasInput()) fSink->CatchUp();
+  if (fReader.HasInput()) return;
+  // Whoever watches a stream as it is sent has everything before the next message.
+  fSink->CatchUp();
+  fFailures.Print();
 }
 
 bool DecodeRun::IsWanted(const FileMessage& message) const {

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <utility>
 
 #include "tools/files/StopSignal.h"
 #include "tools/files/ToolError.h"
@@ -17,13 +16,6 @@ namespace {
 
 constexpr int kWaitMilliseconds = 500;
 
-int OpenForReading(const std::string& path) {
-  const int descriptor =
-      path == kStandardStreamName ? dup(STDIN_FILENO) : open(path.c_str(), O_RDONLY | O_CLOEXEC);
-  if (descriptor < 0) ThrowSystemError(InputName(path), "cannot be opened", errno);
-  return descriptor;
-}
-
 }  // namespace
 
 std::string InputName(const std::string& path) {
@@ -31,16 +23,17 @@ std::string InputName(const std::string& path) {
 }
 
 InputFile::Descriptor::~Descriptor() {
-  close(number);
+  if (number >= 0) close(number);
 }
 
-InputFile::InputFile(const std::string& path) : InputFile(OpenForReading(path), InputName(path)) {}
-
-InputFile::InputFile(int descriptor, std::string name)
-    : fDescriptor{descriptor}, fName(std::move(name)), fBuffer(kBufferBytes) {
+InputFile::InputFile(const std::string& path) : fName(InputName(path)), fBuffer(kBufferBytes) {
+  const bool isStandard = path == kStandardStreamName;
+  fDescriptor.number = isStandard ? dup(STDIN_FILENO) : open(path.c_str(), O_RDONLY | O_CLOEXEC);
   struct stat info = {};
-  if (fstat(descriptor, &info) == 0 && S_ISDIR(info.st_mode))
-    throw ToolError(fName + ": is a directory, not a file");
+  if (fDescriptor.number < 0 || fstat(fDescriptor.number, &info) != 0) {
+    ThrowSystemError(fName, "cannot be opened", errno);
+  }
+  if (S_ISDIR(info.st_mode)) throw ToolError(fName + ": is a directory, not a file");
 }
 
 std::optional<std::uint64_t> InputFile::Size() const {

@@ -23,8 +23,6 @@ class InputFile {
   /// Opens `path`, or standard input for "-". Throws `ToolError` when it cannot be opened or is a
   /// directory.
   explicit InputFile(const std::string& path);
-  /// Owns `descriptor`, from which nothing was read; `name` is for messages.
-  InputFile(int descriptor, std::string name);
   InputFile(const InputFile&) = delete;
   InputFile& operator=(const InputFile&) = delete;
 
@@ -62,7 +60,7 @@ class InputFile {
 
   struct Descriptor {
     ~Descriptor();
-    int number;
+    int number = -1;
   };
 
   /// Waits until the buffer holds `size` bytes, up to `kBufferBytes`. Returns the number of bytes

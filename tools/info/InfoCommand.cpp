@@ -9,7 +9,7 @@
 #include "tools/stream/MessageFile.h"
 #include "tools/stream/StreamDecoder.h"
 #include "tools/terminal/Options.h"
-#include "tools/terminal/PrintLine.h"
+#include "tools/terminal/StandardError.h"
 #include "tools/terminal/Wording.h"
 
 namespace zlibvideo {

@@ -14,9 +14,8 @@ namespace zlibvideo {
 ///   Cr = S × (128 + 224 × (R - luma) / 1.5748)
 ///
 /// each rounded to the nearest integer. The inverse solves these for R, G and B, times 255, and
-/// rounds and clips to 8 bits. With 10 bits every one of the 2^24 colours comes back as it was:
-/// rounding moves no component by more than 0.42 of a level. With 8 bits many do not. Weights in
-/// fixed point move it by less than 0.001 more.
+/// rounds and clips to 8 bits. With 10 bits, each of the 2^24 colours is restored: rounding moves
+/// no component by more than 0.42 of a level. With 8 bits many colours are not.
 template <int kBits>
 class Bt709 {
  public:
@@ -33,79 +32,42 @@ class Bt709 {
   };
 
   static constexpr YCbCr FromRgb(Rgb colour) {
-    return {Weigh(colour, kYWeights, kYZero), Weigh(colour, kCbWeights, kChromaZero),
-            Weigh(colour, kCrWeights, kChromaZero)};
+    const auto red = static_cast<float>(colour.red);
+    const auto green = static_cast<float>(colour.green);
+    const auto blue = static_cast<float>(colour.blue);
+    const float luma = kRedLuma * red + kGreenLuma * green + kBlueLuma * blue;
+    return {Round(kYZero + luma * kYPerLevel),
+            Round(kChromaZero + (blue - luma) * (kChromaPerLevel / kBlueScale)),
+            Round(kChromaZero + (red - luma) * (kChromaPerLevel / kRedScale))};
   }
 
-  /// Samples are from 0 to 2^kBits - 1; outside the limited range they give the nearest colours.
+  /// Samples are from 0 to 2^kBits - 1. Samples outside the limited range give the nearest colours.
   static constexpr Rgb ToRgb(YCbCr colour) {
-    const std::int32_t luma = (colour.y - kYZero) * kLevelPerY + kHalf;
-    const std::int32_t cb = colour.cb - kChromaZero;
-    const std::int32_t cr = colour.cr - kChromaZero;
-    return {ToLevel(luma + cr * kRedPerCr), ToLevel(luma - cb * kGreenPerCb - cr * kGreenPerCr),
-            ToLevel(luma + cb * kBluePerCb)};
+    const float luma = (static_cast<float>(colour.y) - kYZero) * (1 / kYPerLevel);
+    const float red =
+        luma + (static_cast<float>(colour.cr) - kChromaZero) * (kRedScale / kChromaPerLevel);
+    const float blue =
+        luma + (static_cast<float>(colour.cb) - kChromaZero) * (kBlueScale / kChromaPerLevel);
+    const float green = (luma - kRedLuma * red - kBlueLuma * blue) * (1 / kGreenLuma);
+    return {ToLevel(red), ToLevel(green), ToLevel(blue)};
   }
 
  private:
-  struct Weights {
-    std::int32_t red;
-    std::int32_t green;
-    std::int32_t blue;
-  };
+  static constexpr float kRedLuma = 0.2126F;
+  static constexpr float kGreenLuma = 0.7152F;
+  static constexpr float kBlueLuma = 0.0722F;
+  static constexpr float kBlueScale = 2 * (1 - kBlueLuma);
+  static constexpr float kRedScale = 2 * (1 - kRedLuma);
+  static constexpr float kMaxLevel = 255;
+  static constexpr float kSampleScale = 1 << (kBits - 8);
+  static constexpr float kYZero = 16 * kSampleScale;
+  static constexpr float kYPerLevel = 219 * kSampleScale / kMaxLevel;
+  static constexpr float kChromaZero = 128 * kSampleScale;
+  static constexpr float kChromaPerLevel = 224 * kSampleScale / kMaxLevel;
 
-  static constexpr double kRedLuma = 0.2126;
-  static constexpr double kGreenLuma = 0.7152;
-  static constexpr double kBlueLuma = 0.0722;
-  static constexpr double kBlueScale = 2 * (1 - kBlueLuma);
-  static constexpr double kRedScale = 2 * (1 - kRedLuma);
-  static constexpr double kMaxLevel = 255;
-  static constexpr double kSampleScale = 1 << (kBits - 8);
-  static constexpr double kYRange = 219 * kSampleScale;
-  static constexpr double kChromaRange = 224 * kSampleScale;
-  static constexpr std::int32_t kYZero = 16 << (kBits - 8);
-  static constexpr std::int32_t kChromaZero = 128 << (kBits - 8);
-
-  /// Fraction bits of the weights. A sample of 10 bits, weighed, stays within 31 bits, and so does
-  /// what samples of 10 bits add up to as a level.
-  static constexpr int kFractionBits = 20;
-  static constexpr std::int32_t kHalf = 1 << (kFractionBits - 1);
-
-  static constexpr std::int32_t Fixed(double weight) {
-    const double scaled = weight * (1 << kFractionBits);
-    return static_cast<std::int32_t>(scaled < 0 ? scaled - 0.5 : scaled + 0.5);
-  }
-  static constexpr Weights FixedPerLevel(double red, double green, double blue) {
-    return {Fixed(red / kMaxLevel), Fixed(green / kMaxLevel), Fixed(blue / kMaxLevel)};
-  }
-
-  static constexpr Weights kYWeights =
-      FixedPerLevel(kYRange * kRedLuma, kYRange* kGreenLuma, kYRange* kBlueLuma);
-  static constexpr Weights kCbWeights =
-      FixedPerLevel(-kChromaRange * kRedLuma / kBlueScale, -kChromaRange* kGreenLuma / kBlueScale,
-                    kChromaRange*(1 - kBlueLuma) / kBlueScale);
-  static constexpr Weights kCrWeights =
-      FixedPerLevel(kChromaRange * (1 - kRedLuma) / kRedScale,
-                    -kChromaRange* kGreenLuma / kRedScale, -kChromaRange* kBlueLuma / kRedScale);
-
-  static constexpr double kLevelPerChroma = kMaxLevel / kChromaRange;
-  static constexpr std::int32_t kLevelPerY = Fixed(kMaxLevel / kYRange);
-  static constexpr std::int32_t kRedPerCr = Fixed(kLevelPerChroma * kRedScale);
-  static constexpr std::int32_t kBluePerCb = Fixed(kLevelPerChroma * kBlueScale);
-  static constexpr std::int32_t kGreenPerCr =
-      Fixed(kLevelPerChroma * kRedScale * kRedLuma / kGreenLuma);
-  static constexpr std::int32_t kGreenPerCb =
-      Fixed(kLevelPerChroma * kBlueScale * kBlueLuma / kGreenLuma);
-
-  static constexpr std::int32_t Weigh(Rgb colour, Weights weights, std::int32_t zero) {
-    return (colour.red * weights.red + colour.green * weights.green + colour.blue * weights.blue +
-            (zero << kFractionBits) + kHalf) >>
-           kFractionBits;
-  }
-
-  /// Of a component with `kHalf` added, so that it is rounded.
-  static constexpr int ToLevel(std::int32_t component) {
-    return std::clamp(component >> kFractionBits, 0, static_cast<int>(kMaxLevel));
-  }
+  /// REQUIRES: not negative.
+  static constexpr int Round(float value) { return static_cast<int>(value + 0.5F); }
+  static constexpr int ToLevel(float value) { return Round(std::clamp(value, 0.0F, kMaxLevel)); }
 };
 
 }  // namespace zlibvideo

@@ -2,6 +2,7 @@
 #define ZLIBVIDEO_TOOLS_PICTURES_RAWPICTURES_H
 
 #include <memory>
+#include <utility>
 
 #include "tools/pictures/PictureStream.h"
 
@@ -12,13 +13,19 @@ namespace zlibvideo {
 class RawPictures : public PictureStream {
  public:
   /// Pixels, 1 to `FrameHeader::kMaxImageSize`.
-  RawPictures(std::unique_ptr<InputFile> input, int width, int height);
+  RawPictures(std::unique_ptr<InputFile> input, int width, int height)
+      : PictureStream(std::move(input)), fSize{nullptr, width, height} {}
 
  private:
-  bool ReadPicture(Picture* picture) override;
+  bool ReadPicture(Picture* picture) override {
+    if (!Input()->HasMore()) return false;
+    picture->width = fSize.width;
+    picture->height = fSize.height;
+    CopyColours({ReadBytes(fSize.ByteCount()).data(), fSize.width, fSize.height}, &picture->pixels);
+    return true;
+  }
 
-  int fWidth;
-  int fHeight;
+  FrameView fSize;
 };
 
 }  // namespace zlibvideo

@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "tools/files/InputFile.h"
@@ -46,8 +45,6 @@ class MessageFileReader {
 
   /// Reads from `path`, or standard input for "-". Throws `ToolError` when it cannot be opened.
   explicit MessageFileReader(const std::string& path) : fInput(path) {}
-  /// Reads from an open descriptor, which it owns; `name` is for messages.
-  MessageFileReader(int descriptor, std::string name) : fInput(descriptor, std::move(name)) {}
 
   /// Reads the next message; sets `message` for `kMessage` alone. After any other result there
   /// are no more messages, and `Problem` explains the result. Throws `ToolError` when the file is

@@ -3,7 +3,7 @@
 #include <new>
 
 #include "host/standin/StandInMessage.h"
-#include "tools/terminal/ProgressBar.h"
+#include "tools/terminal/StandardError.h"
 
 namespace zlibvideo {
 
@@ -20,12 +20,12 @@ FrameView StreamDecoder::Frame() {
 }
 
 StreamEnd DecodeMessages(MessageFileReader* reader, StreamDecoder* decoder, std::uint64_t last,
-                         bool wantsProgressBar,
+                         bool showsProgress,
                          const std::function<void(const FileMessage&, bool)>& take) {
   using Result = MessageFileReader::Result;
   std::uint64_t done = 0;
   try {
-    ProgressBar progress(wantsProgressBar, "message", reader->FileSize());
+    ProgressLine progress(showsProgress, "message", reader->FileSize());
     FileMessage message;
     while (done < last) {
       const Result result = reader->Next(&message);

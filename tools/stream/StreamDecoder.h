@@ -50,7 +50,7 @@ inline constexpr std::uint64_t kToTheEnd = std::numeric_limits<std::uint64_t>::m
 /// Decodes the messages of `reader` up to number `last`, from 1, and has `take` see each of them
 /// with whether it was decoded. A progress bar shows how far that is, if it is wanted.
 StreamEnd DecodeMessages(MessageFileReader* reader, StreamDecoder* decoder, std::uint64_t last,
-                         bool wantsProgressBar,
+                         bool showsProgress,
                          const std::function<void(const FileMessage&, bool)>& take);
 
 }  // namespace zlibvideo

@@ -3,20 +3,9 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <string>
 #include <thread>
 
 namespace zlibvideo {
-namespace {
-
-bool IsInRange(const std::string& text, std::uint64_t min, std::uint64_t max) {
-  std::uint64_t number = 0;
-  const bool leadingZero = text.size() > 1 && text.front() == '0';
-  return !leadingZero && ParseNumber(text, min, max, &number);
-}
-
-}  // namespace
-
 CLI::Validator FileNameValidator() {
   return CLI::Validator(
       [](const std::string& name) {
@@ -31,7 +20,9 @@ CLI::Validator RangeValidator(std::uint64_t min, std::uint64_t max) {
                                 : " from " + std::to_string(min) + " to " + std::to_string(max);
   return CLI::Validator(
       [min, max, range](const std::string& text) {
-        if (IsInRange(text, min, max)) return std::string();
+        std::uint64_t number = 0;
+        const bool isOctal = text.size() > 1 && text.front() == '0';
+        if (!isOctal && ParseNumber(text, min, max, &number)) return std::string();
         return "\"" + text + "\" is not a whole number" + range;
       },
       "", "range");

@@ -1,50 +1,33 @@
 #include "tools/decode/formats/FrameRate.h"
 
-#include <numeric>
-#include <optional>
+#include "tools/terminal/ParseNumber.h"
 
 namespace zlibvideo {
 namespace {
 
 constexpr std::uint64_t kMillisecondsPerSecond = 1000;
-constexpr std::size_t kMaxDigits = 7;
+constexpr std::uint32_t kMaxNumber = 9'999'999;
 constexpr std::size_t kMaxDecimals = 3;
-
-/// The number that `text` is, of up to `kMaxDigits` digits; nothing for any other text.
-std::optional<std::uint32_t> Digits(const std::string& text) {
-  if (text.empty() || text.size() > kMaxDigits) return std::nullopt;
-  if (text.find_first_not_of("0123456789") != std::string::npos) return std::nullopt;
-  return static_cast<std::uint32_t>(std::stoul(text));
-}
-
-std::optional<std::uint32_t> PowerOfTen(std::size_t exponent) {
-  if (exponent > kMaxDecimals) return std::nullopt;
-  std::uint32_t power = 1;
-  for (; exponent > 0; --exponent) power *= 10;
-  return power;
-}
 
 }  // namespace
 
 bool FrameRate::Parse(const std::string& text, FrameRate* rate) {
+  FrameRate result;
+  std::string digits = text;
   const std::size_t separator = text.find_first_of("./");
-  const std::string rest = separator == std::string::npos ? "" : text.substr(separator + 1);
-  std::optional<std::uint32_t> numerator;
-  std::optional<std::uint32_t> denominator = 1;
-  if (separator == std::string::npos) {
-    numerator = Digits(text);
-  } else if (text[separator] == '/') {
-    numerator = Digits(text.substr(0, separator));
-    denominator = Digits(rest);
-  } else {
-    numerator = Digits(text.substr(0, separator) + rest);
-    denominator = PowerOfTen(rest.size());
+  if (separator != std::string::npos && text[separator] == '/') {
+    const std::string rest = text.substr(separator + 1);
+    if (!ParseNumber(rest, 1U, kMaxNumber, &result.denominator)) return false;
+    digits.resize(separator);
+  } else if (separator != std::string::npos) {
+    digits.erase(separator, 1);
+    if (digits.size() - separator > kMaxDecimals) return false;
+    for (std::size_t i = separator; i < digits.size(); ++i) result.denominator *= 10;
   }
-  if (!numerator || !denominator || *numerator == 0 || *denominator == 0) return false;
-  if (*numerator > std::uint64_t{kMax} * *denominator) return false;
-  if (*denominator > std::uint64_t{kMaxSeconds} * *numerator) return false;
-  const std::uint32_t divisor = std::gcd(*numerator, *denominator);
-  *rate = {*numerator / divisor, *denominator / divisor};
+  if (!ParseNumber(digits, 1U, kMaxNumber, &result.numerator)) return false;
+  if (result.numerator > std::uint64_t{kMax} * result.denominator) return false;
+  if (result.denominator > std::uint64_t{kMaxSeconds} * result.numerator) return false;
+  *rate = result;
   return true;
 }
 

@@ -10,7 +10,7 @@
 #include "tools/files/InputFile.h"
 #include "tools/files/OutputFile.h"
 #include "tools/files/ToolError.h"
-#include "tools/terminal/PrintLine.h"
+#include "tools/terminal/StandardError.h"
 #include "tools/terminal/Wording.h"
 
 namespace zlibvideo {

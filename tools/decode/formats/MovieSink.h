@@ -1,48 +1,39 @@
 #ifndef ZLIBVIDEO_TOOLS_DECODE_FORMATS_MOVIESINK_H
 #define ZLIBVIDEO_TOOLS_DECODE_FORMATS_MOVIESINK_H
 
-#include <functional>
-#include <memory>
+#include <optional>
 #include <string>
+#include <utility>
 
 #include "tools/decode/formats/OutputFormat.h"
-#include "tools/pictures/Picture.h"
+#include "tools/files/OutputFile.h"
 
 namespace zlibvideo {
 
-/// Writes a movie file, whose pictures have one size. Errors throw `ToolError`.
-class MovieWriter {
- public:
-  MovieWriter() = default;
-  virtual ~MovieWriter() = default;
-  MovieWriter(const MovieWriter&) = delete;
-  MovieWriter& operator=(const MovieWriter&) = delete;
-
-  /// Adds a picture of the size that the movie began with.
-  virtual void Add(const FrameView& frame) = 0;
-  /// Completes the file and gives it its name.
-  virtual void Finish() = 0;
-};
-
-/// Makes a movie of the pictures. The file appears with the first picture. If the size of the
-/// pictures changes, the sink completes the movie before the change and throws `ToolError` with
-/// `kExitDamagedInput`.
+/// Writes all pictures to one file, which appears with the first picture. Derived classes define
+/// the format. If the size of the pictures changes, `WritePicture` completes the file before the
+/// change and throws `ToolError` with `kExitDamagedInput`.
 class MovieSink : public FrameSink {
  public:
-  /// Begins a movie file for pictures of the size of `first`.
-  using OpenWriter =
-      std::function<std::unique_ptr<MovieWriter>(const std::string& path, const FrameView& first)>;
+  explicit MovieSink(std::string path) : fPath(std::move(path)) {}
 
-  MovieSink(std::string path, OpenWriter open);
+  void WritePicture(std::uint64_t index, const FrameView& frame) final;
+  void Finish() final;
 
-  void WritePicture(std::uint64_t index, const FrameView& frame) override;
-  void Finish() override;
+ protected:
+  OutputFile& File() { return *fFile; }
 
  private:
+  /// Begins the file for pictures of the size of `first`.
+  virtual void Begin(const FrameView& /*first*/) {}
+  virtual void Add(const FrameView& frame) = 0;
+  /// Ends the file after the last picture.
+  virtual void End() {}
+
   std::string fPath;
-  OpenWriter fOpen;
+  std::optional<OutputFile> fFile;
+  /// Of the pictures in the file; 0 x 0 before the first picture.
   FrameView fSize;
-  std::unique_ptr<MovieWriter> fWriter;
 };
 
 }  // namespace zlibvideo

@@ -11,11 +11,12 @@ namespace zlibvideo {
 /// blanks or zeros to a width of up to two digits; %% is a percent sign.
 class NamePattern {
  public:
-  /// Reads `text`. A text without a number is a pattern for one file. Returns false when `text` has
-  /// any other percent sign or two numbers; `problem` then has the reason, and `pattern` is as
-  /// before.
-  [[nodiscard]] static bool Parse(const std::string& text, NamePattern* pattern,
-                                  std::string* problem);
+  /// Reads `text`. A text without a number is a pattern for one file. Returns false, and leaves
+  /// `pattern` as it was, when `text` has any other percent sign or two numbers.
+  [[nodiscard]] static bool Parse(const std::string& text, NamePattern* pattern);
+  /// The rule that such a text breaks, for people.
+  static constexpr const char* kRule =
+      "may have a single number, as %d, %4d or %04d, and percent signs as %%";
 
   bool HasNumber() const { return fHasNumber; }
   /// The name of file `number`. A number longer than the width is written in full.

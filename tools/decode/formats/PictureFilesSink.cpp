@@ -22,8 +22,7 @@ unsigned int PicturesBegun(unsigned int jobs) {
 
 PictureFilesSink::PictureFilesSink(const std::string& path, unsigned int jobs, Encode encode)
     : fPath(path), fEncode(std::move(encode)), fWork(PicturesBegun(jobs)) {
-  std::string problem;
-  if (!NamePattern::Parse(path, &fPattern, &problem)) throw ToolError(path + ": " + problem);
+  if (!NamePattern::Parse(path, &fPattern)) throw ToolError(path + ": " + NamePattern::kRule);
 }
 
 void PictureFilesSink::WritePicture(std::uint64_t index, const FrameView& frame) {

@@ -7,7 +7,6 @@
 #include <string>
 
 #include "tools/decode/formats/MovieSink.h"
-#include "tools/files/OutputFile.h"
 #include "tools/files/ToolError.h"
 
 namespace zlibvideo {
@@ -46,86 +45,70 @@ WebPConfig LosslessConfig() {
 
 /// Writes a lossless animated WebP that plays in a loop. Holds the compressed movie in memory until
 /// it is complete: the header of the format contains its length.
-class WebpWriter : public MovieWriter {
+class WebpSink : public MovieSink {
  public:
-  WebpWriter(const std::string& path, const FrameView& first, FrameRate rate);
-  ~WebpWriter() override;
-
-  void Add(const FrameView& frame) override;
-  void Finish() override;
+  explicit WebpSink(const OutputOptions& options)
+      : MovieSink(options.path), fRate(options.frameRate) {}
 
  private:
-  struct DeleteEncoder {
-    void operator()(WebPAnimEncoder* encoder) const;
-  };
+  void Begin(const FrameView& first) override;
+  void Add(const FrameView& frame) override;
+  void End() override;
 
-  [[noreturn]] void Fail(const std::string& problem) const;
+  [[noreturn]] void Fail(const std::string& problem) {
+    throw ToolError(File().Name() + ": cannot be written as WebP: " + problem);
+  }
+  /// Throws unless the last call of the encoder returned true.
+  void Require(int result) {
+    if (result == 0) Fail(WebPAnimEncoderGetError(fEncoder.get()));
+  }
   /// The time when the next picture begins, in milliseconds.
   int Now() const { return static_cast<int>(fRate.StartOf(fPictures)); }
 
-  OutputFile fFile;
   FrameRate fRate;
   std::uint64_t fPictures = 0;
-  std::unique_ptr<WebPAnimEncoder, DeleteEncoder> fEncoder;
+  std::unique_ptr<WebPAnimEncoder, void (*)(WebPAnimEncoder*)> fEncoder{nullptr,
+                                                                        WebPAnimEncoderDelete};
 };
 
-void WebpWriter::DeleteEncoder::operator()(WebPAnimEncoder* encoder) const {
-  WebPAnimEncoderDelete(encoder);
-}
-
-WebpWriter::WebpWriter(const std::string& path, const FrameView& first, FrameRate rate)
-    : fFile(path), fRate(rate) {
+void WebpSink::Begin(const FrameView& first) {
   WebPAnimEncoderOptions options;
   if (WebPAnimEncoderOptionsInit(&options) == 0) Fail(kVersionProblem);
   fEncoder.reset(WebPAnimEncoderNew(first.width, first.height, &options));
   if (fEncoder == nullptr) throw std::bad_alloc();
 }
 
-WebpWriter::~WebpWriter() = default;
-
-void WebpWriter::Add(const FrameView& frame) {
+void WebpSink::Add(const FrameView& frame) {
   ScopedPicture scoped;
   WebPPicture& picture = scoped.picture;
   picture.use_argb = 1;
   picture.width = frame.width;
   picture.height = frame.height;
-  const int stride = frame.width * static_cast<int>(FrameView::kPixelBytes);
   // Without the fourth byte: pictures are opaque.
-  if (WebPPictureImportBGRX(&picture, frame.pixels, stride) == 0) throw std::bad_alloc();
-  const WebPConfig config = LosslessConfig();
-  if (WebPAnimEncoderAdd(fEncoder.get(), &picture, Now(), &config) == 0) {
-    if (IsOutOfMemory(picture.error_code)) throw std::bad_alloc();
-    Fail(WebPAnimEncoderGetError(fEncoder.get()));
+  if (WebPPictureImportBGRX(&picture, frame.pixels, static_cast<int>(frame.RowBytes())) == 0) {
+    throw std::bad_alloc();
   }
+  const WebPConfig config = LosslessConfig();
+  const int added = WebPAnimEncoderAdd(fEncoder.get(), &picture, Now(), &config);
+  if (added == 0 && IsOutOfMemory(picture.error_code)) throw std::bad_alloc();
+  Require(added);
   ++fPictures;
 }
 
-void WebpWriter::Finish() {
+void WebpSink::End() {
   // The end of the last picture.
-  if (WebPAnimEncoderAdd(fEncoder.get(), nullptr, Now(), nullptr) == 0) {
-    Fail(WebPAnimEncoderGetError(fEncoder.get()));
-  }
+  Require(WebPAnimEncoderAdd(fEncoder.get(), nullptr, Now(), nullptr));
   WebPData movie;
   WebPDataInit(&movie);
   const std::unique_ptr<WebPData, void (*)(WebPData*)> owner(&movie, WebPDataClear);
-  if (WebPAnimEncoderAssemble(fEncoder.get(), &movie) == 0) {
-    Fail(WebPAnimEncoderGetError(fEncoder.get()));
-  }
-  fFile.Write(movie.bytes, movie.size);
-  fFile.Commit();
-}
-
-void WebpWriter::Fail(const std::string& problem) const {
-  throw ToolError(fFile.Name() + ": cannot be written as WebP: " + problem);
+  Require(WebPAnimEncoderAssemble(fEncoder.get(), &movie));
+  File().Write(movie.bytes, movie.size);
 }
 
 }  // namespace
 
 std::unique_ptr<FrameSink> MakeWebpSink(const OutputOptions& options) {
-  return std::make_unique<MovieSink>(
-      options.path, [rate = options.frameRate](const std::string& path, const FrameView& first) {
-        return std::make_unique<WebpWriter>(path, first, rate);
-      });
+  return std::make_unique<WebpSink>(options);
 }
 
 }  // namespace zlibvideo
