@@ -45,7 +45,7 @@ Bytes MessageOf(int side, ByteSpan payload) {
   for (int block = 0; block < side * side; ++block) {
     const unsigned int size = payload.size == 0 ? 0 : payload.size + 1;
     char sizeField[BlockRecord::kSizeFieldBytes];
-    BlockedCodec::WriteToBuf2(sizeField, 0, static_cast<std::int32_t>(size));
+    BlockedCodec().WriteToBuf2(sizeField, 0, static_cast<std::int32_t>(size));
     message.insert(message.end(), sizeField, sizeField + BlockRecord::kSizeFieldBytes);
     if (size == 0) continue;
     message.push_back(0);  // format: direct, 3-byte pixels

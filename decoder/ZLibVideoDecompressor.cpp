@@ -84,17 +84,16 @@ bool ZLibVideoDecompressor::DecompressBlock(unsigned char* destination,
 bool ZLibVideoDecompressor::DecompressVideo(Vorn::GCAPI::GCRef<SObject> video,
                                             unsigned char* message, unsigned long length,
                                             bool skipPush) {
-  // Message bytes are counted in 32 bits from here on; a length that does not fit is cut, and what
-  // it is cut to must still be a whole message.
-  const auto size = static_cast<std::uint32_t>(length);
-  if (size < FrameHeader::kMinMessageSize) return false;
+  if (length < FrameHeader::kMinMessageSize) return false;
 
-  ByteCursor cursor(message, size);
+  ByteCursor cursor(message, FrameHeader::kSize);
   FrameHeader header;
   if (!FrameHeader::Read(&cursor, &header) || !header.IsValid()) return false;
   if (!SetupCodec(header.imageWidth, header.imageHeight, header.blockWidth, header.blockHeight)) {
     return false;
   }
+  // From here on, bytes are counted in 32 bits: of a longer message, only the beginning is read.
+  const auto size = static_cast<std::uint32_t>(length & 0xFFFFFFFF);
   if (UnpackMessage(message, size, static_cast<char>(header.codecType), 0) < 0) return false;
 
   if (video) {

@@ -167,6 +167,7 @@ void BlockedCodec::CheckScratchColorBuffer() {
       zlibvideo::AllocateFromHost(static_cast<std::size_t>(fScratchColorBufferSize)));
 }
 
+// NOLINTNEXTLINE(readability-convert-member-functions-to-static): the interface has it so
 void BlockedCodec::WriteToBuf2(char* buffer, std::int32_t offset, std::int32_t value) {
   buffer[offset] = static_cast<char>(value >> 8 & 0xFF);
   buffer[offset + 1] = static_cast<char>(value & 0xFF);

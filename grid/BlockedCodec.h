@@ -86,7 +86,7 @@ class ZLIBVIDEO_EXPORT BlockedCodec {
   void CheckScratchColorBuffer();
   /// Writes the low 16 bits of `value`, most significant byte first, to `buffer[offset]` and the
   /// byte after: the form of the sizes in a message body.
-  static void WriteToBuf2(char* buffer, std::int32_t offset, std::int32_t value);
+  void WriteToBuf2(char* buffer, std::int32_t offset, std::int32_t value);
 
   // Message body (bitstream/)
 

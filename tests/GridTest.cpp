@@ -46,7 +46,7 @@ TEST_F(GridTest, ServesOtherCodecs) {
   EXPECT_EQ(BlockedCodec::CalcBlockSize(511), 64);
   EXPECT_EQ(BlockedCodec::CalcBlockSize(512), 128);
   char sizes[] = "......";
-  BlockedCodec::WriteToBuf2(sizes, 3, 0x7FFF0000 + 300);
+  decoder->WriteToBuf2(sizes, 3, 0x7FFF0000 + 300);
   EXPECT_STREQ(sizes, "...\x01\x2C.");
 }
 
@@ -166,15 +166,17 @@ TEST_F(GridTest, WritesThePictureAndNothingElse) {
 
 TEST_F(GridTest, WritesNothingWithoutAGridOrAnAddress) {
   const std::vector<std::string> lent = {"LockBits 1", "UpdateMipMap 0 2 0 2", "UnlockBits"};
-  for (const std::string how : {"never made", "deleted", "not addressable"}) {
+  for (const std::string how : {"never made", "deleted", "no records", "not addressable"}) {
     SCOPED_TRACE(how);
     const bool addressable = how != "not addressable";
     Restart();
+    if (how == "no records") FailAt(3, AllocationFailure::kNull);
     if (how != "never made") {
-      EXPECT_TRUE(decoder->SetupCodec(2, 2, 16, 16));
+      EXPECT_EQ(decoder->SetupCodec(2, 2, 16, 16), how != "no records");
     }
     if (how == "deleted") decoder->DeleteBlocks();
     video->bitmap.Realloc(2, 2, addressable ? kBitmapVideoFrame : kBitmapNotAddressable);
+    video->bitmap.PutAway();
     Host().calls.clear();
     decoder->PushFrame(&video->bitmap);
     EXPECT_EQ(Host().calls, addressable ? lent : std::vector<std::string>{});

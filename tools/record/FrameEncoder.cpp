@@ -207,7 +207,7 @@ void FrameEncoder::AppendPayload(const BitmapDataBlock& block, const BlockPayloa
 
 void FrameEncoder::AppendSize(std::size_t size) {
   char bytes[BlockRecord::kSizeFieldBytes];
-  BlockedCodec::WriteToBuf2(bytes, 0, static_cast<std::int32_t>(size));
+  fDecoder.WriteToBuf2(bytes, 0, static_cast<std::int32_t>(size));
   fMessage.insert(fMessage.end(), bytes, bytes + BlockRecord::kSizeFieldBytes);
 }
 
