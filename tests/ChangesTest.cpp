@@ -59,10 +59,9 @@ class RandomStream {
     Bytes pixels, codes;
   };
 
-  static inline const FrameHeader kGeometries[] = {Header(0, 40, 24, 16, 16),
-                                                   Header(0, 33, 20, 32, 16),
-                                                   Header(0, 16, 16, 16, 16),
-                                                   Header(0, 50, 35, 48, 16)};
+  static inline const FrameHeader kGeometries[] = {
+      Header(0, 40, 24, 16, 16), Header(0, 33, 20, 32, 16), Header(0, 16, 16, 16, 16),
+      Header(0, 50, 35, 48, 16)};
 
   int Below(int end) { return static_cast<int>(fRandom() % static_cast<unsigned int>(end)); }
   bool Chance(int percent) { return Below(100) < percent; }
@@ -95,8 +94,8 @@ class RandomStream {
 
     const bool isReduced = (*record.format & kReduced) != 0;
     const Bytes data = Cut(isReduced ? ReduceColors(&pixels) : pixels);
-    const Bytes dictionary = isReduced && !reference.codes.empty() ? reference.codes
-                                                                   : reference.pixels;
+    const Bytes dictionary =
+        isReduced && !reference.codes.empty() ? reference.codes : reference.pixels;
     const bool isPrimed = (*record.format & kPrimed) != 0;
     // Much of the dictionary, so that the payload refers to it.
     Bytes sent = isPrimed && Chance(80) ? dictionary : data;
@@ -110,7 +109,7 @@ class RandomStream {
   }
 
   std::mt19937 fRandom;
-  int fPalettes, fVersion1;  // percent of messages
+  int fPalettes, fVersion1;       // percent of messages
   int fFaults = 0, fReduced = 0;  // percent of records; faults of each kind
   int fGeometry = 0;
   std::map<std::size_t, Reference> fReferences;
@@ -255,8 +254,7 @@ TEST_F(ChangesTest, KnowWhetherThePictureIsComplete) {
         Case{"short", v1, {.payload = Zlib(Noise(767, 1))}, false},
         Case{"damaged", v1, {.payload = {1}}, false}, Case{"direct", v2, v2Full, true},
         Case{"direct, short", v2, {.format = kDirect, .payload = Zlib(Noise(767, 1))}, false},
-        Case{"direct, empty", v2, {.format = kDirect}, false},
-        Case{"codes", v2, reduced, true},
+        Case{"direct, empty", v2, {.format = kDirect}, false}, Case{"codes", v2, reduced, true},
         Case{"codes, short", v2, {.format = kReduced, .payload = Zlib(Bytes(255, 5))}, false},
         Case{"codes, rejected", v2, {.format = kColorField1, .payload = Zlib(codes)}, false}}) {
     SCOPED_TRACE(c.name);
@@ -332,8 +330,10 @@ TEST_F(ChangesTest, FindMessagesThatStandAlone) {
     bool standsAlone;
   };
   for (const Case& c :
-       {Case{"first of all", {}, calm, true}, Case{"first, cut off", {}, cut, false},
-        Case{"version 1", {whole1}, whole1, true}, Case{"no key frame", {whole1}, late, true},
+       {Case{"first of all", {}, calm, true},
+        Case{"first, cut off", {}, cut, false},
+        Case{"version 1", {whole1}, whole1, true},
+        Case{"no key frame", {whole1}, late, true},
         Case{"version 1 behind version 2", {whole2}, whole1, false},
         Case{"version 2 behind version 1", {whole1}, whole2, true},
         Case{"a block is left behind a message cut off", {cut}, calm1, false},
@@ -352,9 +352,15 @@ TEST_F(ChangesTest, FindMessagesThatStandAlone) {
         Case{"intermediate before its reference", {whole2}, passes(intermediate, direct), false},
         Case{"codes primed with pixels", {whole2}, passes(direct, primedCodes), true},
         Case{"codes primed with codes from before", {reduced}, passes(direct, primedCodes), false},
-        Case{"codes primed with codes", {reduced}, {v2, kFlagSecondPass, {}, {codes, codes, none, primedCodes}, {}}, true},
+        Case{"codes primed with codes",
+             {reduced},
+             {v2, kFlagSecondPass, {}, {codes, codes, none, primedCodes}, {}},
+             true},
         Case{"empty payload", {whole1}, passes({.format = kDirect}, none), false},
-        Case{"no conversion", {whole2}, passes(direct, {.format = kColorField1, .payload = any}), false}}) {
+        Case{"no conversion",
+             {whole2},
+             passes(direct, {.format = kColorField1, .payload = any}),
+             false}}) {
     StandaloneFinder finder(kStateNone);
     for (const Message& message : c.before) static_cast<void>(next(&finder, message));
     EXPECT_EQ(next(&finder, c.message), c.standsAlone) << c.name;

@@ -87,6 +87,20 @@ TEST_F(DecodeTest, RawPicturesComeThroughFilesAndPipes) {
   EXPECT_TRUE(SameBytes(Bitmaps(1, 3), range.text)) << "what comes after the range counts";
 }
 
+TEST_F(DecodeTest, RangesBeginAtAMessageThatStandsAlone) {
+  std::vector<Bytes> messages = {{}};  // fails: told if it is decoded
+  for (const Step& step : fSteps) messages.push_back(step.message);
+  Save("whole.zvm", messages);
+  messages[3].back() ^= 1;  // the message that stands alone
+  Save("damaged.zvm", messages);
+  const std::string range = " --from 6 --to 6 --format bgra -o -";
+  EXPECT_TRUE(SameBytes(Bitmaps(4, 5), Run("zlibvideo decode whole.zvm" + range).text));
+  const std::string told = "zlibvideo: standard input: message 1 at byte 3 failed";
+  EXPECT_EQ(0u, Run("cat whole.zvm | zlibvideo decode -" + range).text.find(told));
+  EXPECT_EQ(0u, Run("zlibvideo decode - < damaged.zvm" + range).text.find(told));
+  EXPECT_TRUE(SameBytes(Bitmaps(4, 5), Run("zlibvideo decode - < whole.zvm" + range).text));
+}
+
 TEST_F(DecodeTest, OutputGoesWhereItsNameLeads) {
   Run("mkdir new; touch new/x.bgra; chmod 602 new/x.bgra; ln -s new/x.bgra link.bgra");
   EXPECT_EQ("602\n", Run("zlibvideo decode good.zvm -o link.bgra --to 2 && stat -c %a new/x.bgra "

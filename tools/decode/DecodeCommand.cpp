@@ -19,7 +19,8 @@ Examples:
       Write pictures/0001.png and so on, a file for each message that is decoded,
       with the number of the message, from 1. The folder is created.
   zlibvideo decode movie.zvm -o one.png --from 12 --to 12
-      Write the picture of message 12; all messages before it are decoded too.
+      Write the picture of message 12. Decoding begins at the last message up to
+      it that stands alone, in a pipe at the first message.
   zlibvideo decode movie.zvm -o movie.webp --fps 5
       Write a lossless animation that web browsers show.
   zlibvideo decode movie.zvm --from 20 --to 30 --format y4m -o - |

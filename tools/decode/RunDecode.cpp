@@ -4,6 +4,7 @@
 #include <string>
 #include <utility>
 
+#include "bitstream/StandaloneFinder.h"
 #include "tools/files/OutputFile.h"
 #include "tools/files/ToolError.h"
 #include "tools/stream/Diagnosis.h"
@@ -89,6 +90,8 @@ class DecodeRun {
   int Run();
 
  private:
+  /// Goes to the last message from which the range can be decoded, if the input is a file.
+  void SkipAhead();
   void TakeOne(const FileMessage& message, bool decoded);
   bool IsWanted(const FileMessage& message) const;
   bool IsComparison() const { return !fOptions.verify.empty(); }
@@ -107,6 +110,7 @@ class DecodeRun {
 };
 
 int DecodeRun::Run() {
+  if (fOptions.from > 1 && fReader.FileSize()) SkipAhead();
   const StreamEnd end = DecodeMessages(
       &fReader, &fDecoder, fOptions.to, ShowsProgress(),
       [this](const FileMessage& message, bool decoded) { TakeOne(message, decoded); });
@@ -123,6 +127,25 @@ int DecodeRun::Run() {
   RequireRange(end.result);
   fSink->Finish();
   return Conclude(end.result);
+}
+
+void DecodeRun::SkipAhead() {
+  const FileMessage first;
+  FileMessage entry;
+  FileMessage message;
+  StandaloneFinder finder(kStateNone);
+  while (fReader.MessageCount() < fOptions.from && fReader.Next(&message) == Result::kMessage) {
+    if (finder.Next(message.bytes, message.length)) entry = message;
+  }
+  fReader.GoTo(entry);
+  if (entry.index == 0 || fReader.Next(&message) != Result::kMessage) return;
+  // A payload may be damaged: only decoding tells.
+  if (fDecoder.Decode(message) && fDecoder.Decoder().IsComplete()) {
+    fReader.GoTo(entry);
+  } else {
+    fDecoder.Restart();
+    fReader.GoTo(first);
+  }
 }
 
 void DecodeRun::TakeOne(const FileMessage& message, bool decoded) {

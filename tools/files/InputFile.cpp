@@ -42,6 +42,12 @@ std::optional<std::uint64_t> InputFile::Size() const {
   return static_cast<std::uint64_t>(info.st_size);
 }
 
+void InputFile::GoTo(std::uint64_t offset) {
+  fBegin = fEnd = 0;
+  fEnded = lseek(fDescriptor.number, static_cast<off_t>(offset), SEEK_SET) < 0;
+  fError = fEnded ? errno : 0;
+}
+
 void InputFile::CheckError() const {
   if (fStopped && !fSignalIsEnd) throw StoppedBySignal();
   if (fError != 0) ThrowSystemError(fName, "cannot be read", fError);

@@ -31,6 +31,9 @@ class InputFile {
   /// Bytes of a regular file; nothing for a pipe or a device.
   std::optional<std::uint64_t> Size() const;
 
+  /// Goes on reading at `offset`, in bytes from the start of a regular file.
+  void GoTo(std::uint64_t offset);
+
   /// From now on a stop signal is an ordinary end of the input, not an error.
   void EndAtStopSignal() { fSignalIsEnd = true; }
   bool EndsAtStopSignal() const { return fSignalIsEnd; }

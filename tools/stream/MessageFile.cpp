@@ -43,6 +43,12 @@ MessageFileReader::Result MessageFileReader::Next(FileMessage* message) {
   return Result::kMessage;
 }
 
+void MessageFileReader::GoTo(const FileMessage& message) {
+  fBytesRead = message.offset - kMessageLengthBytes;
+  fMessageCount = message.index;
+  fInput.GoTo(fBytesRead);
+}
+
 void MessageFileReader::RefuseOtherKinds() {
   for (const OtherKind& kind : kOtherKinds) {
     if (fInput.StartsWith(kind.signature)) throw ToolError(Name() + ": " + kind.explanation);

@@ -24,7 +24,7 @@ struct FileMessage {
   /// From 0, as in data for programs.
   std::uint64_t index = 0;
   /// Where in the file, in bytes, the message begins after its length.
-  std::uint64_t offset = 0;
+  std::uint64_t offset = kMessageLengthBytes;
 
   /// From 1, as people are told of messages, in sentences as in names of files.
   std::uint64_t Number() const { return index + 1; }
@@ -50,6 +50,9 @@ class MessageFileReader {
   /// are no more messages, and `Problem` explains the result. Throws `ToolError` when the file is
   /// of a known other kind, and `StoppedBySignal` after a signal.
   Result Next(FileMessage* message);
+
+  /// Goes back to `message`, of a regular file: `Next` reads it again.
+  void GoTo(const FileMessage& message);
 
   /// Whether `Next` can begin to read without waiting for the sender: bytes are there, or the end.
   bool HasInput() const { return fInput.IsReady(); }

@@ -9,9 +9,19 @@ namespace zlibvideo {
 
 StreamDecoder::StreamDecoder() : fDecoder(new InspectingDecoder(nullptr, nullptr)) {}
 
+void StreamDecoder::Restart() {
+  fDecoder.reset(new InspectingDecoder(nullptr, nullptr));
+}
+
 bool StreamDecoder::Decode(const FileMessage& message) {
+  constexpr bool kSkipPush = true;
   StandInMessage hostMessage(message.bytes, message.length);
-  return fDecoder->DecompressVideoMessage(fVideo.Ref(), &hostMessage, false, false) == 1;
+  fChangedArea = {};
+  if (fDecoder->DecompressVideoMessage(fVideo.Ref(), &hostMessage, false, kSkipPush) != 1) {
+    return false;
+  }
+  fChangedArea = fDecoder->PushChanges(&fVideo.Bitmap());
+  return true;
 }
 
 FrameView StreamDecoder::Frame() {
@@ -23,7 +33,7 @@ StreamEnd DecodeMessages(MessageFileReader* reader, StreamDecoder* decoder, std:
                          bool showsProgress,
                          const std::function<void(const FileMessage&, bool)>& take) {
   using Result = MessageFileReader::Result;
-  std::uint64_t done = 0;
+  std::uint64_t done = reader->MessageCount();
   try {
     ProgressLine progress(showsProgress, "message", reader->FileSize());
     FileMessage message;

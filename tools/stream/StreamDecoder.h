@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 
+#include "host/SRECT.h"
 #include "host/standin/StandInVideoObject.h"
 #include "tools/pictures/Picture.h"
 #include "tools/stream/InspectingDecoder.h"
@@ -22,6 +23,10 @@ class StreamDecoder {
   /// Decodes the next message of the stream. False when it failed; the picture is then as before.
   /// Throws `std::bad_alloc` without memory.
   [[nodiscard]] bool Decode(const FileMessage& message);
+  /// Decodes the next message as the first of a stream.
+  void Restart();
+  /// The part of the picture that the last message drew, in pixels; empty after a failure.
+  SRECT ChangedArea() const { return fChangedArea; }
   /// The picture as it stands. Valid until the next message.
   FrameView Frame();
   /// For `Diagnose`, directly after a failure.
@@ -34,6 +39,7 @@ class StreamDecoder {
 
   StandInVideoObject fVideo;
   std::unique_ptr<InspectingDecoder, DropReference> fDecoder;
+  SRECT fChangedArea = {};
 };
 
 /// Why decoding a message file ended.
