@@ -5,14 +5,12 @@
 #include <algorithm>
 #include <array>
 #include <memory>
-#include <random>
 #include <regex>
 #include <sstream>
 
 #include "tests/GoodStream.h"
 #include "tests/tool/ToolFixture.h"
 #include "tools/pictures/Bt709.h"
-#include "tools/pictures/PngSeries.h"
 #include "tools/stream/MessageFile.h"
 
 namespace zlibvideo {
@@ -164,38 +162,6 @@ TEST_F(DecodeTest, AnErrorWithAPictureIsToldInItsPlace) {
     EXPECT_EQ(2, Lines(outcome.text)) << "after the picture comes a message that fails";
     EXPECT_NE(std::string::npos, outcome.text.find("\nzlibvideo: 2.png: is a directory"));
   }
-}
-
-TEST(PngSeriesTest, PicturesComeOutWhateverStands) {
-  // Rows of noise, each as the one above: a row can refer to it alone.
-  constexpr int kWidth = 4000;
-  std::minstd_rand random;
-  BitmapPixels picture = {kWidth, {}};
-  for (int i = 0; i < kWidth; ++i) {
-    const auto noise = static_cast<unsigned char>(random());
-    picture.bytes.insert(picture.bytes.end(), {noise, noise, 0, 255});
-  }
-  const Bytes row = picture.bytes;
-  for (int i = 1; i < 36; ++i) picture.bytes.insert(picture.bytes.end(), row.begin(), row.end());
-  PngSeries series;
-  const auto begin = [&] {
-    const auto rows = static_cast<int>(picture.bytes.size() / 4) / picture.width;
-    return series.Begin({picture.bytes.data(), picture.width, rows});
-  };
-  Bytes file;
-  for (std::size_t at = 0; at < picture.bytes.size(); at += row.size()) {
-    const PngSeries::Work before = begin();
-    const BitmapPixels old = picture;
-    picture.bytes[at] ^= 1;
-    const PngSeries::Completion now = begin()();
-    before()(&file);
-    ASSERT_TRUE(SamePixels(old, PngPixels(file))) << at;
-    now(&file);
-    ASSERT_TRUE(SamePixels(picture, PngPixels(file))) << at;
-  }
-  picture.width /= 2;  // the same bytes
-  begin()()(&file);
-  EXPECT_TRUE(SamePixels(picture, PngPixels(file)));
 }
 
 TEST_F(DecodeTest, HashLinesAreListedAndVerified) {

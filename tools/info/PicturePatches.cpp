@@ -49,7 +49,9 @@ std::optional<PicturePatches::Patch> PicturePatches::Next(const FrameView& frame
   if (PixelCount(patch) == 0) return std::nullopt;
 
   const std::vector<unsigned char> pixels = CutOut(frame, patch);
-  EncodePng({pixels.data(), patch.width, patch.height}, &patch.png);
+  Picture picture;
+  CopyColours({pixels.data(), patch.width, patch.height}, &picture);
+  patch.png = EncodePng(picture);
   if (patch.png.size() > fBytesLeft) {
     fLimitReached = true;
     return std::nullopt;

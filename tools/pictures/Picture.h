@@ -8,8 +8,8 @@
 
 namespace zlibvideo {
 
-/// A picture to be encoded: rows from the top with nothing between them, 3 bytes a pixel in the
-/// order of a block's pixels: blue, green, red.
+/// A picture to record or to write: rows from the top without padding, 3 bytes a pixel in the order
+/// of a block's pixels: blue, green, red.
 struct Picture {
   static constexpr std::size_t kPixelBytes = 3;
 
@@ -19,8 +19,8 @@ struct Picture {
   std::vector<unsigned char> pixels;
 };
 
-/// A decoded picture, not owned: rows from the top with nothing between them, 4 bytes a pixel:
-/// blue, green, red, opacity. 0 × 0 before the first picture.
+/// A decoded picture, not owned: rows from the top without padding, 4 bytes a pixel: blue, green,
+/// red, opacity. 0 × 0 before the first picture.
 struct FrameView {
   static constexpr std::size_t kPixelBytes = kBitmapPixelBytes;
 
@@ -39,10 +39,12 @@ struct FrameView {
   }
 };
 
-/// Makes `pixels` those of a `Picture`: what `frame` has without opacity.
-inline void CopyColours(const FrameView& frame, std::vector<unsigned char>* pixels) {
-  pixels->resize(frame.PixelCount() * Picture::kPixelBytes);
-  unsigned char* out = pixels->data();
+/// Makes `picture` the colours of `frame`.
+inline void CopyColours(const FrameView& frame, Picture* picture) {
+  picture->width = frame.width;
+  picture->height = frame.height;
+  picture->pixels.resize(frame.PixelCount() * Picture::kPixelBytes);
+  unsigned char* out = picture->pixels.data();
   for (std::size_t i = 0; i < frame.ByteCount(); i += FrameView::kPixelBytes) {
     *out++ = frame.pixels[i];
     *out++ = frame.pixels[i + 1];

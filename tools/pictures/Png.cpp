@@ -4,12 +4,12 @@
 
 #include <cstddef>
 #include <cstdio>
+#include <memory>
 #include <new>
 #include <utility>
 
 #include "bitstream/FrameHeader.h"
 #include "tools/files/ToolError.h"
-#include "tools/pictures/PngSeries.h"
 #include "tools/terminal/Wording.h"
 
 namespace zlibvideo {
@@ -17,7 +17,7 @@ namespace {
 
 constexpr unsigned char kOpaque = 0xFF;
 
-/// What libpng last complained about; its error handler leaves by longjmp and cannot return it.
+/// The text of libpng's last error: its error handler leaves by longjmp and cannot return it.
 struct PngProblem {
   char text[128] = "";
 };
@@ -55,18 +55,18 @@ class PngReader {
   png_uint_32 Width() const { return png_get_image_width(fPng, fInfo); }
   png_uint_32 Height() const { return png_get_image_height(fPng, fInfo); }
 
-  // libpng may leave these two by longjmp: nothing in them may need a destructor.
+  // libpng may leave the next two functions by longjmp: no object in them may need a destructor.
   [[nodiscard]] bool ReadInfo() {
     if (setjmp(png_jmpbuf(fPng)) != 0) return false;
     png_read_info(fPng, fInfo);
     return true;
   }
-  /// Whether pixels may be anything but opaque.
+  /// Whether pixels can be transparent.
   bool HasOpacity() const {
     return (png_get_color_type(fPng, fInfo) & PNG_COLOR_MASK_ALPHA) != 0 ||
            png_get_valid(fPng, fInfo, PNG_INFO_tRNS) != 0;
   }
-  /// Reads the pixels as blue, green, red and, if there is that, opacity, 8 bits each.
+  /// Reads the pixels as blue, green, red and, if `HasOpacity()`, opacity, 8 bits each.
   [[nodiscard]] bool ReadRows(png_bytep* rows) {
     if (setjmp(png_jmpbuf(fPng)) != 0) return false;
     png_set_expand(fPng);
@@ -121,24 +121,34 @@ Picture ReadPng(InputFile* input, const std::string& name) {
   for (std::size_t row = 0; row < rows.size(); ++row) rows[row] = &pixels[row * rowBytes];
   if (!reader.ReadRows(rows.data())) FailRead(*input, name, reader.Problem());
 
-  Picture picture;
-  picture.width = static_cast<int>(reader.Width());
-  picture.height = static_cast<int>(reader.Height());
-  if (!hasOpacity) {
-    picture.pixels = std::move(pixels);
-    return picture;
-  }
-  const FrameView frame = {pixels.data(), picture.width, picture.height};
+  const auto width = static_cast<int>(reader.Width());
+  const auto height = static_cast<int>(reader.Height());
+  if (!hasOpacity) return {width, height, std::move(pixels)};
+  const FrameView frame = {pixels.data(), width, height};
   if (!IsOpaque(frame)) {
-    throw ToolError(name + ": has transparent pixels; a stream's pictures are opaque");
+    throw ToolError(name +
+                    ": has transparent pixels, which a stream cannot show; flatten it first");
   }
-  CopyColours(frame, &picture.pixels);
+  Picture picture;
+  CopyColours(frame, &picture);
   return picture;
 }
 
-void EncodePng(const FrameView& frame, std::vector<unsigned char>* png) {
-  PngSeries series;
-  series.Begin(frame)()(png);
+std::vector<unsigned char> EncodePng(const Picture& picture) {
+  png_image image = {};
+  image.version = PNG_IMAGE_VERSION;
+  image.width = static_cast<png_uint_32>(picture.width);
+  image.height = static_cast<png_uint_32>(picture.height);
+  image.format = PNG_FORMAT_BGR;
+  image.flags = PNG_IMAGE_FLAG_FAST;
+  png_alloc_size_t size = PNG_IMAGE_PNG_SIZE_MAX(image);
+  // Without zeros: the system then provides memory for the bytes of the file alone.
+  const auto room = std::make_unique_for_overwrite<unsigned char[]>(size);
+  if (png_image_write_to_memory(&image, room.get(), &size, 0, picture.pixels.data(), 0, nullptr) ==
+      0) {
+    throw std::bad_alloc();  // the room suffices for every picture
+  }
+  return {room.get(), room.get() + size};
 }
 
 }  // namespace zlibvideo

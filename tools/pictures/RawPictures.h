@@ -19,9 +19,7 @@ class RawPictures : public PictureStream {
  private:
   bool ReadPicture(Picture* picture) override {
     if (!Input()->HasMore()) return false;
-    picture->width = fSize.width;
-    picture->height = fSize.height;
-    CopyColours({ReadBytes(fSize.ByteCount()).data(), fSize.width, fSize.height}, &picture->pixels);
+    CopyColours({ReadBytes(fSize.ByteCount()).data(), fSize.width, fSize.height}, picture);
     return true;
   }
 

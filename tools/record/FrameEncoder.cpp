@@ -8,7 +8,7 @@
 #include "bitstream/MessageBody.h"
 #include "grid/BlockFormat.h"
 #include "grid/Sizes.h"
-#include "tools/parallel/ForEach.h"
+#include "tools/parallel/Parallel.h"
 #include "tools/record/RecordError.h"
 #include "tools/stream/SpanOf.h"
 #include "tools/terminal/Wording.h"

@@ -45,7 +45,7 @@ struct OutputFormat {
   enum class Files {
     kNone,
     kOne,
-    /// Numbered by a `NamePattern`; made with a `PictureFilesSink`.
+    /// Numbered by a `NamePattern`.
     kOnePerPicture,
   };
 

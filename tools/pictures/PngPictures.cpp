@@ -1,6 +1,5 @@
-#include "tools/pictures/PngFiles.h"
+#include "tools/pictures/PngPictures.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "tools/pictures/Png.h"
@@ -8,7 +7,7 @@
 namespace zlibvideo {
 
 PngFiles::PngFiles(std::vector<std::string> paths, unsigned int jobs)
-    : fPaths(std::move(paths)), fAhead(std::min(jobs, kMaxPicturesAtOnce)) {}
+    : fPaths(std::move(paths)), fAhead(jobs) {}
 
 bool PngFiles::Next(Picture* picture) {
   if (fRead == fPaths.size()) return false;
@@ -34,6 +33,12 @@ Picture PngFiles::ReadStandardInput() {
 
 std::string PngFiles::Name() const {
   return InputName(fPaths[fRead - 1]);
+}
+
+bool PngStream::ReadPicture(Picture* picture) {
+  if (!Input()->HasMore()) return false;
+  *picture = ReadPng(Input(), Name());
+  return true;
 }
 
 }  // namespace zlibvideo

@@ -1,11 +1,7 @@
-#include "tools/parallel/ForEach.h"
+#include "tools/parallel/Parallel.h"
 
-#include <algorithm>
 #include <atomic>
-#include <future>
 #include <vector>
-
-#include "tools/parallel/InBackground.h"
 
 namespace zlibvideo {
 
@@ -18,7 +14,7 @@ void ForEach(std::size_t count, unsigned int jobs,
   const auto workers = static_cast<unsigned int>(std::min<std::size_t>(count, jobs));
   std::vector<std::future<void>> others;
   for (unsigned int worker = 1; worker < workers; ++worker) {
-    others.push_back(InBackground([&work, worker] { work(worker); }));
+    others.push_back(InBackground<void>([&work, worker] { work(worker); }));
   }
   work(0);
   for (std::future<void>& other : others) other.get();
