@@ -64,10 +64,11 @@ class ZLIBVIDEO_EXPORT ZLibVideoDecompressor : public VideoDecompressor, public 
   ///
   /// `video` may be null. `message` may be null only where `length` is below 7, which fails; its
   /// bytes may be anything, are only read, and are not needed afterwards. Of a message of 4 GiB or
-  /// more, only as many bytes are decoded as the low 32 bits of `length` say. The host allocator's `std::bad_alloc` passes through: the message then counts as
-  /// not decoded, and the object can take the next one. So does what else the host throws while the
-  /// bitmap is sized or drawn: the blocks are then decoded, but the message is not counted, and a
-  /// bitmap that was locked stays locked.
+  /// more, only as many bytes are decoded as the low 32 bits of `length` say. The host allocator's
+  /// `std::bad_alloc` passes through: the message then counts as not decoded, and the object can
+  /// take the next one. So does what else the host throws while the bitmap is sized or drawn: the
+  /// blocks are then decoded, but the message is not counted, and a bitmap that was locked stays
+  /// locked.
   [[nodiscard]] bool DecompressVideo(Vorn::GCAPI::GCRef<SObject> video, unsigned char* message,
                                      unsigned long length, bool skipPush);
 };

@@ -170,12 +170,22 @@ TEST_F(BlockTest, WalksRecordsThatItHasNoUseFor) {
   decoder->GetBlock(0, 0)->fProcessed = true;
   EXPECT_EQ(decoder->UnpackBlocks(records.get(), 8, 6), 3) << "decoded in this pass";
   decoder->DeleteBlocks();
+  decoder->ClearProcessedFlags();
   EXPECT_EQ(decoder->UnpackBlocks(records.get(), 8, 6), 3) << "no grid";
   decoder->fGridHeight = 0;
   EXPECT_EQ(decoder->UnpackMessage(records.get(), 8, 3, 0), 0) << "no rows";
   EXPECT_EQ(decoder->UnpackMessage(records.get(), 8, 6, 0), -1) << "no rows, version 2";
   EXPECT_EQ(decoder->UnpackMessage(records.get(), 5, 6, 0), -1) << "no flags";
   EXPECT_EQ(decoder->UnpackMessage(records.get(), 4, 3, 0), -1) << "no header";
+  EXPECT_EQ(decoder->UnpackPalette(records.get(), 1), -1) << "half a size";
+  ByteCursor cursor(records.get(), 4);
+  FrameHeader header;
+  EXPECT_FALSE(FrameHeader::Read(&cursor, &header));
+  EXPECT_EQ(cursor.Remaining(), 4u);
+  BlockRecord record{9, {1, 2, 3}, cursor.Rest()};
+  cursor = ByteCursor(records.get() + 1, 2);
+  EXPECT_FALSE(BlockRecord::Read(&cursor, 6, &record));
+  EXPECT_TRUE(record.IsEmpty());
 }
 
 TEST_F(BlockTest, FailsWhenCutAnywhere) {
@@ -228,7 +238,7 @@ TEST_F(BlockTest, DecodesEveryKindOfVersion2Payload) {
       {"no reference", kIntermediate, {}, Zlib(pixels), false, 0, {}, {}},
       {"no reference, empty", kPrimed, {}, {}, false, 0, {}, {}},
       {"no reference, no rows", kBanded, {}, {}, false, 0, {}, {}, C},
-      {"intermediate", kIntermediate, {}, Zlib(pixels), true, 768, {{0, pixels}}, P, C},
+      {"intermediate", kIntermediate, kBand, Zlib(pixels), true, 768, {{0, pixels}}, P, C},
       {"fills the room", kIntermediate, {}, Zlib(tooLong), true, 848, {{0, room}}, P},
       {"bad check value", kIntermediate, {}, Damaged(Zlib(pixels)), true, 768, {{0, black}}, P},
       {"gzip", kIntermediate, {}, Compress(pixels, {}, MAX_WBITS + 16), true, 0, {{0, black}}, P},
@@ -237,7 +247,7 @@ TEST_F(BlockTest, DecodesEveryKindOfVersion2Payload) {
       {"primed", kPrimed, {}, RawDeflate(turned, P), true, 768, {{0, turned}}, P, C},
       {"primed, short", kPrimed, {}, RawDeflate(rows, P), true, 96, {{0, rows}}, P, {}, {}, P},
       {"primed, damaged", kPrimed, {}, {7}, true, 0, {{0, black}}, P},
-      {"primed, empty", kPrimed, {}, {}, true, 848, {}, P},
+      {"primed, empty", kPrimed, {}, {}, true, 848, {}, Bytes{}},
       {"empty dictionary", kPrimed, {}, RawDeflate(pixels), false, 0, {}, Bytes{}},
       {"by codes", kPrimed | kReduced, {}, RawDeflate(codes, C), true, 9, {{0, C}, {0, bgr}}, P, C},
       {"without codes", kPrimed | kReduced, {}, RawDeflate(codes, P), true, 9, {{0, P}, {0, bgr}},
@@ -267,6 +277,8 @@ TEST_F(BlockTest, DecodesEveryKindOfVersion2Payload) {
       {"reference too long", kBanded, {5, 0}, {}, false, 0, {}, Noise(849, 5)},
       {"band of codes", kBanded | kReduced, kBand, Zlib(codes), true, 681,
        {{0, head}, {144, bgr}, {240, tail}}, P},
+      {"more codes than a band", kBanded | kReduced, kBand, Zlib(Bytes(40, 5)), true, 792,
+       {{0, P}, {144, Bytes(120, 255)}}, P},
       {"band, field 1", kBanded | kColorField1, kBand, Zlib(codes), true, 848,
        {{0, head}, {240, tail}}, P},
       {"no rows", kBanded, {5, 0}, {}, true, 768, {{0, P}}, P},
@@ -293,8 +305,10 @@ TEST_F(BlockTest, TestsBandsOneByOne) {
     b.fPreviousDataSize = previous;
     const BlockHeader header = {kFormatDiffRows, static_cast<std::uint8_t>(start),
                                 static_cast<std::uint8_t>(rows)};
-    RowBand band;
+    RowBand band{1, 1, 1};
     EXPECT_EQ(RowBand::Find(b, header, 848, &band), fault) << name;
+    const unsigned int left = fault == Fault::kNone ? 0 : 1;
+    EXPECT_EQ(std::tuple(band.offset, band.length, band.after), std::tuple(left, left, left));
   }
 }
 

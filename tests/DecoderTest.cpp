@@ -175,13 +175,22 @@ TEST_F(DecoderTest, DrawsOnlyIntoAVideoObjectAndWhenAsked) {
   EXPECT_TRUE(decoder->DecompressVideo({}, bytes.data(), bytes.size(), false));
   EXPECT_TRUE(Decode(bytes, true));
   EXPECT_EQ(Host().calls, (Calls{"Made 0 0", "ReallocBitmap 16 32 0 0 5 0 0"}));
-  EXPECT_TRUE(Decode(bytes));
+  const Vorn::GCAPI::GCRef<SObject> ref(video.get());
+  EXPECT_TRUE(decoder->DecompressVideoEmbedded(ref, bytes.data(), static_cast<int>(bytes.size())));
   EXPECT_TRUE(Shows(picture.Bitmap()));
   EXPECT_EQ(decoder->fDecodedFrameCount, 3u);
+  Host().throwOnUpdate = true;
+  EXPECT_ANY_THROW(static_cast<void>(Decode(bytes)));
+  EXPECT_EQ(decoder->fDecodedFrameCount, 3u) << "drawing failed";
+  EXPECT_TRUE(Decode(bytes));
+  EXPECT_EQ(decoder->fDecodedFrameCount, 4u);
   video->getsABitmap = false;
   EXPECT_TRUE(Decode(bytes));
   video->SetRecord(nullptr);
   EXPECT_TRUE(Decode(bytes));
+  struct NewObject : SObject {
+  } object;
+  EXPECT_EQ(object.GetBitmapCore(), nullptr);
   video->SetRecord(reinterpret_cast<RenderRecord*>(16));  // nothing that could be read
   EXPECT_TRUE(Decode(bytes, true));
 }

@@ -18,7 +18,7 @@ TEST_F(GridTest, SizesBuffersByTheBlock) {
   // clang-format off
   for (const auto& [width, height, scratch, room] :
        {std::array{16, 16, 1024, 848}, {16, 32, 1648, 1648}, {32, 32, 3248, 3248},
-        {48, 48, 7248, 7248}, {64, 64, 12832, 12832}, {256, 256, 204528, 204528},
+        {48, 48, 7248, 7248}, {64, 64, 12832, 12832}, {80, 80, 20032, 20032}, {256, 256, 204528, 204528},
         {1, 1, 1024, 256}}) {
     // clang-format on
     SCOPED_TRACE(testing::Message() << width << 'x' << height);
@@ -106,10 +106,16 @@ TEST_F(GridTest, BuffersOnlyGrow) {
     EXPECT_EQ(Host().allocations.size(), allocations);
     EXPECT_TRUE(SameBytes(std::span(source, static_cast<std::size_t>(sizeAfter)), PreviousData(b)));
   }
-  FailAt(4, AllocationFailure::kNull);
-  EXPECT_FALSE(b.SetPreviousData(source, 301));
-  EXPECT_EQ(b.fPreviousData, null);
-  EXPECT_EQ(b.fPreviousDataSize, 0);
+  for (const AllocationFailure failure : {AllocationFailure::kNull, AllocationFailure::kBadAlloc}) {
+    EXPECT_TRUE(b.SetPreviousData(source, 200));
+    FailAt(Host().allocations.size() + 1, failure);
+    try {
+      EXPECT_FALSE(b.SetPreviousData(source, 301));
+    } catch (const std::bad_alloc&) {
+    }
+    EXPECT_EQ(b.fPreviousData, null);
+    EXPECT_EQ(b.fPreviousDataSize, 0);
+  }
 }
 
 TEST_F(GridTest, DecodesOnWhenPartlyBuilt) {
@@ -257,6 +263,12 @@ TEST_F(GridTest, AsksForTheAddressOfEveryRow) {
   EXPECT_TRUE(decoder->SetupCodec(16, 16, 16, 16));
   decoder->PushFrame(&bitmap);
   EXPECT_TRUE(SamePixels(black.Bitmap(), bitmap.Pixels())) << "black";
+}
+
+TEST(WidenRowTest, NamesTheSlowestVariantFirst) {
+  std::string names;
+  for (const NamedRowWidener& variant : AvailableRowWideners()) names += variant.name;
+  EXPECT_TRUE(names == "portableNEON" || std::string("portableSSSE3AVX2").starts_with(names));
 }
 
 TEST(WidenRowTest, EveryVariantWritesItsRowsAndNothingElse) {

@@ -79,6 +79,37 @@ TEST_F(HostileTest, FailsTheMessagesThatMissMemory) {
   }
 }
 
+TEST_F(HostileTest, PrimesWithPixelsAfterCodesWereLost) {
+  const FrameHeader header = Header(6, 16, 16, 16, 16);
+  PlainPicture first(header, 1), second(header, 2), third(header, 3);
+  for (std::size_t i = 0; i < 768; ++i) first.blocks[0][i] = i % 3 == 0 ? 250 : i % 3 == 1 ? 10 : 5;
+  const Bytes codes(256, 5), more = ReduceColors(&second.blocks[0]);
+  const Bytes last = ReduceColors(&third.blocks[0]);
+  Message message{.header = header, .palette = Zlib(PaletteColors()), .records = {{}}};
+  const auto decode = [&](int format, const Bytes& payload) {
+    message.records[0] = {format, {}, payload};
+    return Decode(message.Build());
+  };
+  for (const AllocationFailure failure : {AllocationFailure::kNull, AllocationFailure::kBadAlloc}) {
+    const bool isNull = failure == AllocationFailure::kNull;
+    SCOPED_TRACE(isNull ? "null" : "bad_alloc");
+    Restart();
+    EXPECT_TRUE(decode(kReduced, Zlib(codes)));
+    FailAt(Host().allocations.size() + 1, failure);
+    bool thrown = false;
+    try {
+      EXPECT_TRUE(decode(kReduced, Zlib(more)));
+    } catch (const std::bad_alloc&) {
+      thrown = true;
+    }
+    EXPECT_EQ(thrown, !isNull);
+    const PlainPicture& shown = isNull ? second : first;
+    EXPECT_TRUE(Shows(shown.Bitmap()));
+    EXPECT_TRUE(decode(kPrimed | kReduced, RawDeflate(last, shown.blocks[0])));
+    EXPECT_TRUE(Shows(third.Bitmap()));
+  }
+}
+
 TEST_F(HostileTest, ShowsStaleMemoryOnlyInKnownPlaces) {
   const FrameHeader v1 = Header(3, 16, 16, 16, 16), v2 = Header(6, 16, 16, 16, 16);
   const Bytes little = Zlib(Noise(99, 1));
@@ -135,7 +166,7 @@ TEST_F(HostileTest, CostsNoMoreMemoryThanTheHeaderAllows) {
        {std::tuple{"most blocks, version 1", Header(3, 4095, 4095, 16, 16), 65536ul, 0ul},
         {"most blocks, version 2", Header(6, 4095, 4095, 16, 16), 65536ul, 0ul},
         {"all filled, version 1", Header(3, 20, 40, 16, 16), 6ul, 6ul},
-        {"all filled, version 2", Header(6, 16, 20, 16, 16), 2ul, 2ul},
+        {"all filled, version 2", Header(6, 20, 40, 32, 16), 3ul, 3ul},
         {"one large block", Header(6, 1, 1, 256, 256), 1ul, 1ul}}) {
     SCOPED_TRACE(name);
     Restart();
@@ -158,6 +189,7 @@ TEST_F(HostileTest, CostsNoMoreMemoryThanTheHeaderAllows) {
       EXPECT_EQ(records + others, MemoryBound(header));
     }
   }
+  EXPECT_EQ(MemoryBound(Header(2, 20, 40, 16, 16)), MemoryBound(Header(3, 20, 40, 16, 16)));
   if (sizeof(void*) != 8) return;
   // The table of docs/embedding.md, in units of 0.1 MB.
   for (const auto& [block, version1, version2] :
