@@ -210,6 +210,18 @@ TEST_F(ChangesTest, TellTheHostTheLeastArea) {
   elsewhere.Realloc(40, 40, kBitmapNotAddressable);
   EXPECT_EQ(decoder->PushChanges(&elsewhere).xMax, 0);
   draw("UpdateMipMap 16 32 8 24");
+
+  // Into another bitmap, changes alone do not make a picture.
+  EXPECT_TRUE(Decode(change({6}).Build(), true));
+  CountingBitmap another;
+  another.Realloc(40, 40, kBitmapVideoFrame);
+  decoder->PushChanges(&another);
+  BitmapPixels block = picture.Bitmap();
+  for (std::size_t byte = 0; byte < block.bytes.size(); ++byte)
+    if (byte / 160 >= 8 || byte % 160 >= 64) block.bytes[byte] = 0xA5;
+  EXPECT_TRUE(SamePixels(block, another.Pixels()));
+  decoder->PushFrame(&another);
+  EXPECT_TRUE(SamePixels(picture.Bitmap(), another.Pixels()));
 }
 
 TEST_F(ChangesTest, AreDrawnAgainAfterAnExceptionOfTheHost) {
