@@ -1,103 +1,82 @@
-#include <cstddef>
-#include <memory>
-#include <random>
-#include <string>
-#include <utility>
-#include <vector>
+// Conversion of colour-reduced pixels, by the component and by a plain loop.
 
-#include "bench/Contest.h"
-#include "bench/IsolatedBenchmarks.h"
-#include "bench/PlainLoops.h"
+#include <benchmark/benchmark.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <random>
+#include <utility>
+
+#include "bench/Bench.h"
+#include "bench/PlainConvert.h"
+#include "bitstream/FrameHeader.h"
 #include "grid/BlockFormat.h"
-#include "grid/BlockedCodec.h"
-#include "grid/Sizes.h"
 
 namespace zlibvideo::bench {
 namespace {
 
-constexpr int kBlockSize = 64;
-constexpr int kBlockPixels = kBlockSize * kBlockSize;
-/// Blocks of random codes: enough that no branch predictor learns them by heart.
-constexpr int kRandomBlocks = 64;
-constexpr auto kFormat = static_cast<unsigned char>(kFormatColorReduced);
-
-/// Colour-reduced streams of blocks and room for the pixels of any one of them.
-struct Streams {
-  std::vector<Bytes> codes;
+/// Converts blocks of codes by the component, or by the plain loop if the argument is 1.
+void Convert(benchmark::State& state, std::vector<Bytes> codes) {
   BlockedCodec codec;
-  Bytes pixels = Bytes(static_cast<std::size_t>(RawDataCapacity(kBlockSize, kBlockSize)));
-
-  unsigned int ConvertPlainly(const Bytes& stream) {
-    return PlainConvert(stream.data(), static_cast<unsigned int>(stream.size()), pixels.data(),
-                        static_cast<unsigned int>(pixels.size()),
-                        BlockedCodec::fDefaultTarvishPalette, PlainColorTable());
-  }
-  unsigned int Convert(Bytes& stream) {
-    auto length = static_cast<unsigned int>(pixels.size());
-    codec.ConvertImageColorToQuarn24(pixels.data(), &length, stream.data(),
-                                     static_cast<unsigned int>(stream.size()), kFormat);
-    return length;
-  }
-};
-
-/// One block whose codes come in runs of a kind. Runs of indices have `indexRun` codes on average
-/// and runs of 2-byte codes `colorRun`; 0 means that there are none.
-Bytes RandomCodes(double indexRun, double colorRun, std::mt19937* random) {
-  Bytes codes;
-  std::uniform_real_distribution<double> chance(0, 1);
-  bool index = indexRun > 0;
-  for (int pixel = 0; pixel < kBlockPixels; ++pixel) {
-    if (index) {
-      codes.push_back(static_cast<unsigned char>((*random)() & 0x7F));
-    } else {
-      codes.push_back(static_cast<unsigned char>((*random)() | 0x80));
-      codes.push_back(static_cast<unsigned char>((*random)()));
+  constexpr std::size_t kMaxBlockSize = FrameHeader::kMaxBlockSize;
+  Bytes pixels(kMaxBlockSize * kMaxBlockSize * kBlockPixelBytes);
+  const bool plainly = state.range(0) != 0;
+  state.SetLabel(plainly ? "plain loop" : "component");
+  std::int64_t bytes = 0;
+  for (auto _ : state) {
+    for (Bytes& block : codes) {
+      const auto length = static_cast<unsigned int>(block.size());
+      auto size = static_cast<unsigned int>(pixels.size());
+      if (plainly) {
+        size = PlainConvert(block.data(), length, pixels.data(), size,
+                            BlockedCodec::fDefaultTarvishPalette, PlainColorTable());
+      } else {
+        codec.ConvertImageColorToQuarn24(pixels.data(), &size, block.data(), length,
+                                         kFormatColorReduced);
+      }
+      bytes += size;
     }
-    const double run = index ? indexRun : colorRun;
-    const double other = index ? colorRun : indexRun;
-    if (other > 0 && chance(*random) * run < 1) index = !index;
+    benchmark::ClobberMemory();
   }
-  return codes;
+  state.SetBytesProcessed(bytes);
 }
 
-void RegisterCase(const std::string& name, std::vector<Bytes> codes) {
-  const auto streams = std::make_shared<Streams>();
-  streams->codes = std::move(codes);
-  double bytes = 0;
-  for (Bytes& stream : streams->codes) bytes += streams->Convert(stream);
-  RegisterContest("convert/" + name, {bytes, false},
-                  {{"plain loop",
-                    [streams] {
-                      for (Bytes& stream : streams->codes) streams->ConvertPlainly(stream);
-                    }},
-                   {"component", [streams] {
-                      for (Bytes& stream : streams->codes) streams->Convert(stream);
-                    }}});
+/// Converts random codes, of which the first is an index. After an index, a 2-byte code follows
+/// with the chance `toColor`. After a 2-byte code, an index follows with the chance `toIndex`.
+void ConvertRandom(benchmark::State& state, double toColor, double toIndex) {
+  constexpr int kBlocks = 64;  // so many that no branch predictor learns them by heart
+  constexpr int kBlockPixels = 64 * 64;
+  std::mt19937 random(1);
+  std::uniform_real_distribution<double> chance(0, 1);
+  std::vector<Bytes> codes(kBlocks);
+  for (Bytes& block : codes) {
+    bool index = true;
+    for (int pixel = 0; pixel < kBlockPixels; ++pixel) {
+      block.push_back(static_cast<unsigned char>(index ? random() & 0x7F : random() | 0x80));
+      if (!index) block.push_back(static_cast<unsigned char>(random()));
+      if (chance(random) < (index ? toColor : toIndex)) index = !index;
+    }
+  }
+  Convert(state, std::move(codes));
 }
+BENCHMARK_CAPTURE(ConvertRandom, indices, 0, 0)->Arg(0)->Arg(1);
+BENCHMARK_CAPTURE(ConvertRandom, 10 % colours, 0.1, 0.9)->Arg(0)->Arg(1);
+BENCHMARK_CAPTURE(ConvertRandom, runs of 8, 0.125, 0.125)->Arg(0)->Arg(1);
+BENCHMARK_CAPTURE(ConvertRandom, any codes, 0.5, 0.5)->Arg(0)->Arg(1);
+BENCHMARK_CAPTURE(ConvertRandom, in turns, 1, 1)->Arg(0)->Arg(1);
 
 }  // namespace
 
-void RegisterConversion(std::vector<Bytes> recorded) {
-  if (!recorded.empty()) RegisterCase("recorded", std::move(recorded));
-  struct Mix {
-    const char* name;
-    double indexRun;
-    double colorRun;
-  };
-  constexpr Mix kMixes[] = {
-      {"indices only", 1, 0}, {"colours only", 0, 1}, {"runs of 64", 64, 64},
-      {"runs of 16", 16, 16}, {"runs of 8", 8, 8},    {"runs of 4", 4, 4},
-      {"1 % colours", 99, 1}, {"10 % colours", 9, 1}, {"10 % indices", 1, 9},
-      {"noise", 2, 2},        {"runs of 3", 3, 3},    {"alternating", 1, 1},
-  };
-  std::mt19937 random(1);
-  for (const Mix& mix : kMixes) {
-    std::vector<Bytes> codes;
-    for (int i = 0; i < kRandomBlocks; ++i) {
-      codes.push_back(RandomCodes(mix.indexRun, mix.colorRun, &random));
-    }
-    RegisterCase(mix.name, std::move(codes));
+void RegisterConversion(const Stream& stream) {
+  Player player;
+  player.Decode(stream);
+  std::vector<Bytes> codes;
+  for (const BitmapDataBlock* block : player.Blocks()) {
+    if (block->fConvertedDataSize == 0) continue;
+    codes.emplace_back(block->fConvertedData, block->fConvertedData + block->fConvertedDataSize);
   }
+  if (codes.empty()) return;
+  benchmark::RegisterBenchmark(("Convert/" + stream.name).c_str(), Convert, codes)->Arg(0)->Arg(1);
 }
 
 }  // namespace zlibvideo::bench

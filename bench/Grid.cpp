@@ -1,116 +1,90 @@
+// Drawing, and messages of few and of many blocks.
+
 #include <benchmark/benchmark.h>
-#include <zlib.h>
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
-#include <string>
+#include <cstring>
 
-#include "bench/IsolatedBenchmarks.h"
-#include "bitstream/FrameHeader.h"
-#include "bitstream/MessageBody.h"
-#include "decoder/ZLibVideoDecompressor.h"
-#include "grid/Sizes.h"
-#include "host/standin/StandInVideoObject.h"
-#include "tools/stream/SpanOf.h"
+#include "bench/Bench.h"
+#include "output/RowWidener.h"
+#include "tests/StreamBuilder.h"
 
 namespace zlibvideo::bench {
 namespace {
 
-constexpr int kBlockSize = 16;
-/// Blocks a side of square grids of 1 to 65,536.
-constexpr int kSides[] = {1, 4, 16, 64, 256};
-/// Few and short: large grids take long to fill before the clock starts, and some repetitions go
-/// undisturbed.
-constexpr int kRepetitions = 7;
-constexpr double kMinSeconds = 0.003;
-
-/// The largest picture has its last column and row cut by a pixel.
-int ImageSize(int side) {
-  return std::min(side * kBlockSize, FrameHeader::kMaxImageSize);
+/// A message with a record for every block: all have the same pixels, or all are empty.
+Bytes MessageOf(int width, int height, int block, bool changed) {
+  const int columns = (width + block - 1) / block;
+  const int rows = (height + block - 1) / block;
+  const auto blockBytes = static_cast<std::size_t>(block * block * kBlockPixelBytes);
+  Record record;
+  if (changed) record = {.format = formats::kDirect, .payload = Zlib(Noise(blockBytes, 1))};
+  Message message{.header = Header(kCodecTypeVersion2, width, height, block, block)};
+  message.records.assign(static_cast<std::size_t>(columns * rows), record);
+  return message.Build();
 }
 
-Bytes MessageOf(int side, ByteSpan payload) {
-  FrameHeader header;
-  header.frameType = FrameHeader::kKeyFrameType;
-  header.codecType = kCodecTypeVersion2;
-  header.imageWidth = header.imageHeight = ImageSize(side);
-  header.blockWidth = header.blockHeight = kBlockSize;
-  unsigned char headerBytes[FrameHeader::kSize];
-  header.Write(headerBytes);
-
-  Bytes message(headerBytes, headerBytes + FrameHeader::kSize);
-  message.push_back(0);  // flags
-  for (int block = 0; block < side * side; ++block) {
-    const unsigned int size = payload.size == 0 ? 0 : payload.size + 1;
-    char sizeField[BlockRecord::kSizeFieldBytes];
-    BlockedCodec().WriteToBuf2(sizeField, 0, static_cast<std::int32_t>(size));
-    message.insert(message.end(), sizeField, sizeField + BlockRecord::kSizeFieldBytes);
-    if (size == 0) continue;
-    message.push_back(0);  // format: direct, 3-byte pixels
-    message.insert(message.end(), payload.data, payload.data + payload.size);
-  }
-  return message;
+void SetBitmapBytes(benchmark::State* state, std::size_t bytes) {
+  state->SetBytesProcessed(state->iterations() * static_cast<std::int64_t>(bytes));
 }
 
-Bytes CompressedBlock() {
-  Bytes pixels(std::size_t{kBlockSize} * kBlockSize * kBlockPixelBytes);
-  for (std::size_t i = 0; i < pixels.size(); ++i) {
-    pixels[i] = static_cast<unsigned char>(i * i >> 6);
-  }
-  uLongf size = compressBound(static_cast<uLong>(pixels.size()));
-  Bytes compressed(size);
-  compress(compressed.data(), &size, pixels.data(), static_cast<uLong>(pixels.size()));
-  compressed.resize(size);
-  return compressed;
-}
-
-void SetUpGrid(benchmark::State& state, int side) {
-  BlockedCodec codec;
-  const int size = ImageSize(side);
-  int change = 0;
-  const auto setUp = [&] {
-    // A picture one pixel smaller needs as many blocks but a new grid.
-    change = 1 - change;
-    if (!codec.SetupCodec(size - change, size, kBlockSize, kBlockSize)) std::abort();
-  };
-  setUp();
-  for (auto _ : state) setUp();
-  state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()) * side * side);
-}
-
-void Decode(benchmark::State& state, int side, Bytes message, bool skipPush) {
-  ZLibVideoDecompressor decoder(nullptr, nullptr);
-  StandInVideoObject video;
-  const auto decode = [&] {
-    if (!decoder.DecompressVideo(video.Ref(), message.data(), message.size(), skipPush))
-      std::abort();
+void Copy(benchmark::State& state, int width, int height) {
+  const Bytes picture(static_cast<std::size_t>(width * height * kBitmapPixelBytes), 1);
+  Bytes bitmap(picture.size());
+  for (auto _ : state) {
+    std::memcpy(bitmap.data(), picture.data(), picture.size());
     benchmark::ClobberMemory();
-  };
-  decode();  // makes grid and buffers
-  for (auto _ : state) decode();
-  state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()) * side * side);
+  }
+  SetBitmapBytes(&state, bitmap.size());
 }
+
+void Compose(benchmark::State& state, int width, int height) {
+  const auto block = static_cast<int>(state.range(0));
+  Player player;
+  player.Decode(MessageOf(width, height, block, true));
+  for (auto _ : state) player.PushFrame(&player.Bitmap());
+  SetBitmapBytes(&state, player.Bitmap().Pixels().size());
+}
+BENCHMARK_CAPTURE(Copy, 1280x720, 1280, 720);
+BENCHMARK_CAPTURE(Compose, 1280x720, 1280, 720)->Arg(64)->Arg(32)->Arg(16);
+BENCHMARK_CAPTURE(Copy, 1920x1080, 1920, 1080);
+BENCHMARK_CAPTURE(Compose, 1920x1080, 1920, 1080)->Arg(64);
+
+/// Widens rows of 64 pixels, as many pixels as 1280x720.
+void Widen(benchmark::State& state) {
+  constexpr int kWidth = 64;
+  constexpr int kHeight = 1280 * 720 / kWidth;
+  const auto way = static_cast<std::size_t>(state.range(0));
+  if (way >= AvailableRowWideners().size()) return state.SkipWithError("not on this processor");
+  const NamedRowWidener& widener = AvailableRowWideners()[way];
+  state.SetLabel(widener.name);
+  const Bytes pixels(std::size_t{kWidth} * kHeight * kBlockPixelBytes, 1);
+  StandInBitmap bitmap;
+  bitmap.Resize(kWidth, kHeight, kBitmapVideoFrame);
+  for (auto _ : state) {
+    widener.widen(pixels.data(), BitmapRows(&bitmap, kHeight - 1, 0), kHeight, kWidth);
+  }
+  SetBitmapBytes(&state, bitmap.Pixels().size());
+}
+BENCHMARK(Widen)->DenseRange(0, 2);
+
+/// Decodes messages of so many blocks a side, without drawing.
+void Grid(benchmark::State& state, bool changed) {
+  constexpr int kBlock = FrameHeader::kBlockSizeStep;
+  constexpr bool kSkipPush = true;
+  const auto side = static_cast<int>(state.range(0));
+  // The largest picture has its last column and row cut by a pixel.
+  const int size = std::min(side * kBlock, FrameHeader::kMaxImageSize);
+  const Bytes message = MessageOf(size, size, kBlock, changed);
+  Player player;
+  player.Decode(message, kSkipPush);  // makes grid and buffers
+  for (auto _ : state) player.Decode(message, kSkipPush);
+  state.SetItemsProcessed(state.iterations() * side * side);
+}
+BENCHMARK_CAPTURE(Grid, nothing changed, false)->RangeMultiplier(4)->Range(1, 256);
+BENCHMARK_CAPTURE(Grid, all changed, true)->RangeMultiplier(4)->Range(1, 256);
 
 }  // namespace
-
-void RegisterGrid() {
-  const Bytes block = CompressedBlock();
-  const ByteSpan payload = SpanOf(block);
-  const auto add = [](const std::string& name, int side, auto function, auto... arguments) {
-    const std::string path = "grid/" + name + "/" + std::to_string(side * side) + " blocks";
-    benchmark::RegisterBenchmark(path.c_str(), function, side, arguments...)
-        ->UseRealTime()
-        ->Repetitions(kRepetitions)
-        ->MinTime(kMinSeconds);
-  };
-  for (const int side : kSides) add("set up", side, SetUpGrid);
-  for (const int side : kSides) add("nothing changed", side, Decode, MessageOf(side, {}), true);
-  for (const int side : kSides) add("all changed", side, Decode, MessageOf(side, payload), true);
-  for (const int side : kSides) {
-    add("all changed and drawn", side, Decode, MessageOf(side, payload), false);
-  }
-}
-
 }  // namespace zlibvideo::bench

@@ -5,7 +5,7 @@
 #include <random>
 #include <vector>
 
-#include "bench/PlainLoops.h"
+#include "bench/PlainConvert.h"
 #include "colour/RunConverter.h"
 #include "decoder/ZLibVideoDecompressor.h"
 #include "grid/BlockFormat.h"

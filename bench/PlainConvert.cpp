@@ -1,4 +1,4 @@
-#include "bench/PlainLoops.h"
+#include "bench/PlainConvert.h"
 
 #include <array>
 #include <cstdint>
@@ -6,18 +6,6 @@
 #include "colour/ReducedCode.h"
 
 namespace zlibvideo::bench {
-
-void PlainWidenRows(const unsigned char* source, const BitmapRows& targets, int rows, int pixels) {
-  for (int row = 0; row < rows; ++row) {
-    unsigned char* target = targets.Address(row);
-    for (int pixel = 0; pixel < pixels; ++pixel, source += 3, target += 4) {
-      target[0] = source[0];
-      target[1] = source[1];
-      target[2] = source[2];
-      target[3] = 0xFF;
-    }
-  }
-}
 
 unsigned int PlainConvert(const unsigned char* source, unsigned int sourceLength,
                           unsigned char* destination, unsigned int room,
@@ -33,9 +21,7 @@ unsigned int PlainConvert(const unsigned char* source, unsigned int sourceLength
       if (source == end) break;
       color = colors[(first & 0x7F) << 8 | *source++];
     }
-    destination[written] = static_cast<unsigned char>(color & 0xFF);
-    destination[written + 1] = static_cast<unsigned char>(color >> 8 & 0xFF);
-    destination[written + 2] = static_cast<unsigned char>(color >> 16 & 0xFF);
+    StorePixel(destination + written, color);
     written += 3;
   }
   return written;
