@@ -93,7 +93,7 @@ TEST_F(DecodeTest, RangesBeginAtAMessageThatStandsAlone) {
   Save("damaged.zvm", messages);
   const std::string range = " --from 6 --to 6 --format bgra -o -";
   EXPECT_TRUE(SameBytes(Bitmaps(4, 5), Run("zlibvideo decode whole.zvm" + range).text));
-  const std::string told = "zlibvideo: standard input: message 1 at byte 3 failed";
+  const std::string told = "zlibvideo: standard input: message 1 at byte 3: it is empty";
   EXPECT_EQ(0u, Run("cat whole.zvm | zlibvideo decode -" + range).text.find(told));
   EXPECT_EQ(0u, Run("zlibvideo decode - < damaged.zvm" + range).text.find(told));
   EXPECT_TRUE(SameBytes(Bitmaps(4, 5), Run("zlibvideo decode - < whole.zvm" + range).text));
@@ -143,8 +143,8 @@ TEST_F(DecodeTest, PngFilesAreNumberedByMessage) {
   EXPECT_EQ(2, outcome.status);
   const std::string offset = std::to_string(3 * 3 + fSteps[0].message.size());
   const std::string line = "zlibvideo: bad.zvm: message ";
-  EXPECT_EQ(0u, outcome.text.find(line + "1 at byte 3 failed at its byte 0: "));
-  EXPECT_NE(std::string::npos, outcome.text.find('\n' + line + "3 at byte " + offset + " failed "));
+  EXPECT_EQ(0u, outcome.text.find(line + "1 at byte 3: it is empty"));
+  EXPECT_NE(std::string::npos, outcome.text.find('\n' + line + "3 at byte " + offset + ": block "));
   EXPECT_EQ((std::set<std::string>{"bad.zvm", "good.zvm", "out/002.png", "out/004.png"}), Files());
   EXPECT_TRUE(SamePixels(fSteps[0].bitmap, PngFilePixels("out/002.png")));
   EXPECT_TRUE(SamePixels(fSteps[1].bitmap, PngFilePixels("out/004.png")));

@@ -51,7 +51,7 @@ void FailureLines::Add(const FileMessage& message, const std::string& reason) {
   if (fMessages++ > 0) return;
   fReason = reason;
   fLine = fName + ": message " + std::to_string(message.Number()) + " at byte " +
-          std::to_string(message.offset) + " failed at its " + reason;
+          std::to_string(message.offset) + ": " + reason;
 }
 
 void FailureLines::Print() {
@@ -159,8 +159,8 @@ void DecodeRun::TakeOne(const FileMessage& message, bool decoded) {
     fSink->CatchUp();  // errors with earlier pictures come first
     // A comparison expects the failures of its list, and reports the others itself.
     if (!IsComparison()) {
-      const ByteSpan bytes = {message.bytes, message.length};
-      fFailures.Add(message, ExplainFailure(Diagnose(fDecoder.Decoder(), bytes)));
+      const auto outline = MessageOutline::Read({message.bytes, message.length});
+      fFailures.Add(message, ExplainFailure(Diagnose(fDecoder.Decoder(), outline)));
     }
     if (IsWanted(message)) fSink->NoteFailure(message.index, fDecoder.Frame());
   }

@@ -3,20 +3,17 @@
 #include "bitstream/MessageBody.h"
 #include "grid/Sizes.h"
 #include "tools/stream/Diagnosis.h"
-#include "tools/stream/ZlibTrial.h"
 
 namespace zlibvideo {
 namespace {
 
-PaletteOutcome FindPaletteOutcome(const MessageOutline& outline) {
+PaletteOutcome FindPaletteOutcome(const MessageOutline& outline, const InspectingDecoder& decoder) {
   if (!outline.paletteSize) return PaletteOutcome::kNone;
   if (*outline.paletteSize == 0) return PaletteOutcome::kEmpty;
   if (outline.palette.size == 0) return PaletteOutcome::kPastEnd;
-  const auto room = static_cast<unsigned int>(
-      ScratchBufferSize(outline.header->blockWidth, outline.header->blockHeight));
-  const ZlibTrial trial = ZlibTrial::Run(outline.palette, room);
-  if (!trial.fault.empty()) return PaletteOutcome::kUnreadable;
-  return trial.produced == kPaletteBytes ? PaletteOutcome::kInstalled : PaletteOutcome::kWrongSize;
+  const InspectingDecoder::Call& call = decoder.FirstCall();
+  if (call.source != outline.palette.data || !call.succeeded) return PaletteOutcome::kUnreadable;
+  return call.produced == kPaletteBytes ? PaletteOutcome::kInstalled : PaletteOutcome::kWrongSize;
 }
 
 void CountRecord(const MessageOutline::Record& entry, MessageReport* report) {
@@ -69,7 +66,7 @@ MessageReport MessageReport::Gather(const FileMessage& message, bool decoded,
   report.bytes = message.length;
   report.outline = MessageOutline::Read({message.bytes, message.length});
   if (!decoded) report.failure = Diagnose(decoder, report.outline);
-  report.palette = FindPaletteOutcome(report.outline);
+  report.palette = FindPaletteOutcome(report.outline, decoder);
   CountRecords(&report);
   return report;
 }

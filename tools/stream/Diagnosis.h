@@ -9,13 +9,11 @@
 namespace zlibvideo {
 
 /// Finds out why `decoder` failed to decode a message. Call it directly after the failure, with the
-/// same bytes at the same place. It asks the same readers and checks as the decoder did, against
-/// the blocks as the failure left them, and changes nothing.
-Failure Diagnose(const InspectingDecoder& decoder, ByteSpan message);
-/// The same for a message that was taken apart already.
+/// outline of the same bytes at the same address. It changes nothing.
 Failure Diagnose(const InspectingDecoder& decoder, const MessageOutline& outline);
 
-/// A failure in one line: where, and what.
+/// A failure in a few words, to follow the message: "block 3,7: its zlib stream is damaged", with
+/// row and column, or "its frame type is 0".
 std::string ExplainFailure(const Failure& failure);
 
 }  // namespace zlibvideo

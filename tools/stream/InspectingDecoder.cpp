@@ -4,20 +4,21 @@ namespace zlibvideo {
 
 int InspectingDecoder::DecompressVideoMessage(Vorn::GCAPI::GCRef<SObject> video, TCMessage* message,
                                               bool unused, bool skipPush) {
-  fLastSource = nullptr;
-  fLastSucceeded = true;
+  fFirstCall = {};
+  fLastCall = {};
   return ZLibVideoDecompressor::DecompressVideoMessage(video, message, unused, skipPush);
 }
 
 bool InspectingDecoder::DecompressBlock(unsigned char* destination, unsigned int* destinationLength,
                                         const unsigned char* source, unsigned int sourceLength) {
-  fLastSource = source;
-  fLastSucceeded =
+  const bool succeeded =
       ZLibVideoDecompressor::DecompressBlock(destination, destinationLength, source, sourceLength);
-  return fLastSucceeded;
+  fLastCall = {source, succeeded, *destinationLength};
+  if (fFirstCall.source == nullptr) fFirstCall = fLastCall;
+  return succeeded;
 }
 
-BitmapDataBlock* InspectingDecoder::FindBlock(int row, int column) const {
+const BitmapDataBlock* InspectingDecoder::FindBlock(int row, int column) const {
   if (fBlocks == nullptr || row < 0 || row >= fGridHeight || column < 0 || column >= fGridWidth) {
     return nullptr;
   }

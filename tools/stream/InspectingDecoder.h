@@ -5,10 +5,19 @@
 
 namespace zlibvideo {
 
-/// A decoder that remembers how far a message came, for `Diagnose`. It decodes exactly as its base
-/// does. Use `DecompressVideoMessage`, which forgets the message before.
+/// A decoder that remembers how far it came in a message, for `Diagnose`. It decodes exactly as its
+/// base does. `DecompressVideoMessage` forgets the message before; the other operations do not.
 class InspectingDecoder : public ZLibVideoDecompressor {
  public:
+  /// One call of `DecompressBlock`: it decompresses every palette and every direct payload.
+  struct Call {
+    /// Where in the message the zlib stream begins; null if there was no call.
+    const unsigned char* source = nullptr;
+    bool succeeded = true;
+    /// Bytes.
+    unsigned int produced = 0;
+  };
+
   using ZLibVideoDecompressor::ZLibVideoDecompressor;
 
   int DecompressVideoMessage(Vorn::GCAPI::GCRef<SObject> video, TCMessage* message, bool unused,
@@ -16,17 +25,16 @@ class InspectingDecoder : public ZLibVideoDecompressor {
   bool DecompressBlock(unsigned char* destination, unsigned int* destinationLength,
                        const unsigned char* source, unsigned int sourceLength) override;
 
-  /// Where in the message the last whole zlib stream that was tried begins; null when none was.
-  const unsigned char* LastSource() const { return fLastSource; }
-  /// Whether it was decompressed.
-  bool LastSucceeded() const { return fLastSucceeded; }
+  /// Of the last message.
+  const Call& FirstCall() const { return fFirstCall; }
+  const Call& LastCall() const { return fLastCall; }
 
-  /// The block of a grid cell; null when there is no such block.
-  BitmapDataBlock* FindBlock(int row, int column) const;
+  /// The block of a cell of the grid; null if there is no such block.
+  const BitmapDataBlock* FindBlock(int row, int column) const;
 
  private:
-  const unsigned char* fLastSource = nullptr;
-  bool fLastSucceeded = true;
+  Call fFirstCall;
+  Call fLastCall;
 };
 
 }  // namespace zlibvideo

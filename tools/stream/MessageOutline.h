@@ -11,7 +11,7 @@
 
 namespace zlibvideo {
 
-/// One record's place in its message. Rows and columns count from 0, row 0 at the bottom of the
+/// The place of a record in its message. Rows and columns count from 0, row 0 at the bottom of the
 /// picture; passes count from 1.
 struct BlockPlace {
   int pass = 1;
@@ -23,45 +23,46 @@ struct BlockPlace {
 
 /// Why a message was not decoded.
 struct Failure {
-  /// What is wrong, as a sentence without its full stop.
+  /// The fault, as the end of a sentence about the message or, if `block` is set, about the block.
   std::string what;
-  /// Where, in bytes from the start of the message: of a record, the start of its size field.
+  /// Bytes from the start of the message; for a record, to its size field.
   unsigned int offset = 0;
-  /// The block whose record it is, if it is a record.
+  /// The block of the faulty record, if a record is at fault.
   std::optional<BlockPlace> block;
 };
 
-/// A message taken apart, without decoding anything, by the readers that the decoder uses. Spans
-/// point into the message.
+/// The parts of a message, found without decoding anything, by the readers that the decoder uses.
+/// Spans point into the message.
 struct MessageOutline {
   struct Record {
     BlockRecord record;
     BlockPlace place;
-    /// Of its size field, in bytes from the start of the message.
+    /// Bytes from the start of the message to the record's size field.
     unsigned int offset = 0;
 
-    /// Bytes that it takes in the message.
+    /// Bytes of the record in the message, with its size field.
     unsigned int Bytes() const { return BlockRecord::kSizeFieldBytes + record.size; }
   };
 
-  /// Absent when the message is too short for one.
+  /// Absent if the message is too short for a header.
   std::optional<FrameHeader> header;
   /// Blocks; 0 unless the header is valid.
   int gridWidth = 0;
   int gridHeight = 0;
   /// Version 2 only.
   std::uint8_t flags = 0;
-  /// Value of the palette record's size field; absent when no palette is announced.
+  /// Value of the palette record's size field; absent if no palette is announced.
   std::optional<unsigned int> paletteSize;
-  /// Empty when there is none, or when it reaches past the message and is skipped for that.
+  /// Empty without a palette, and if the palette record reaches past the message: the decoder then
+  /// skips its size field alone.
   ByteSpan palette;
   /// Passes begun.
   int passes = 0;
-  /// Up to the first that cannot be read.
+  /// All records before the first unreadable one.
   std::vector<Record> records;
-  /// Bytes after the last record that nothing reads.
+  /// Bytes after the last record. The decoder does not read them.
   unsigned int unread = 0;
-  /// What ended the outline early; bytes that are in place but hold nonsense are not a fault here.
+  /// Why the outline ends early. Payloads are not looked into.
   std::optional<Failure> fault;
 
   static MessageOutline Read(ByteSpan message);
