@@ -1,17 +1,15 @@
 #include "bitstream/RowBand.h"
 
 #include <cstdint>
-#include <limits>
 
 #include "grid/BitmapDataBlock.h"
 #include "grid/Sizes.h"
 
 namespace zlibvideo {
 
-RowBand::Fault RowBand::Find(const BitmapDataBlock& block, const BlockHeader& header,
-                             unsigned int room, RowBand* band) {
-  // 64 bits hold every product and sum below, so no test can be fooled by a wrap.
-  constexpr std::uint64_t kMaxCount = std::numeric_limits<std::uint32_t>::max();
+bool RowBand::Find(const BitmapDataBlock& block, const BlockHeader& header, unsigned int room,
+                   RowBand* band) {
+  // 64 bits hold every product and sum below, so that none can wrap.
   const auto previous = static_cast<std::uint32_t>(block.fPreviousDataSize);
   const std::uint64_t row = std::uint64_t{static_cast<std::uint32_t>(block.fWidth)} *
                             static_cast<std::uint32_t>(kBlockPixelBytes);
@@ -20,23 +18,18 @@ RowBand::Fault RowBand::Find(const BitmapDataBlock& block, const BlockHeader& he
   const std::uint64_t end = offset + length;
   const std::uint64_t blockSize = row * static_cast<std::uint32_t>(block.fHeight);
 
-  if (previous > room) return Fault::kPreviousDataTooLong;
+  if (previous > room) return false;
   if (length == 0) {
     *band = {};
-    return Fault::kNone;
+    return true;
   }
-  if (end > kMaxCount) return Fault::kTooLarge;
-  if (offset > room) return Fault::kStartsBeyondRoom;
-  if (blockSize > kMaxCount) return Fault::kTooLarge;
-  if (end > previous) return Fault::kEndsBeyondPrevious;
-  if (end > room) return Fault::kEndsBeyondRoom;
-  if (end > blockSize) return Fault::kEndsBeyondBlock;
-  if (end < blockSize && blockSize > previous) return Fault::kPreviousDataTooShort;
+  // The band lies in the block, the block in the previous data, and this in the room.
+  if (end > blockSize || blockSize > previous) return false;
 
   band->offset = static_cast<unsigned int>(offset);
   band->length = static_cast<unsigned int>(length);
   band->after = static_cast<unsigned int>(blockSize - end);
-  return Fault::kNone;
+  return true;
 }
 
 }  // namespace zlibvideo

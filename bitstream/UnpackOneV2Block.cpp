@@ -30,7 +30,7 @@ bool OpenForPayload(const BitmapDataBlock& block, InflateStream* stream, unsigne
 bool FindBand(const BitmapDataBlock& block, unsigned int room, RowBand* band) {
   if (!zlibvideo::HasBand(block.fFormat)) return true;
   const BlockHeader header = {block.fFormat, block.fDiffRowStart, block.fDiffRowCount};
-  return RowBand::Find(block, header, room, band) == RowBand::Fault::kNone;
+  return RowBand::Find(block, header, room, band);
 }
 
 /// Whether a payload that accounts for `produced` bytes of the block, out of a room of `room`, gave

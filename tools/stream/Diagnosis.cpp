@@ -26,7 +26,7 @@ std::string WhyRefused(const BitmapDataBlock& block, const BlockRecord& record, 
     return "its dictionary is empty";
   }
   RowBand band;
-  if (HasBand(format) && RowBand::Find(block, record.header, room, &band) != RowBand::Fault::kNone) {
+  if (HasBand(format) && !RowBand::Find(block, record.header, room, &band)) {
     return "its band does not fit the reference data";
   }
   return {};
