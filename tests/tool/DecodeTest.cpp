@@ -312,16 +312,16 @@ TEST_F(DecodeTest, ManyFailuresAreFewLines) {
   for (std::size_t i = 0; i < 30; ++i) messages.push_back(Bytes(i % 2, 9));
   messages.push_back(fSteps[0].message);
   Save("x.zvm", messages);
-  const std::string first =
-      "x.zvm: message 32 at byte " + std::to_string(std::filesystem::file_size(Path("x.zvm")) + 3);
+  const auto end = std::to_string(std::filesystem::file_size(Path("x.zvm")));
   const Outcome outcome =
       Run("head -c 65538 /dev/zero >> x.zvm; zlibvideo decode x.zvm --format null");
   EXPECT_EQ(2, outcome.status);
   EXPECT_EQ(20 + 2, Lines(outcome.text)) << "different failures, and zeros: " << outcome.text;
-  EXPECT_NE(std::string::npos, outcome.text.find("x.zvm: 10 more messages failed\n"
-                                                 "zlibvideo: " +
-                                                 first));
-  EXPECT_TRUE(outcome.text.ends_with("; so did the next 21845 messages\n")) << outcome.text;
+  EXPECT_TRUE(
+      outcome.text.ends_with("x.zvm: 10 more messages failed\nzlibvideo: x.zvm: messages "
+                             "32 to 21877, from byte " +
+                             end + " on, are empty\n"))
+      << outcome.text;
   for (const char* start : {"\\211PNG", "YUV4MPEG2 W1", "RIFF"}) {
     const Outcome other = Run(std::string("printf '") + start + "' | zlibvideo info -");
     EXPECT_EQ(1, other.status);

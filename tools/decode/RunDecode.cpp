@@ -2,12 +2,12 @@
 
 #include <memory>
 #include <string>
-#include <utility>
 
 #include "bitstream/StandaloneFinder.h"
 #include "tools/files/OutputFile.h"
 #include "tools/files/ToolError.h"
 #include "tools/stream/Diagnosis.h"
+#include "tools/stream/FailureRun.h"
 #include "tools/stream/MessageFile.h"
 #include "tools/stream/StreamDecoder.h"
 #include "tools/terminal/StandardError.h"
@@ -18,61 +18,6 @@ namespace {
 
 using Result = MessageFileReader::Result;
 
-/// Prints a line for each message that fails, but not thousands of lines for a file that is damaged
-/// from some place on: messages in a row that fail for the same reason share a line, as the empty
-/// messages of zeros do, and a row of failures has at most 20 lines.
-class FailureLines {
- public:
-  explicit FailureLines(std::string name) : fName(std::move(name)) {}
-
-  void Add(const FileMessage& message, const std::string& reason);
-  /// Prints the line that waits for more messages with the same reason.
-  void Print();
-  /// Ends a row: a message was decoded, or the stream ends.
-  void EndRow();
-  std::uint64_t Count() const { return fCount; }
-
- private:
-  static constexpr int kMaxLines = 20;
-
-  std::string fName;
-  std::uint64_t fCount = 0;
-  std::string fReason;
-  /// The first message with this reason, as a line, and the number of all of them.
-  std::string fLine;
-  std::uint64_t fMessages = 0;
-  int fLinesInRow = 0;
-  std::uint64_t fNotPrinted = 0;
-};
-
-void FailureLines::Add(const FileMessage& message, const std::string& reason) {
-  ++fCount;
-  if (fMessages > 0 && reason != fReason) Print();
-  if (fMessages++ > 0) return;
-  fReason = reason;
-  fLine = fName + ": message " + std::to_string(message.Number()) + " at byte " +
-          std::to_string(message.offset) + ": " + reason;
-}
-
-void FailureLines::Print() {
-  const std::uint64_t messages = std::exchange(fMessages, 0);
-  if (messages == 0) return;
-  if (fLinesInRow == kMaxLines) {
-    fNotPrinted += messages;
-    return;
-  }
-  ++fLinesInRow;
-  if (messages > 1) fLine += "; so did the next " + Counted(messages - 1, "message");
-  PrintLine(fLine);
-}
-
-void FailureLines::EndRow() {
-  Print();
-  if (fNotPrinted > 0) PrintLine(fName + ": " + Counted(fNotPrinted, "more message") + " failed");
-  fNotPrinted = 0;
-  fLinesInRow = 0;
-}
-
 std::unique_ptr<FrameSink> MakeSink(const DecodeOptions& options) {
   if (!options.verify.empty()) return MakeVerifySink(options.verify);
   return options.format->make(options.output);
@@ -82,10 +27,7 @@ std::unique_ptr<FrameSink> MakeSink(const DecodeOptions& options) {
 class DecodeRun {
  public:
   explicit DecodeRun(const DecodeOptions& options)
-      : fOptions(options),
-        fReader(options.input),
-        fSink(MakeSink(options)),
-        fFailures(fReader.Name()) {}
+      : fOptions(options), fReader(options.input), fSink(MakeSink(options)) {}
 
   int Run();
 
@@ -93,6 +35,8 @@ class DecodeRun {
   /// Goes to the last message from which the range can be decoded, if the input is a file.
   void SkipAhead();
   void TakeOne(const FileMessage& message, bool decoded);
+  void TellFailure(const FileMessage& message) const;
+  void TellHeldBack();
   bool IsWanted(const FileMessage& message) const;
   bool IsComparison() const { return !fOptions.verify.empty(); }
   /// Whether a progress bar and a line at the end belong on the terminal.
@@ -105,7 +49,9 @@ class DecodeRun {
   MessageFileReader fReader;
   std::unique_ptr<FrameSink> fSink;
   StreamDecoder fDecoder;
-  FailureLines fFailures;
+  FailureRun fFailureRun;
+  /// 0 in a comparison, which expects the failures of its list and reports the others itself.
+  std::uint64_t fFailures = 0;
   std::uint64_t fPicturesWritten = 0;
 };
 
@@ -116,7 +62,7 @@ int DecodeRun::Run() {
       [this](const FileMessage& message, bool decoded) { TakeOne(message, decoded); });
   if (fReader.MessageCount() == 0) throw ToolError(end.problem);
   fSink->CatchUp();
-  fFailures.EndRow();
+  TellHeldBack();
   // Completing the output may end with an error of its own.
   if (end.result != Result::kEnd) PrintLine(end.problem);
   if (end.result == Result::kReadError) {
@@ -149,25 +95,36 @@ void DecodeRun::SkipAhead() {
 }
 
 void DecodeRun::TakeOne(const FileMessage& message, bool decoded) {
-  if (decoded) {
-    fFailures.EndRow();
-    if (IsWanted(message)) {
+  if (!decoded) fSink->CatchUp();  // errors with earlier pictures come first
+  if (!IsComparison()) {
+    if (!decoded) ++fFailures;
+    if (!fFailureRun.HoldsBack(message, decoded)) {
+      TellHeldBack();
+      if (!decoded) TellFailure(message);
+    }
+  }
+  if (IsWanted(message)) {
+    if (decoded) {
       fSink->WritePicture(message.index, fDecoder.Frame());
       ++fPicturesWritten;
+    } else {
+      fSink->NoteFailure(message.index, fDecoder.Frame());
     }
-  } else {
-    fSink->CatchUp();  // errors with earlier pictures come first
-    // A comparison expects the failures of its list, and reports the others itself.
-    if (!IsComparison()) {
-      const auto outline = MessageOutline::Read({message.bytes, message.length});
-      fFailures.Add(message, ExplainFailure(Diagnose(fDecoder.Decoder(), outline)));
-    }
-    if (IsWanted(message)) fSink->NoteFailure(message.index, fDecoder.Frame());
   }
-  if (fReader.HasInput()) return;
-  // Whoever watches a stream as it is sent has everything before the next message.
-  fSink->CatchUp();
-  fFailures.Print();
+  // Whoever watches a stream as it is sent has each picture before the next message.
+  if (!fReader.HasInput()) fSink->CatchUp();
+}
+
+void DecodeRun::TellFailure(const FileMessage& message) const {
+  const MessageOutline outline = MessageOutline::Read({message.bytes, message.length});
+  PrintLine(fReader.Name() + ": message " + std::to_string(message.Number()) + " at byte " +
+            std::to_string(message.offset) + ": " +
+            ExplainFailure(Diagnose(fDecoder.Decoder(), outline)));
+}
+
+void DecodeRun::TellHeldBack() {
+  const std::string sentence = fFailureRun.TakeHeldBack();
+  if (!sentence.empty()) PrintLine(fReader.Name() + ": " + sentence);
 }
 
 bool DecodeRun::IsWanted(const FileMessage& message) const {
@@ -195,7 +152,7 @@ ExitStatus DecodeRun::Conclude(Result end) const {
                              : (output.empty() ? fReader.Name() : OutputName(output)) + ": " +
                                    Counted(fPicturesWritten, "picture"));
   }
-  return fFailures.Count() > 0 || end == Result::kCutOff ? kExitDamagedInput : kExitSuccess;
+  return fFailures > 0 || end == Result::kCutOff ? kExitDamagedInput : kExitSuccess;
 }
 
 }  // namespace

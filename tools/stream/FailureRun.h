@@ -1,0 +1,38 @@
+#ifndef ZLIBVIDEO_TOOLS_STREAM_FAILURERUN_H
+#define ZLIBVIDEO_TOOLS_STREAM_FAILURERUN_H
+
+#include <cstdint>
+#include <string>
+
+#include "tools/stream/MessageFile.h"
+
+namespace zlibvideo {
+
+/// Keeps reports about damaged files short: holds back messages that fail after 20 failures in a
+/// row, and empty messages, which zeros in a file are. For each message:
+///
+///   if (run.HoldsBack(message, decoded)) return;
+///   Tell(run.TakeHeldBack());  // unless it is empty
+///   Report(message);
+class FailureRun {
+ public:
+  /// Counts the message; true if it is held back.
+  bool HoldsBack(const FileMessage& message, bool decoded);
+  /// One sentence about all messages held back since the last call; empty without any. Also to be
+  /// called after the last message.
+  std::string TakeHeldBack();
+
+ private:
+  static constexpr int kMaxReported = 20;
+
+  /// Since the last decoded message, with each sentence of `TakeHeldBack` as another report.
+  int fReported = 0;
+  std::uint64_t fHeldBack = 0;
+  /// Of the messages held back: the first, and whether all of them are empty.
+  FileMessage fFirst;
+  bool fAllEmpty = true;
+};
+
+}  // namespace zlibvideo
+
+#endif  // ZLIBVIDEO_TOOLS_STREAM_FAILURERUN_H
