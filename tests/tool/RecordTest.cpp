@@ -93,7 +93,7 @@ void CheckMessage(const Bytes& message, bool key, bool unchanged, std::set<char>
   const auto outline = MessageOutline::Read(SpanOf(message));
   EXPECT_EQ(key, outline.header->IsKeyFrame());
   for (const auto& [record, place, offset] : outline.records) {
-    const char kind = RecordKind::Of(record, outline.header->codecType).Letter();
+    const char kind = TextOf(KindOf(record, outline.header->codecType)).letter;
     EXPECT_TRUE(!key || place.pass == 2 || kind == 'D' || kind == 'd') << kind;
     EXPECT_TRUE(key || !unchanged || kind == '.') << kind;
     kinds->insert(kind);

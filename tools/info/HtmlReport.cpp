@@ -3,22 +3,30 @@
 #include <filesystem>
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "grid/BlockFormat.h"
 #include "tools/files/OutputFile.h"
-#include "tools/info/PicturePatches.h"
 #include "tools/info/ReportPage.h"
 #include "tools/info/ReportWriter.h"
+#include "tools/pictures/Png.h"
+#include "tools/stream/Diagnosis.h"
+#include "tools/terminal/StandardError.h"
+#include "tools/terminal/Wording.h"
 
 namespace zlibvideo {
 namespace {
 
 using Json = nlohmann::ordered_json;
 
-/// JSON that may stand in a script element: nothing in it can end the element.
+/// Stands in the page for the object with the stream's data.
+constexpr std::string_view kMark = "{{STREAM}}";
+
+/// JSON for a script element: nothing in it can end the element.
 std::string ForScript(const Json& value) {
   std::string text;
   for (const char c : value.dump(-1, ' ', false, Json::error_handler_t::replace)) {
@@ -29,49 +37,6 @@ std::string ForScript(const Json& value) {
     }
   }
   return text;
-}
-
-/// The parts of the page before and after a mark in it.
-struct CutPage {
-  std::string_view before;
-  std::string_view after;
-
-  static CutPage At(std::string_view page, std::string_view mark) {
-    const std::size_t place = page.find(mark);
-    return {page.substr(0, place), page.substr(place + mark.size())};
-  }
-};
-
-const CutPage kAtStream = CutPage::At(kReportPage, "{{STREAM}}");
-const CutPage kAtMessages = CutPage::At(kAtStream.after, "{{MESSAGES}}");
-const CutPage kAtProblem = CutPage::At(kAtMessages.after, "{{PROBLEM}}");
-
-Json StreamObject(const std::string& name) {
-  Json kinds = Json::array();
-  for (const RecordKind& kind : kRecordKinds) {
-    kinds.push_back({{"name", kind.Name()},
-                     {"form", NameOf(kind.form)},
-                     {"reduced", kind.reduced},
-                     {"label", kind.Label()},
-                     {"letter", std::string(1, kind.Letter())}});
-  }
-  return {{"name", std::filesystem::path(name).filename().string()}, {"kinds", kinds}};
-}
-
-Json Cells(const MessageReport& report) {
-  Json cells = Json::array();
-  for (std::size_t index = 0; index < report.decodedRecords; ++index) {
-    const MessageOutline::Record& entry = report.outline.records[index];
-    if (entry.record.IsEmpty()) continue;
-    const RecordKind kind = RecordKind::Of(entry.record, report.outline.header->codecType);
-    Json cell = {report.CellIndex(entry.place), kind.Index(), entry.Bytes(), entry.place.pass};
-    if (HasBand(entry.record.header.format)) {
-      cell.push_back(entry.record.header.diffRowStart);
-      cell.push_back(entry.record.header.diffRowCount);
-    }
-    cells.push_back(std::move(cell));
-  }
-  return cells;
 }
 
 /// Bytes as text (RFC 4648), padded.
@@ -93,56 +58,195 @@ std::string EncodeBase64(const std::vector<unsigned char>& bytes) {
   return text;
 }
 
-Json PatchObject(const PicturePatches::Patch& patch) {
-  return {{"x", patch.x},         {"y", patch.y},
-          {"width", patch.width}, {"height", patch.height},
-          {"whole", patch.whole}, {"src", "data:image/png;base64," + EncodeBase64(patch.png)}};
+/// All kinds of records, in their order.
+Json Kinds() {
+  Json kinds = Json::array();
+  for (int i = 0; i < kRecordKinds; ++i) {
+    const KindText& text = TextOf(static_cast<RecordKind>(i));
+    kinds.push_back(
+        {{"name", text.name}, {"label", text.label}, {"letter", std::string(1, text.letter)}});
+  }
+  return kinds;
 }
 
-/// The report as one self-contained web page: the page of `report.html` with the stream's data in
-/// three places of it. Each message is the object of `MessageJson` and two keys more:
-///
-///   cells    for each record that was decoded and is not empty: index of its cell in the grid, of
-///            its kind, its bytes, its pass; first row and rows of its band, if it has one
-///   patch    how the picture changed: x, y, width, height (pixels from the top left), whole (it
-///            needs no patch before it), src (a data URI); null when it did not; "omitted" once
-///            the pictures have reached their limit
+std::string Summary(const StreamSummary& summary) {
+  return Counted(summary.messages - summary.failed, "message") + " decoded" +
+         (summary.failed == 0 ? "" : ", " + std::to_string(summary.failed) + " failed") + ". " +
+         summary.SizeText() + ".";
+}
+
+/// The message in a line, below its number.
+std::string Line(const MessageReport& report) {
+  if (report.failure) return ExplainFailure(*report.failure);
+  const std::string changed =
+      std::to_string(report.changedBlocks) + " of " + Counted(report.cells.size(), "block");
+  return HumanBytes(report.bytes) + ", " + changed + " changed" +
+         (report.outline.header->IsKeyFrame() ? ", key frame" : "");
+}
+
+/// Names and values of a table.
+Json Fields(const MessageReport& report) {
+  const MessageOutline& outline = report.outline;
+  Json fields = {{"Position", "byte " + std::to_string(report.offset) + " of the file"},
+                 {"Size", Counted(report.bytes, "byte")}};
+  if (!outline.header) return fields;
+  const FrameHeader& header = *outline.header;
+  fields["Frame type"] = std::to_string(header.frameType) + (header.IsKeyFrame() ? ", key" : "");
+  fields["Codec"] = CodecName(header.codecType);
+  fields["Picture"] = SizeText(header.imageWidth, header.imageHeight) + " pixels";
+  if (!report.HasGrid()) return fields;
+  fields["Blocks"] = SizeText(outline.gridWidth, outline.gridHeight) + ", " +
+                     SizeText(header.blockWidth, header.blockHeight) + " pixels each";
+  fields["Changed"] = Counted(report.changedBlocks, "block") + ", " +
+                      Percent(report.changedBlocks, report.cells.size());
+  if (outline.paletteSize) {
+    fields["Palette"] = Counted(*outline.paletteSize, "byte") + ", " + report.palette;
+  }
+  if (outline.passes > 1) fields["Passes"] = std::to_string(outline.passes);
+  if (outline.unread != 0) fields["Not read"] = Counted(outline.unread, "byte") + " at the end";
+  return fields;
+}
+
+/// For each kind of record: its index, how many there are, their bytes, these bytes in words and in
+/// percent of the message.
+Json Records(const MessageReport& report) {
+  Json records = Json::array();
+  for (const auto& [kind, tally] : report.tallies) {
+    records.push_back({static_cast<int>(kind), tally.count, tally.bytes, HumanBytes(tally.bytes),
+                       Percent(tally.bytes, report.bytes)});
+  }
+  return records;
+}
+
+/// For each decoded record that is not empty: the index of its block in the grid, the index of its
+/// kind, its bytes and its band in words.
+Json Cells(const MessageReport& report) {
+  Json cells = Json::array();
+  for (std::size_t i = 0; i < report.decodedRecords; ++i) {
+    const MessageOutline::Record& entry = report.outline.records[i];
+    if (entry.record.IsEmpty()) continue;
+    const BlockHeader& header = entry.record.header;
+    std::string text = HumanBytes(entry.Bytes());
+    if (HasBand(header.format)) {
+      text += ", " + Counted(header.diffRowCount, "row") + " from row " +
+              std::to_string(header.diffRowStart);
+    }
+    const RecordKind kind = KindOf(entry.record, report.outline.header->codecType);
+    cells.push_back({report.CellIndex(entry.place), static_cast<int>(kind), text});
+  }
+  return cells;
+}
+
+/// The grid and the changes in it, or null without a grid.
+Json Blocks(const MessageReport& report) {
+  if (!report.HasGrid()) return {};
+  const FrameHeader& header = *report.outline.header;
+  Json blocks = {{"width", header.imageWidth},
+                 {"height", header.imageHeight},
+                 {"blockWidth", header.blockWidth},
+                 {"blockHeight", header.blockHeight},
+                 {"columns", report.outline.gridWidth},
+                 {"cells", Cells(report)},
+                 {"failed", nullptr}};
+  if (report.failure && report.failure->block) {
+    blocks["failed"] = report.CellIndex(*report.failure->block);
+  }
+  return blocks;
+}
+
+/// The page of report.html with the stream's data in it, an entry for each message.
 class HtmlReport : public ReportWriter {
  public:
   HtmlReport(const std::string& path, const std::string& name, std::uint64_t pictureBytes);
 
   void Write(const MessageReport& report, const FrameView& frame) override;
+  void WriteHeldBack(const std::string& sentence) override;
   void Finish(const StreamSummary& summary, const std::string& problem) override;
 
  private:
+  void WriteEntry(const Json& entry);
+  /// The picture as a data URL. Null if it is the same as before, false from the limit on.
+  Json PictureValue(std::uint64_t number, const FrameView& frame);
+
   OutputFile fOutput;
-  PicturePatches fPatches;
-  bool fFirst = true;
+  bool fHasEntries = false;
+  /// Of the message written last.
+  std::uint64_t fNumber = 0;
+  /// The picture before.
+  Picture fPicture;
+  const std::uint64_t fPictureLimit;
+  std::uint64_t fPictureBytes = 0;
+  /// Number of the first message whose picture is left out.
+  std::optional<std::uint64_t> fLeftOut;
 };
 
 HtmlReport::HtmlReport(const std::string& path, const std::string& name, std::uint64_t pictureBytes)
-    : fOutput(path), fPatches(pictureBytes) {
-  fOutput.Write(kAtStream.before.data(), kAtStream.before.size());
-  fOutput.Write(ForScript(StreamObject(name)));
-  fOutput.Write(kAtMessages.before.data(), kAtMessages.before.size());
+    : fOutput(path), fPictureLimit(pictureBytes) {
+  const std::string fileName = std::filesystem::path(name).filename().string();
+  fOutput.Write(std::string(kReportPage.substr(0, kReportPage.find(kMark))));
+  fOutput.Write("{\"name\":" + ForScript(fileName) + ",\"kinds\":" + ForScript(Kinds()) +
+                ",\"messages\":[");
 }
 
 void HtmlReport::Write(const MessageReport& report, const FrameView& frame) {
-  Json object = MessageJson(report);
-  object["cells"] = Cells(report);
-  const std::optional<PicturePatches::Patch> patch = fPatches.Next(frame);
-  object["patch"] = patch                     ? PatchObject(*patch)
-                    : fPatches.LimitReached() ? Json("omitted")
-                                              : Json();
-  fOutput.Write((fFirst ? "\n" : ",\n") + ForScript(object));
-  fFirst = false;
+  const std::optional<FrameHeader>& header = report.outline.header;
+  WriteEntry({{"number", report.Number()},
+              {"title", "Message " + std::to_string(report.Number())},
+              {"line", Line(report)},
+              {"decoded", !report.failure.has_value()},
+              {"key", header && header->IsKeyFrame()},
+              {"bytes", report.bytes},
+              {"fields", Fields(report)},
+              {"records", Records(report)},
+              {"blocks", Blocks(report)},
+              {"picture", PictureValue(report.Number(), frame)}});
 }
 
-void HtmlReport::Finish(const StreamSummary& /*summary*/, const std::string& problem) {
-  fOutput.Write(kAtProblem.before.data(), kAtProblem.before.size());
-  fOutput.Write(ForScript(Json(problem)));
-  fOutput.Write(kAtProblem.after.data(), kAtProblem.after.size());
+void HtmlReport::WriteHeldBack(const std::string& sentence) {
+  WriteEntry({{"number", fNumber + 1},
+              {"title", "More failures"},
+              {"line", sentence},
+              {"decoded", false},
+              {"key", false},
+              {"bytes", 0},
+              {"fields", Json::object()},
+              {"records", Json::array()},
+              {"blocks", nullptr},
+              {"picture", nullptr}});
+}
+
+void HtmlReport::WriteEntry(const Json& entry) {
+  fOutput.Write((fHasEntries ? ",\n" : "\n") + ForScript(entry));
+  fHasEntries = true;
+  fNumber = entry["number"];
+}
+
+Json HtmlReport::PictureValue(std::uint64_t number, const FrameView& frame) {
+  if (fLeftOut) return false;
+  Picture picture;
+  CopyColours(frame, &picture);
+  if (frame.HasSizeOf({nullptr, fPicture.width, fPicture.height}) &&
+      picture.pixels == fPicture.pixels) {
+    return nullptr;
+  }
+  const std::vector<unsigned char> png = EncodePng(picture);
+  fPictureBytes += png.size();
+  if (fPictureBytes > fPictureLimit) {
+    fLeftOut = number;
+    return false;
+  }
+  fPicture = std::move(picture);
+  return "data:image/png;base64," + EncodeBase64(png);
+}
+
+void HtmlReport::Finish(const StreamSummary& summary, const std::string& problem) {
+  fOutput.Write("],\"summary\":" + ForScript(Summary(summary)) +
+                ",\"problem\":" + ForScript(problem) + "}");
+  fOutput.Write(std::string(kReportPage.substr(kReportPage.find(kMark) + kMark.size())));
   fOutput.Commit();
+  if (!fLeftOut) return;
+  PrintLine(fOutput.Name() + ": pictures from message " + std::to_string(*fLeftOut) +
+            " on are left out; a larger --picture-limit has room for more");
 }
 
 }  // namespace

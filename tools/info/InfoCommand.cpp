@@ -6,6 +6,7 @@
 #include "tools/files/OutputFile.h"
 #include "tools/files/ToolError.h"
 #include "tools/info/ReportWriter.h"
+#include "tools/stream/FailureRun.h"
 #include "tools/stream/MessageFile.h"
 #include "tools/stream/StreamDecoder.h"
 #include "tools/terminal/Options.h"
@@ -22,19 +23,18 @@ Examples:
   zlibvideo info movie.zvm --json | jq .    one JSON object for each message
   zlibvideo info movie.zvm --html out.html  a page with pictures to step through
 
-Messages count from 1, rows and columns of blocks from 0; row 0 is at the bottom
-of the picture, column 0 at its left edge.
+Messages count from 1. "Block 3,7" is row 3 and column 7, counted from 0; row 0
+is at the bottom of the picture, column 0 at its left edge.
 
-Columns of the table; rare ones appear when they are needed:
-  type                    key, or the number of another frame type
-  flags                   version 2: the flags byte; 0x01 announces a palette,
-                          0x02 a second pass
-  pal                     whether that palette is new, or the old one was kept
-  empty, direct (dir), primed (prim), banded (band), p+band (p+b), interm (int)
-                          records of each kind; p+band is primed and banded
-  other (oth)             records with colours that cannot be converted
-  reduced (red)           how many of all these records are colour-reduced
-  changed, left to right  blocks with a record that is not empty, and where
+Columns of the table:
+  type     key, or the number of another frame type
+  changed  blocks with a record that is not empty
+  records  the number of records of each kind, by the letters of the map:
+           D direct, P primed, B banded, X primed and banded, I intermediate; in
+           lower case with reduced colours; ? colours that cannot be converted
+
+After 20 failures in a row, and for empty messages, table and page say only how
+many messages failed.
 
 Keys of a JSON object; a value is null where it does not apply:
   index, offset, bytes    which message, 0 for message 1; where it begins in the
@@ -52,7 +52,7 @@ Keys of a JSON object; a value is null where it does not apply:
   records                 for each kind: count and bytes of those decoded
   unread_bytes            bytes after the last record
   failure                 what is wrong; offset in the message, in bytes; pass
-                          (from 1), row and column if it is about a block
+                          (from 1), row and column if a block is at fault
 
 Exit status: 0 all decoded; 1 could not run, or there is no whole message;
 2 some messages failed or the file is cut off.)";
@@ -80,7 +80,7 @@ std::unique_ptr<ReportWriter> MakeWriter(const InfoOptions& options) {
 
 using Result = MessageFileReader::Result;
 
-/// One run over a message file.
+/// A run over a message file.
 class InfoRun {
  public:
   explicit InfoRun(const InfoOptions& options) : fOptions(options), fReader(options.input) {}
@@ -89,15 +89,15 @@ class InfoRun {
 
  private:
   void ReportOne(const FileMessage& message, bool decoded);
-  /// A bar would break up a report that goes to the same terminal.
+  void ReportHeldBack();
   bool WantsProgressBar() const;
 
   const InfoOptions& fOptions;
   MessageFileReader fReader;
   StreamDecoder fStream;
-  /// Begun with the first message: nothing is left of a report about nothing.
+  /// Made for the first message: there is no report about an empty file.
   std::unique_ptr<ReportWriter> fWriter;
-  /// Of the messages that are in the report.
+  FailureRun fFailures;
   StreamSummary fSummary;
 };
 
@@ -107,8 +107,9 @@ int InfoRun::Run() {
       [this](const FileMessage& message, bool decoded) { ReportOne(message, decoded); });
   if (fSummary.messages == 0) throw ToolError(end.problem);
   if (end.result == Result::kEnd) end.problem.clear();
-  // Before the report is completed, which may end with an error of its own.
+  // Completing the report may end with an error of its own.
   if (!end.problem.empty()) PrintLine(end.problem);
+  ReportHeldBack();
   fWriter->Finish(fSummary, end.problem);
   if (!fOptions.html.empty() && fSummary.failed != 0) {
     PrintLine(fReader.Name() + ": " + std::to_string(fSummary.failed) + " of " +
@@ -121,12 +122,20 @@ int InfoRun::Run() {
 void InfoRun::ReportOne(const FileMessage& message, bool decoded) {
   if (fWriter == nullptr) fWriter = MakeWriter(fOptions);
   const MessageReport report = MessageReport::Gather(message, decoded, fStream.Decoder());
-  fWriter->Write(report, fStream.Frame());
   fSummary.Add(report);
+  // Programs read an object for every message.
+  if (!fOptions.json && fFailures.HoldsBack(message, decoded)) return;
+  ReportHeldBack();
+  fWriter->Write(report, fStream.Frame());
+}
+
+void InfoRun::ReportHeldBack() {
+  const std::string sentence = fFailures.TakeHeldBack();
+  if (!sentence.empty()) fWriter->WriteHeldBack(sentence);
 }
 
 bool InfoRun::WantsProgressBar() const {
-  return !fOptions.html.empty() && !fOptions.quiet && !IsTerminal(fOptions.html);
+  return !fOptions.html.empty() && !fOptions.quiet && HasRoomForProgress(fOptions.html);
 }
 
 int RunInfo(const InfoOptions& options) {

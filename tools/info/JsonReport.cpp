@@ -12,50 +12,74 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-Json HeaderValue(const MessageReport& report, int FrameHeader::*field) {
-  return report.outline.header ? Json((*report.outline.header).*field) : Json();
+/// Null if the message has no whole header.
+Json HeaderKeys(const std::optional<FrameHeader>& header) {
+  if (!header) {
+    return {{"frame_type", nullptr},
+            {"key_frame", nullptr},
+            {"codec_type", nullptr},
+            {"picture", nullptr},
+            {"block", nullptr}};
+  }
+  return {{"frame_type", header->frameType},
+          {"key_frame", header->IsKeyFrame()},
+          {"codec_type", header->codecType},
+          {"picture", {{"width", header->imageWidth}, {"height", header->imageHeight}}},
+          {"block", {{"width", header->blockWidth}, {"height", header->blockHeight}}}};
 }
 
-Json HeaderSize(const MessageReport& report, int FrameHeader::*width, int FrameHeader::*height) {
-  if (!report.outline.header) return {};
-  return {{"width", (*report.outline.header).*width}, {"height", (*report.outline.header).*height}};
+Json GridKeys(const MessageReport& report) {
+  const MessageOutline& outline = report.outline;
+  const bool version2 = report.HasGrid() && outline.header->codecType == kCodecTypeVersion2;
+  Json keys = {{"grid", nullptr}, {"flags", nullptr}};
+  if (report.HasGrid()) {
+    keys["grid"] = {{"columns", outline.gridWidth}, {"rows", outline.gridHeight}};
+  }
+  if (version2) keys["flags"] = outline.flags;
+  keys["palette"] = report.palette;
+  keys["palette_bytes"] = outline.paletteSize ? Json(*outline.paletteSize) : Json();
+  keys["passes"] = outline.passes;
+  return keys;
 }
 
-Json GridSize(const MessageReport& report) {
-  if (!report.HasGrid()) return {};
-  return {{"columns", report.outline.gridWidth}, {"rows", report.outline.gridHeight}};
-}
-
+/// Of all kinds, also of kinds that the message does not have.
 Json Records(const RecordTallies& tallies) {
   Json records = Json::object();
-  for (const RecordKind& kind : kRecordKinds) {
-    const RecordTally& tally = tallies[kind.Index()];
-    records[kind.Name()] = {{"count", tally.count}, {"bytes", tally.bytes}};
+  for (int i = 0; i < kRecordKinds; ++i) {
+    const auto kind = static_cast<RecordKind>(i);
+    const auto found = tallies.find(kind);
+    const RecordTally tally = found == tallies.end() ? RecordTally() : found->second;
+    records[TextOf(kind).name] = {{"count", tally.count}, {"bytes", tally.bytes}};
   }
   return records;
 }
 
 Json FailureObject(const std::optional<Failure>& failure) {
   if (!failure) return {};
-  Json object = {{"what", failure->what},
-                 {"offset", failure->offset},
-                 {"pass", nullptr},
-                 {"row", nullptr},
-                 {"column", nullptr}};
-  if (failure->block) {
-    object["pass"] = failure->block->pass;
-    object["row"] = failure->block->row;
-    object["column"] = failure->block->column;
-  }
+  Json object = {{"what", failure->what}, {"offset", failure->offset}};
+  const std::optional<BlockPlace>& block = failure->block;
+  object["pass"] = block ? Json(block->pass) : Json();
+  object["row"] = block ? Json(block->row) : Json();
+  object["column"] = block ? Json(block->column) : Json();
   return object;
 }
 
-/// The report as JSON lines: one object for each message.
 class JsonReport : public ReportWriter {
  public:
   void Write(const MessageReport& report, const FrameView& /*frame*/) override {
-    fOutput.Write(MessageJson(report).dump() + "\n");
+    Json object = {{"index", report.index},
+                   {"offset", report.offset},
+                   {"bytes", report.bytes},
+                   {"decoded", !report.failure.has_value()}};
+    object.update(HeaderKeys(report.outline.header));
+    object.update(GridKeys(report));
+    object["changed_blocks"] = report.changedBlocks;
+    object["records"] = Records(report.tallies);
+    object["unread_bytes"] = report.outline.unread;
+    object["failure"] = FailureObject(report.failure);
+    fOutput.WriteLine(object.dump());
   }
+  void WriteHeldBack(const std::string& /*sentence*/) override {}
   void Finish(const StreamSummary& /*summary*/, const std::string& /*problem*/) override {
     fOutput.Commit();
   }
@@ -65,31 +89,6 @@ class JsonReport : public ReportWriter {
 };
 
 }  // namespace
-
-Json MessageJson(const MessageReport& report) {
-  const MessageOutline& outline = report.outline;
-  const bool version2 = report.HasGrid() && outline.header->codecType == kCodecTypeVersion2;
-  Json object;
-  object["index"] = report.index;
-  object["offset"] = report.offset;
-  object["bytes"] = report.bytes;
-  object["decoded"] = report.IsDecoded();
-  object["frame_type"] = HeaderValue(report, &FrameHeader::frameType);
-  object["key_frame"] = outline.header ? Json(outline.header->IsKeyFrame()) : Json();
-  object["codec_type"] = HeaderValue(report, &FrameHeader::codecType);
-  object["picture"] = HeaderSize(report, &FrameHeader::imageWidth, &FrameHeader::imageHeight);
-  object["block"] = HeaderSize(report, &FrameHeader::blockWidth, &FrameHeader::blockHeight);
-  object["grid"] = GridSize(report);
-  object["flags"] = version2 ? Json(outline.flags) : Json();
-  object["palette"] = NameOf(report.palette);
-  object["palette_bytes"] = outline.paletteSize ? Json(*outline.paletteSize) : Json();
-  object["passes"] = outline.passes;
-  object["changed_blocks"] = report.changedBlocks;
-  object["records"] = Records(report.tallies);
-  object["unread_bytes"] = outline.unread;
-  object["failure"] = FailureObject(report.failure);
-  return object;
-}
 
 std::unique_ptr<ReportWriter> MakeJsonReport() {
   return std::make_unique<JsonReport>();

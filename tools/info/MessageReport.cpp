@@ -1,30 +1,30 @@
 #include "tools/info/MessageReport.h"
 
-#include "bitstream/MessageBody.h"
 #include "grid/Sizes.h"
 #include "tools/stream/Diagnosis.h"
+#include "tools/terminal/Wording.h"
 
 namespace zlibvideo {
 namespace {
 
-PaletteOutcome FindPaletteOutcome(const MessageOutline& outline, const InspectingDecoder& decoder) {
-  if (!outline.paletteSize) return PaletteOutcome::kNone;
-  if (*outline.paletteSize == 0) return PaletteOutcome::kEmpty;
-  if (outline.palette.size == 0) return PaletteOutcome::kPastEnd;
+const char* PaletteOutcome(const MessageOutline& outline, const InspectingDecoder& decoder) {
+  if (!outline.paletteSize) return "none";
+  if (*outline.paletteSize == 0) return "empty";
+  if (outline.palette.size == 0) return "past end";
   const InspectingDecoder::Call& call = decoder.FirstCall();
-  if (call.source != outline.palette.data || !call.succeeded) return PaletteOutcome::kUnreadable;
-  return call.produced == kPaletteBytes ? PaletteOutcome::kInstalled : PaletteOutcome::kWrongSize;
+  if (call.source != outline.palette.data || !call.succeeded) return "unreadable";
+  return call.produced == kPaletteBytes ? "installed" : "wrong size";
 }
 
 void CountRecord(const MessageOutline::Record& entry, MessageReport* report) {
-  const RecordKind kind = RecordKind::Of(entry.record, report->outline.header->codecType);
-  RecordTally& tally = report->tallies[kind.Index()];
+  const RecordKind kind = KindOf(entry.record, report->outline.header->codecType);
+  RecordTally& tally = report->tallies[kind];
   ++tally.count;
   tally.bytes += entry.Bytes();
-  if (!kind.IsChange()) return;
+  if (!IsChange(kind)) return;
 
   RecordKind& cell = report->cells[report->CellIndex(entry.place)];
-  if (!cell.IsChange()) ++report->changedBlocks;
+  if (!IsChange(cell)) ++report->changedBlocks;
   cell = kind;
 }
 
@@ -40,24 +40,6 @@ void CountRecords(MessageReport* report) {
 
 }  // namespace
 
-const char* NameOf(PaletteOutcome outcome) {
-  switch (outcome) {
-    case PaletteOutcome::kNone:
-      return "none";
-    case PaletteOutcome::kInstalled:
-      return "installed";
-    case PaletteOutcome::kEmpty:
-      return "empty";
-    case PaletteOutcome::kPastEnd:
-      return "past end";
-    case PaletteOutcome::kUnreadable:
-      return "unreadable";
-    case PaletteOutcome::kWrongSize:
-      return "wrong size";
-  }
-  return "";
-}
-
 MessageReport MessageReport::Gather(const FileMessage& message, bool decoded,
                                     const InspectingDecoder& decoder) {
   MessageReport report;
@@ -66,14 +48,14 @@ MessageReport MessageReport::Gather(const FileMessage& message, bool decoded,
   report.bytes = message.length;
   report.outline = MessageOutline::Read({message.bytes, message.length});
   if (!decoded) report.failure = Diagnose(decoder, report.outline);
-  report.palette = FindPaletteOutcome(report.outline, decoder);
+  report.palette = PaletteOutcome(report.outline, decoder);
   CountRecords(&report);
   return report;
 }
 
 void StreamSummary::Add(const MessageReport& report) {
   ++messages;
-  if (!report.IsDecoded()) {
+  if (report.failure) {
     ++failed;
   } else if (report.outline.header->IsKeyFrame()) {
     ++keyFrames;
@@ -83,19 +65,21 @@ void StreamSummary::Add(const MessageReport& report) {
     largestBytes = report.bytes;
     largestNumber = report.Number();
   }
-  for (std::size_t kind = 0; kind < kRecordKinds.size(); ++kind) {
-    tallies[kind].count += report.tallies[kind].count;
-    tallies[kind].bytes += report.tallies[kind].bytes;
+  for (const auto& [kind, tally] : report.tallies) {
+    tallies[kind].count += tally.count;
+    tallies[kind].bytes += tally.bytes;
   }
 }
 
-RecordTally StreamSummary::AllRecords() const {
-  RecordTally all;
-  for (const RecordTally& tally : tallies) {
-    all.count += tally.count;
-    all.bytes += tally.bytes;
-  }
-  return all;
+std::string StreamSummary::SizeText() const {
+  return HumanBytes(bytes) + ", " + HumanBytes(bytes / messages) + " a message, at most " +
+         HumanBytes(largestBytes) + " (message " + std::to_string(largestNumber) + ")";
+}
+
+std::string CodecName(int codecType) {
+  if (codecType == kCodecTypeVersion1) return "version 1";
+  if (codecType == kCodecTypeVersion2) return "version 2";
+  return "codec type " + std::to_string(codecType);
 }
 
 }  // namespace zlibvideo

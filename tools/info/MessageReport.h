@@ -1,9 +1,10 @@
 #ifndef ZLIBVIDEO_TOOLS_INFO_MESSAGEREPORT_H
 #define ZLIBVIDEO_TOOLS_INFO_MESSAGEREPORT_H
 
-#include <array>
 #include <cstdint>
+#include <map>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "tools/info/RecordKind.h"
@@ -13,81 +14,71 @@
 
 namespace zlibvideo {
 
-/// What became of a message's palette record.
-enum class PaletteOutcome {
-  kNone,
-  kInstalled,
-  kEmpty,       ///< announced with a size of 0
-  kPastEnd,     ///< reaches past the message; only its size was read
-  kUnreadable,  ///< not a complete zlib stream
-  kWrongSize,   ///< a stream of anything but 384 bytes
-};
-/// As in JSON; for people as well.
-const char* NameOf(PaletteOutcome outcome);
-
 struct RecordTally {
   std::uint64_t count = 0;
   /// With their size fields.
   std::uint64_t bytes = 0;
 };
-/// One for each of `kRecordKinds`.
-using RecordTallies = std::array<RecordTally, kRecordKinds.size()>;
+/// Of the kinds that there are records of.
+using RecordTallies = std::map<RecordKind, RecordTally>;
 
-/// All that is reported of one message, gathered once, whatever the form it is written in.
+/// All facts that reports have about a message.
 struct MessageReport {
   /// Gathers the report of `message`, which `decoder` has just decoded or failed to decode. Spans
   /// in it are valid as long as the message.
   static MessageReport Gather(const FileMessage& message, bool decoded,
                               const InspectingDecoder& decoder);
 
-  /// From 1, as people are told of messages.
-  std::uint64_t Number() const { return index + 1; }
-
   /// From 0.
   std::uint64_t index = 0;
-  /// Where in the file the message begins after its length.
+  /// Bytes from the start of the file to the message, behind its length.
   std::uint64_t offset = 0;
   std::uint32_t bytes = 0;
   MessageOutline outline;
-  PaletteOutcome palette = PaletteOutcome::kNone;
-  /// How many of the outline's records were decoded: in a failed message, those before the fault.
+  /// "none", "installed", "empty", "past end" (it reaches past the message), "unreadable" (it is no
+  /// complete zlib stream) or "wrong size" (it has more or fewer bytes than a palette).
+  const char* palette = "none";
+  /// How many of the outline's records were decoded: in a failed message, all before the fault.
   std::size_t decodedRecords = 0;
-  /// Of those records.
-  RecordTallies tallies = {};
-  /// For each block, the last of them that was not empty: `outline.gridHeight` rows of
-  /// `outline.gridWidth` cells, row 0 at the bottom of the picture.
+  /// Of the decoded records.
+  RecordTallies tallies;
+  /// For each block, the kind of its last decoded record that was not empty: `outline.gridHeight`
+  /// rows of `outline.gridWidth` cells, row 0 at the bottom of the picture.
   std::vector<RecordKind> cells;
   std::size_t changedBlocks = 0;
-  /// Absent when the message was decoded.
+  /// Absent if the message was decoded.
   std::optional<Failure> failure;
 
-  bool IsDecoded() const { return !failure.has_value(); }
-  /// Whether the message got as far as its grid.
+  /// From 1, as people count.
+  std::uint64_t Number() const { return index + 1; }
+  /// Whether the header is valid.
   bool HasGrid() const { return outline.gridWidth > 0 && outline.gridHeight > 0; }
-  RecordKind CellAt(int row, int column) const { return cells[CellIndex({1, row, column})]; }
   std::size_t CellIndex(const BlockPlace& place) const {
     return static_cast<std::size_t>(place.row) * static_cast<std::size_t>(outline.gridWidth) +
            static_cast<std::size_t>(place.column);
   }
 };
 
-/// What the messages of a stream add up to.
+/// The sums over the messages of a stream.
 struct StreamSummary {
   std::uint64_t messages = 0;
   std::uint64_t failed = 0;
-  /// Messages that were decoded and call themselves key frames.
+  /// Of the decoded messages.
   std::uint64_t keyFrames = 0;
   /// Of all messages, without their lengths in the file.
   std::uint64_t bytes = 0;
   std::uint32_t largestBytes = 0;
-  /// Number, from 1, of the first message of that size.
+  /// Number of the first message of that size.
   std::uint64_t largestNumber = 0;
-  RecordTallies tallies = {};
+  RecordTallies tallies;
 
   void Add(const MessageReport& report);
-  /// Over all kinds of records.
-  RecordTally AllRecords() const;
+  /// "1.9 MiB, 68.5 KiB a message, at most 105.0 KiB (message 9)".
+  std::string SizeText() const;
 };
+
+/// "version 1", "version 2", or "codec type N" of any other.
+std::string CodecName(int codecType);
 
 }  // namespace zlibvideo
 

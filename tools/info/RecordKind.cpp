@@ -1,7 +1,6 @@
 #include "tools/info/RecordKind.h"
 
-#include <algorithm>
-#include <cctype>
+#include <cstddef>
 
 #include "bitstream/FrameHeader.h"
 #include "grid/BlockFormat.h"
@@ -9,67 +8,47 @@
 namespace zlibvideo {
 namespace {
 
-using Form = RecordKind::Form;
-
-struct FormWords {
-  const char* name;
-  const char* label;
-  char letter;
-};
-
-/// Of each form, in their order.
-constexpr FormWords kFormWords[] = {
+/// In the order of `RecordKind`.
+constexpr KindText kTexts[kRecordKinds] = {
     {"empty", "empty", '.'},
     {"direct", "direct", 'D'},
     {"intermediate", "intermediate", 'I'},
     {"primed", "primed", 'P'},
     {"banded", "banded", 'B'},
     {"primed_banded", "primed, banded", 'X'},
+    {"reduced_direct", "reduced, direct", 'd'},
+    {"reduced_intermediate", "reduced, intermediate", 'i'},
+    {"reduced_primed", "reduced, primed", 'p'},
+    {"reduced_banded", "reduced, banded", 'b'},
+    {"reduced_primed_banded", "reduced, primed, banded", 'x'},
     {"unconvertible", "unconvertible colours", '?'},
     {"skipped", "skipped", '-'},
 };
 
-const FormWords& WordsOf(Form form) {
-  return kFormWords[static_cast<std::size_t>(form)];
-}
-
-Form FormOf(unsigned int format) {
-  if (IsPrimed(format)) return HasBand(format) ? Form::kPrimedBanded : Form::kPrimed;
-  if (HasBand(format)) return Form::kBanded;
-  return (format & kFormatIntermediate) != 0 ? Form::kIntermediate : Form::kDirect;
+RecordKind KindWithPixels(unsigned int format) {
+  if (IsPrimed(format)) return HasBand(format) ? RecordKind::kPrimedBanded : RecordKind::kPrimed;
+  if (HasBand(format)) return RecordKind::kBanded;
+  return IsDirect(format) ? RecordKind::kDirect : RecordKind::kIntermediate;
 }
 
 }  // namespace
 
-RecordKind RecordKind::Of(const BlockRecord& record, int codecType) {
+RecordKind KindOf(const BlockRecord& record, int codecType) {
+  if (record.IsEmpty()) return RecordKind::kEmpty;
+  if (codecType != kCodecTypeVersion1 && codecType != kCodecTypeVersion2) {
+    return RecordKind::kSkipped;
+  }
   const unsigned int format = record.header.format;
-  if (record.IsEmpty()) return {Form::kEmpty};
-  if (codecType != kCodecTypeVersion1 && codecType != kCodecTypeVersion2) return {Form::kSkipped};
-  if (!HasColorField(format)) return {FormOf(format)};
-  if ((format & kFormatColorMask) != kFormatColorReduced) return {Form::kUnconvertible};
-  return {FormOf(format), true};
+  const RecordKind kind = KindWithPixels(format);
+  if (!HasColorField(format)) return kind;
+  if ((format & kFormatColorMask) != kFormatColorReduced) return RecordKind::kUnconvertible;
+  constexpr int kToReduced =
+      static_cast<int>(RecordKind::kReducedDirect) - static_cast<int>(RecordKind::kDirect);
+  return static_cast<RecordKind>(static_cast<int>(kind) + kToReduced);
 }
 
-std::string RecordKind::Name() const {
-  return (reduced ? "reduced_" : "") + std::string(WordsOf(form).name);
-}
-
-std::string RecordKind::Label() const {
-  return (reduced ? "reduced, " : "") + std::string(WordsOf(form).label);
-}
-
-char RecordKind::Letter() const {
-  const char letter = WordsOf(form).letter;
-  return reduced ? static_cast<char>(std::tolower(letter)) : letter;
-}
-
-std::size_t RecordKind::Index() const {
-  const auto* const found = std::find(kRecordKinds.begin(), kRecordKinds.end(), *this);
-  return static_cast<std::size_t>(found - kRecordKinds.begin());
-}
-
-const char* NameOf(RecordKind::Form form) {
-  return WordsOf(form).name;
+const KindText& TextOf(RecordKind kind) {
+  return kTexts[static_cast<std::size_t>(kind)];
 }
 
 }  // namespace zlibvideo

@@ -1,68 +1,48 @@
 #ifndef ZLIBVIDEO_TOOLS_INFO_RECORDKIND_H
 #define ZLIBVIDEO_TOOLS_INFO_RECORDKIND_H
 
-#include <array>
-#include <cstddef>
-#include <string>
-
 #include "bitstream/MessageBody.h"
 
 namespace zlibvideo {
 
-/// How a record carries its block, as people who look at a stream tell records apart.
-struct RecordKind {
-  enum class Form : unsigned char {
-    kEmpty,
-    kDirect,
-    kIntermediate,
-    kPrimed,
-    kBanded,
-    kPrimedBanded,
-    /// A colour field that no conversion accepts.
-    kUnconvertible,
-    /// A record of a codec type without payloads that this decoder knows.
-    kSkipped,
-  };
+/// How a record carries its block.
+enum class RecordKind : unsigned char {
+  kEmpty,
+  kDirect,
+  kIntermediate,
+  kPrimed,
+  kBanded,
+  kPrimedBanded,
+  // The same with colour-reduced pixels, in the same order.
+  kReducedDirect,
+  kReducedIntermediate,
+  kReducedPrimed,
+  kReducedBanded,
+  kReducedPrimedBanded,
+  /// A colour field that no conversion accepts.
+  kUnconvertible,
+  /// A record of a codec type whose payloads the decoder does not know.
+  kSkipped,
+};
+/// How many kinds there are.
+inline constexpr int kRecordKinds = 13;
 
-  Form form = Form::kEmpty;
-  /// Whether the pixels are colour-reduced.
-  bool reduced = false;
-
-  static RecordKind Of(const BlockRecord& record, int codecType);
-
-  bool operator==(const RecordKind&) const = default;
-  /// Whether the record may change its block.
-  bool IsChange() const { return form != Form::kEmpty && form != Form::kSkipped; }
-
-  /// As in JSON: lower case, words joined by underscores.
-  std::string Name() const;
+struct KindText {
+  /// In JSON: lower case, words joined by underscores.
+  const char* name;
   /// For people.
-  std::string Label() const;
-  /// In maps of the grid: upper case, or lower case for the colour-reduced form of the same.
-  char Letter() const;
-  /// Which one of `kRecordKinds` it is.
-  std::size_t Index() const;
+  const char* label;
+  /// In maps of the grid: upper case, or lower case for the colour-reduced form.
+  char letter;
 };
 
-/// The name of a form in JSON, colour-reduced or not.
-const char* NameOf(RecordKind::Form form);
+RecordKind KindOf(const BlockRecord& record, int codecType);
+const KindText& TextOf(RecordKind kind);
 
-/// All kinds, in the order of reports.
-inline constexpr std::array<RecordKind, 13> kRecordKinds = {{
-    {RecordKind::Form::kEmpty},
-    {RecordKind::Form::kDirect},
-    {RecordKind::Form::kIntermediate},
-    {RecordKind::Form::kPrimed},
-    {RecordKind::Form::kBanded},
-    {RecordKind::Form::kPrimedBanded},
-    {RecordKind::Form::kDirect, true},
-    {RecordKind::Form::kIntermediate, true},
-    {RecordKind::Form::kPrimed, true},
-    {RecordKind::Form::kBanded, true},
-    {RecordKind::Form::kPrimedBanded, true},
-    {RecordKind::Form::kUnconvertible},
-    {RecordKind::Form::kSkipped},
-}};
+/// Whether a record of this kind may change its block.
+inline bool IsChange(RecordKind kind) {
+  return kind != RecordKind::kEmpty && kind != RecordKind::kSkipped;
+}
 
 }  // namespace zlibvideo
 

@@ -3,7 +3,6 @@
 
 #include <cstdint>
 #include <memory>
-#include <nlohmann/json_fwd.hpp>
 #include <string>
 
 #include "tools/info/MessageReport.h"
@@ -11,8 +10,7 @@
 
 namespace zlibvideo {
 
-/// Writes the report of a stream in one form, message by message. Errors of the output are thrown
-/// as `ToolError`.
+/// Writes the report of a stream, message by message. Errors of the output throw `ToolError`.
 class ReportWriter {
  public:
   ReportWriter() = default;
@@ -20,27 +18,26 @@ class ReportWriter {
   ReportWriter& operator=(const ReportWriter&) = delete;
   virtual ~ReportWriter() = default;
 
-  /// `frame` is the picture as it stands after the message, decoded or not.
+  /// `frame` is the picture after the message, decoded or not.
   virtual void Write(const MessageReport& report, const FrameView& frame) = 0;
-  /// Ends the report; `problem` says why the file could not be read to its end, if it could not.
+  /// Writes a sentence in place of failed messages that are held back.
+  virtual void WriteHeldBack(const std::string& sentence) = 0;
+  /// Ends the report. `problem` says why the file was not read to its end; else it is empty.
   virtual void Finish(const StreamSummary& summary, const std::string& problem) = 0;
 };
 
-/// A table for people on standard output, with a line for each message, what is wrong under those
-/// that failed, and a summary; with `maps` a letter for each block under each message.
+/// A table for people on standard output: a line for each message, the failures below it, and a
+/// summary. With `maps`, a letter for each block below each message.
 std::unique_ptr<ReportWriter> MakeTextReport(bool maps);
 
-/// A line for each message on standard output, which holds its `MessageJson`.
+/// A line for each message on standard output, with a JSON object. All objects have the same keys,
+/// which `zlibvideo info --help` explains. A value that does not apply is null.
 std::unique_ptr<ReportWriter> MakeJsonReport();
 
-/// One self-contained web page. `name` is the stream's, for the page's heading; `pictureBytes`
-/// limits the pictures in all.
+/// A web page that fetches nothing. `name` is the name of the stream, for the heading. All pictures
+/// together have at most `pictureBytes` bytes.
 std::unique_ptr<ReportWriter> MakeHtmlReport(const std::string& path, const std::string& name,
                                              std::uint64_t pictureBytes);
-
-/// A message's report as one object. All messages have the same keys, those that `zlibvideo info
-/// --help` explains; a value that does not apply is null.
-nlohmann::ordered_json MessageJson(const MessageReport& report);
 
 }  // namespace zlibvideo
 

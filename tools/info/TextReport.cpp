@@ -1,3 +1,4 @@
+#include <cctype>
 #include <memory>
 #include <optional>
 #include <string>
@@ -5,7 +6,6 @@
 #include "bitstream/FrameHeader.h"
 #include "tools/files/InputFile.h"
 #include "tools/files/OutputFile.h"
-#include "tools/info/MessageTable.h"
 #include "tools/info/ReportWriter.h"
 #include "tools/stream/Diagnosis.h"
 #include "tools/terminal/Terminal.h"
@@ -16,17 +16,34 @@ namespace {
 
 using Style = Terminal::Style;
 
-/// To where the notes under a row begin.
-constexpr const char* kNoteIndent = "        ";
+// Both tables fit 60 characters, but for long lists of records.
+constexpr std::size_t kNumberWidth = 5;
+constexpr std::size_t kTypeWidth = 4;
+constexpr std::size_t kBytesWidth = 10;
+constexpr std::size_t kPercentWidth = 8;
+constexpr std::size_t kLabelWidth = 23;
+constexpr std::size_t kCountWidth = 8;
 
-std::string Size(int width, int height, const Terminal& terminal) {
-  return std::to_string(width) + terminal.Either(" × ", " x ") + std::to_string(height);
-}
+/// Before the lines under a row.
+constexpr const char* kIndent = "      ";
+constexpr char kFailed = '!';
 
-std::string CodecName(int codecType) {
-  if (codecType == kCodecTypeVersion1) return "version 1";
-  if (codecType == kCodecTypeVersion2) return "version 2";
-  return "codec type " + std::to_string(codecType);
+Style StyleOf(RecordKind kind) {
+  switch (std::toupper(TextOf(kind).letter)) {
+    case '.':
+    case '-':
+      return Style::kDim;
+    case 'D':
+      return Style::kBlue;
+    case 'P':
+      return Style::kMagenta;
+    case 'B':
+      return Style::kCyan;
+    case 'X':
+      return Style::kGreen;
+    default:
+      return Style::kYellow;
+  }
 }
 
 bool SameGeometry(const FrameHeader& a, const FrameHeader& b) {
@@ -35,136 +52,137 @@ bool SameGeometry(const FrameHeader& a, const FrameHeader& b) {
          a.blockHeight == b.blockHeight;
 }
 
-/// The report for people: a table with a line for each message, what is wrong under those that
-/// failed, and a summary.
 class TextReport : public ReportWriter {
  public:
   explicit TextReport(bool maps) : fMaps(maps) {}
 
   void Write(const MessageReport& report, const FrameView& frame) override;
+  void WriteHeldBack(const std::string& sentence) override;
   void Finish(const StreamSummary& summary, const std::string& problem) override;
 
  private:
   void WriteGeometry(const MessageReport& report);
-  void WriteHeadings();
-  void WriteNotes(const MessageReport& report);
+  std::string Row(const MessageReport& report) const;
+  /// Letter and number of each kind that the message has, and anything else that is rare.
+  std::string Records(const MessageReport& report) const;
   void WriteMap(const MessageReport& report);
-  void WriteRecordTable(const StreamSummary& summary);
-  std::string Mark(bool good) const;
+  void WriteRecordTable(const RecordTallies& tallies);
+  std::string Failed(const std::string& text) const {
+    return fTerminal.Styled({kFailed}, Style::kRed) + " " + text;
+  }
 
   const Terminal fTerminal = Terminal::OfStandardOutput();
   const bool fMaps;
   OutputFile fOutput{kStandardStreamName};
-  MessageTable fTable{fTerminal};
-  /// As last written; messages that share it follow one another in one table.
+  /// As last written.
   std::optional<FrameHeader> fGeometry;
 };
 
-std::string TextReport::Mark(bool good) const {
-  return good ? fTerminal.Styled(fTerminal.Either("✓", "+"), Style::kGreen)
-              : fTerminal.Styled(fTerminal.Either("✗", "!"), Style::kRed);
-}
-
 void TextReport::Write(const MessageReport& report, const FrameView& /*frame*/) {
   if (report.HasGrid() && !(fGeometry && SameGeometry(*fGeometry, *report.outline.header))) {
-    fGeometry = report.outline.header;
-    fTable.Begin(report);
     WriteGeometry(report);
-    WriteHeadings();
-  } else if (report.HasGrid() && fTable.AddColumnsFor(report)) {
-    WriteHeadings();
   }
-  fOutput.Write((report.HasGrid() ? fTable.Row(report) : MessageTable::RowWithoutGrid(report)) +
-                "\n");
-  WriteNotes(report);
+  fOutput.WriteLine(Row(report));
+  if (report.failure) fOutput.WriteLine(kIndent + Failed(ExplainFailure(*report.failure)));
   if (fMaps && report.HasGrid()) WriteMap(report);
 }
 
 void TextReport::WriteGeometry(const MessageReport& report) {
   const FrameHeader& header = *report.outline.header;
-  const std::string dot = fTerminal.Either(" · ", ", ");
-  const std::string line = CodecName(header.codecType) + dot + "picture " +
-                           Size(header.imageWidth, header.imageHeight, fTerminal) + dot +
-                           "blocks " + Size(header.blockWidth, header.blockHeight, fTerminal) +
-                           dot + "grid " +
-                           Size(report.outline.gridWidth, report.outline.gridHeight, fTerminal) +
-                           " = " + Counted(report.cells.size(), "block");
-  fOutput.Write((report.index == 0 ? "" : "\n") + fTerminal.Styled(line, Style::kBold) + "\n");
+  fGeometry = header;
+  const std::string line = CodecName(header.codecType) + ", " +
+                           SizeText(header.imageWidth, header.imageHeight) + " pixels in " +
+                           SizeText(report.outline.gridWidth, report.outline.gridHeight) +
+                           " blocks of " + SizeText(header.blockWidth, header.blockHeight);
+  fOutput.WriteLine(fTerminal.Styled(line, Style::kBold));
+  const std::string headings = AlignRight("#", kNumberWidth) + " " + AlignLeft("type", kTypeWidth) +
+                               AlignRight("bytes", kBytesWidth) +
+                               AlignRight("changed", kPercentWidth) + "  records";
+  fOutput.WriteLine(fTerminal.Styled(headings, Style::kDim));
 }
 
-void TextReport::WriteHeadings() {
-  fOutput.Write(fTerminal.Styled(fTable.Headings(), Style::kDim) + "\n");
+std::string TextReport::Row(const MessageReport& report) const {
+  const std::optional<FrameHeader>& header = report.outline.header;
+  const bool isKey = header && header->IsKeyFrame();
+  const std::string type = AlignLeft(isKey    ? "key"
+                                     : header ? std::to_string(header->frameType)
+                                              : "-",
+                                     kTypeWidth);
+  const std::string changed =
+      report.HasGrid() ? Percent(report.changedBlocks, report.cells.size()) : "-";
+  return AlignRight(std::to_string(report.Number()), kNumberWidth) + " " +
+         (isKey ? fTerminal.Styled(type, Style::kBold) : type) +
+         AlignRight(HumanBytes(report.bytes), kBytesWidth) + AlignRight(changed, kPercentWidth) +
+         Records(report);
 }
 
-void TextReport::WriteNotes(const MessageReport& report) {
-  if (report.failure) {
-    fOutput.Write(kNoteIndent + Mark(false) + " " + ExplainFailure(*report.failure) + "\n");
+std::string TextReport::Records(const MessageReport& report) const {
+  std::string text;
+  for (const auto& [kind, tally] : report.tallies) {
+    if (kind == RecordKind::kEmpty) continue;
+    if (!text.empty()) text += ' ';
+    text += fTerminal.Styled(TextOf(kind).letter + std::to_string(tally.count), StyleOf(kind));
   }
-  if (report.palette != PaletteOutcome::kNone && report.palette != PaletteOutcome::kInstalled) {
-    fOutput.Write(std::string(kNoteIndent) + "the palette record of " +
-                  Counted(*report.outline.paletteSize, "byte") +
-                  " installs no palette: " + NameOf(report.palette) + "\n");
-  }
+  if (report.outline.paletteSize) text += std::string(", palette ") + report.palette;
+  if (report.outline.passes > 1) text += ", " + std::to_string(report.outline.passes) + " passes";
   if (report.outline.unread != 0) {
-    fOutput.Write(kNoteIndent + Counted(report.outline.unread, "byte") + " after the last record " +
-                  (report.outline.unread == 1 ? "was" : "were") + " not read\n");
+    text += ", " + Counted(report.outline.unread, "byte") + " not read";
   }
+  return text.empty() ? text : "  " + text;
 }
 
 void TextReport::WriteMap(const MessageReport& report) {
+  const std::optional<Failure>& failure = report.failure;
   for (int row = report.outline.gridHeight - 1; row >= 0; --row) {
-    std::string line = kNoteIndent;
+    std::string line = kIndent;
     for (int column = 0; column < report.outline.gridWidth; ++column) {
-      const RecordKind kind = report.CellAt(row, column);
-      const bool failed = report.failure && report.failure->block &&
-                          report.failure->block->row == row &&
-                          report.failure->block->column == column;
-      const char letter = failed ? '!' : kind.Letter();
-      line += fTerminal.Styled({letter}, failed ? Style::kRed : StyleOf(kind.form));
+      const RecordKind kind = report.cells[report.CellIndex({1, row, column})];
+      const bool failed = failure && failure->block && failure->block->row == row &&
+                          failure->block->column == column;
+      line += fTerminal.Styled({failed ? kFailed : TextOf(kind).letter},
+                               failed ? Style::kRed : StyleOf(kind));
     }
-    fOutput.Write(line + "\n");
+    fOutput.WriteLine(line);
   }
+}
+
+void TextReport::WriteHeldBack(const std::string& sentence) {
+  fOutput.WriteLine(kIndent + Failed(sentence));
 }
 
 void TextReport::Finish(const StreamSummary& summary, const std::string& problem) {
-  const std::uint64_t decoded = summary.messages - summary.failed;
-  fOutput.Write("\n");
-  if (decoded != 0) {
-    fOutput.Write(Mark(true) + " " + Counted(decoded, "message") + " decoded (" +
-                  Counted(summary.keyFrames, "key frame") + ")\n");
+  fOutput.WriteLine("");
+  if (summary.messages != summary.failed) {
+    fOutput.WriteLine(Counted(summary.messages - summary.failed, "message") + " decoded (" +
+                      Counted(summary.keyFrames, "key frame") + ")");
   }
   if (summary.failed != 0) {
-    fOutput.Write(Mark(false) + " " + Counted(summary.failed, "message") + " failed\n");
+    fOutput.WriteLine(Failed(Counted(summary.failed, "message") + " failed"));
   }
-  if (!problem.empty()) fOutput.Write(Mark(false) + " " + Printable(problem) + "\n");
-  if (summary.messages != 0) {
-    fOutput.Write("  " + HumanBytes(summary.bytes) + ", " +
-                  HumanBytes(summary.bytes / summary.messages) + " a message, at most " +
-                  HumanBytes(summary.largestBytes) + " (message " +
-                  std::to_string(summary.largestNumber) + ")\n");
-    if (summary.AllRecords().count != 0) WriteRecordTable(summary);
-  }
+  if (!problem.empty()) fOutput.WriteLine(Failed(Printable(problem)));
+  fOutput.WriteLine(summary.SizeText());
+  WriteRecordTable(summary.tallies);
   fOutput.Commit();
 }
 
-void TextReport::WriteRecordTable(const StreamSummary& summary) {
-  constexpr std::size_t kLabelWidth = 26;
-  constexpr std::size_t kBytesWidth = 11;
-  constexpr std::size_t kPercentWidth = 9;
-  const RecordTally all = summary.AllRecords();
-  const std::string headings = "  " + AlignLeft("records", kLabelWidth) +
-                               AlignRight("count", kBytesWidth) + AlignRight("", kPercentWidth) +
+void TextReport::WriteRecordTable(const RecordTallies& tallies) {
+  RecordTally all;
+  for (const auto& [kind, tally] : tallies) {
+    all.count += tally.count;
+    all.bytes += tally.bytes;
+  }
+  if (all.count == 0) return;
+  const std::string headings = "\n  " + AlignLeft("records", kLabelWidth) +
+                               AlignRight("count", kCountWidth) + AlignRight("", kPercentWidth) +
                                AlignRight("bytes", kBytesWidth);
-  fOutput.Write("\n" + fTerminal.Styled(headings, Style::kDim) + "\n");
-  for (const RecordKind& kind : kRecordKinds) {
-    const RecordTally& tally = summary.tallies[kind.Index()];
-    if (tally.count == 0) continue;
-    fOutput.Write(fTerminal.Styled({kind.Letter(), ' '}, StyleOf(kind.form)) +
-                  AlignLeft(kind.Label(), kLabelWidth) +
-                  AlignRight(std::to_string(tally.count), kBytesWidth) +
-                  AlignRight(Percent(tally.count, all.count), kPercentWidth) +
-                  AlignRight(HumanBytes(tally.bytes), kBytesWidth) +
-                  AlignRight(Percent(tally.bytes, all.bytes), kPercentWidth) + "\n");
+  fOutput.WriteLine(fTerminal.Styled(headings, Style::kDim));
+  for (const auto& [kind, tally] : tallies) {
+    fOutput.WriteLine(fTerminal.Styled({TextOf(kind).letter}, StyleOf(kind)) + " " +
+                      AlignLeft(TextOf(kind).label, kLabelWidth) +
+                      AlignRight(std::to_string(tally.count), kCountWidth) +
+                      AlignRight(Percent(tally.count, all.count), kPercentWidth) +
+                      AlignRight(HumanBytes(tally.bytes), kBytesWidth) +
+                      AlignRight(Percent(tally.bytes, all.bytes), kPercentWidth));
   }
 }
 

@@ -1,4 +1,4 @@
-// The decoder says only that it failed; the place is found by exclusion. Every direct payload goes
+// The decoder says only that it failed. The place is found by exclusion. Every direct payload goes
 // through `DecompressBlock`, so the last call either failed or shows how far decoding came. After
 // it there are only intermediate payloads. They change nothing that their own checks look at, so
 // that the checks give the same answers now.
@@ -18,7 +18,7 @@ namespace {
 
 using Record = MessageOutline::Record;
 
-/// Why an intermediate payload is refused; empty if it is not.
+/// Why an intermediate payload is refused, or nothing.
 std::string WhyRefused(const BitmapDataBlock& block, const BlockRecord& record, unsigned int room) {
   const unsigned int format = record.header.format;
   if (block.fPreviousData == nullptr) return "it has no reference data";
@@ -43,7 +43,7 @@ Failure Diagnose(const InspectingDecoder& decoder, const MessageOutline& outline
     return !it.record.IsEmpty() && it.record.payload.data == call.source;
   });
   if (entry == outline.records.end()) {
-    entry = outline.records.begin();  // no call, or the palette was the last
+    entry = outline.records.begin();  // There was no call, or the last was that of the palette.
   } else if (!call.succeeded) {
     return {"its zlib stream is damaged or too long", entry->offset, entry->place};
   } else {

@@ -12,14 +12,14 @@ namespace zlibvideo {
 /// row, and empty messages, which zeros in a file are. For each message:
 ///
 ///   if (run.HoldsBack(message, decoded)) return;
-///   Tell(run.TakeHeldBack());  // unless it is empty
+///   Tell(run.TakeHeldBack());
 ///   Report(message);
 class FailureRun {
  public:
-  /// Counts the message; true if it is held back.
+  /// Counts the message. True if it is held back.
   bool HoldsBack(const FileMessage& message, bool decoded);
-  /// One sentence about all messages held back since the last call; empty without any. Also to be
-  /// called after the last message.
+  /// A sentence about the messages held back since the last call, or nothing. Also to be called
+  /// after the last message.
   std::string TakeHeldBack();
 
  private:

@@ -6,12 +6,12 @@
 namespace zlibvideo {
 
 /// A decoder that remembers how far it came in a message, for `Diagnose`. It decodes exactly as its
-/// base does. `DecompressVideoMessage` forgets the message before; the other operations do not.
+/// base does. Only `DecompressVideoMessage` forgets the message before.
 class InspectingDecoder : public ZLibVideoDecompressor {
  public:
-  /// One call of `DecompressBlock`: it decompresses every palette and every direct payload.
+  /// A call of `DecompressBlock`, which decompresses every palette and every direct payload.
   struct Call {
-    /// Where in the message the zlib stream begins; null if there was no call.
+    /// The start of the zlib stream, in the message. Null if there was no call.
     const unsigned char* source = nullptr;
     bool succeeded = true;
     /// Bytes.
@@ -29,7 +29,7 @@ class InspectingDecoder : public ZLibVideoDecompressor {
   const Call& FirstCall() const { return fFirstCall; }
   const Call& LastCall() const { return fLastCall; }
 
-  /// The block of a cell of the grid; null if there is no such block.
+  /// The block of a cell of the grid. Null if there is no such block.
   const BitmapDataBlock* FindBlock(int row, int column) const;
 
  private:

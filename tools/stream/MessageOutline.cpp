@@ -10,7 +10,7 @@
 namespace zlibvideo {
 namespace {
 
-/// Reads one message into an outline. Each step returns false after it has set the fault.
+/// Reads a message into an outline. Each step returns false after it has set the fault.
 class OutlineReader {
  public:
   OutlineReader(ByteSpan message, MessageOutline* outline)

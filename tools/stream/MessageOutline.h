@@ -11,8 +11,8 @@
 
 namespace zlibvideo {
 
-/// The place of a record in its message. Rows and columns count from 0, row 0 at the bottom of the
-/// picture; passes count from 1.
+/// The place of a record in its message. Rows and columns count from 0, from the bottom left of the
+/// picture. Passes count from 1.
 struct BlockPlace {
   int pass = 1;
   int row = 0;
@@ -25,7 +25,7 @@ struct BlockPlace {
 struct Failure {
   /// The fault, as the end of a sentence about the message or, if `block` is set, about the block.
   std::string what;
-  /// Bytes from the start of the message; for a record, to its size field.
+  /// Bytes from the start of the message to the fault. A record begins with its size field.
   unsigned int offset = 0;
   /// The block of the faulty record, if a record is at fault.
   std::optional<BlockPlace> block;
@@ -46,19 +46,19 @@ struct MessageOutline {
 
   /// Absent if the message is too short for a header.
   std::optional<FrameHeader> header;
-  /// Blocks; 0 unless the header is valid.
+  /// Blocks, or 0 if the header is not valid.
   int gridWidth = 0;
   int gridHeight = 0;
   /// Version 2 only.
   std::uint8_t flags = 0;
-  /// Value of the palette record's size field; absent if no palette is announced.
+  /// Value of the palette record's size field. Absent if no palette is announced.
   std::optional<unsigned int> paletteSize;
   /// Empty without a palette, and if the palette record reaches past the message: the decoder then
   /// skips its size field alone.
   ByteSpan palette;
   /// Passes begun.
   int passes = 0;
-  /// All records before the first unreadable one.
+  /// All records before the fault.
   std::vector<Record> records;
   /// Bytes after the last record. The decoder does not read them.
   unsigned int unread = 0;

@@ -7,7 +7,7 @@
 
 namespace zlibvideo {
 
-/// All of `bytes`, at most 4 GiB; valid until they change or go.
+/// All of `bytes`, at most 4 GiB. Valid until the vector changes.
 inline ByteSpan SpanOf(const std::vector<unsigned char>& bytes) {
   return {bytes.data(), static_cast<unsigned int>(bytes.size())};
 }
