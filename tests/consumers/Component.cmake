@@ -1,14 +1,20 @@
-# Brings in the component: the installed library that -DKIND=static or shared names, or the sources
-# as part of this build. Then defines add_player.
-if(KIND)
-  find_package(zlibvideo REQUIRED COMPONENTS ${KIND})
-else()
+# Brings in the component. -DKIND=static or shared names the installed library, installed leaves the
+# choice to the package, subproject takes the sources as part of this build. Then
+# defines add_player.
+if(KIND STREQUAL subproject)
   add_subdirectory(${CMAKE_CURRENT_LIST_DIR}/../.. zlibvideo)
+  if(TARGET zlibvideo_tool OR TARGET zlibvideo_tests OR TARGET zlibvideo_bench)
+    message(FATAL_ERROR "a subproject must be the component alone")
+  endif()
+elseif(KIND STREQUAL installed)
+  find_package(zlibvideo REQUIRED)
+else()
+  find_package(zlibvideo REQUIRED COMPONENTS ${KIND})
 endif()
 enable_testing()
 
-# add_player(NAME [SOURCE...]): the program of Host.cpp, Play.cpp, Main.cpp and the sources given,
-# played with each sample as its test.
+# add_player(NAME [SOURCE...]): the program of Host.cpp, Play.cpp, Main.cpp and the given sources.
+# Its tests play the samples.
 function(add_player name)
   set(consumers ${CMAKE_CURRENT_FUNCTION_LIST_DIR})
   add_executable(${name}
