@@ -1,6 +1,11 @@
 # Brings in the component. -DKIND=static or shared names the installed library, installed leaves the
-# choice to the package, subproject takes the sources as part of this build. Then
-# defines add_player.
+# choice to the package, subproject takes the sources as part of this build. -DOWN_ZLIB=ON defines
+# ZLIB::ZLIB beforehand. Then defines add_player.
+if(OWN_ZLIB)
+  add_library(own_zlib INTERFACE)
+  target_link_libraries(own_zlib INTERFACE z)
+  add_library(ZLIB::ZLIB ALIAS own_zlib)
+endif()
 if(KIND STREQUAL subproject)
   add_subdirectory(${CMAKE_CURRENT_LIST_DIR}/../.. zlibvideo)
   if(TARGET zlibvideo_tool OR TARGET zlibvideo_tests OR TARGET zlibvideo_bench)
