@@ -37,7 +37,7 @@ length as a 24-bit unsigned number, most significant byte first, then its bytes.
 
 Exit status: 0 all went well; 1 could not run (arguments, input, output);
 2 some messages failed or the file is cut off, the rest was done;
-3 decode --verify found a difference; 128 + N stopped by signal N, 130 by Ctrl-C.
+3 decode --verify found a difference; 128 + N signal N, 130 Ctrl-C.
 
 "zlibvideo COMMAND --help" explains a command by example.)";
 

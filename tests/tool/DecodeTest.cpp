@@ -148,7 +148,7 @@ TEST_F(DecodeTest, PngFilesAreNumberedByMessage) {
   EXPECT_EQ((std::set<std::string>{"bad.zvm", "good.zvm", "out/002.png", "out/004.png"}), Files());
   EXPECT_TRUE(SamePixels(fSteps[0].bitmap, PngFilePixels("out/002.png")));
   EXPECT_TRUE(SamePixels(fSteps[1].bitmap, PngFilePixels("out/004.png")));
-  EXPECT_EQ(0, Run("zlibvideo decode good.zvm -o 100%d/ --to 1").status);
+  EXPECT_EQ(0, Run("zlibvideo decode good.zvm -o 100%%d/ --to 1").status);
   EXPECT_TRUE(SamePixels(fSteps[0].bitmap, PngFilePixels("100%d/0001.png")));
   EXPECT_EQ(1, Run("zlibvideo decode good.zvm -o one.png").status) << "one name for all pictures";
   EXPECT_TRUE(SamePixels(fSteps[0].bitmap, PngFilePixels("one.png")));
@@ -448,7 +448,7 @@ TEST_F(DecodeTest, BashCompletesWhatHelpNames) {
   }
   std::smatch formats;
   const std::string decodeHelp = Run("zlibvideo decode --help").text;
-  ASSERT_TRUE(std::regex_search(decodeHelp, formats, std::regex("--format ([a-z0-9|]+) ")));
+  ASSERT_TRUE(std::regex_search(decodeHelp, formats, std::regex("--format ([a-z0-9|]+)\n")));
   EXPECT_EQ(" " + std::regex_replace(formats.str(1), std::regex("[|]"), " ") + " \n",
             offered("decode --format \"\""));
 }

@@ -16,7 +16,7 @@ namespace {
 constexpr const char* kFooter = R"(
 Examples:
   zlibvideo decode movie.zvm -o pictures/%04d.png
-      Write pictures/0001.png and so on, a file for each message that is decoded,
+      Write pictures/0001.png and so on, a file for each message that decodes,
       with the number of the message, from 1. The folder is created.
   zlibvideo decode movie.zvm -o one.png --from 12 --to 12
       Write the picture of message 12. Decoding begins at the last message up to
@@ -41,8 +41,8 @@ Formats, by default chosen by the extension of the output:
          CRC-32 is that of the picture's bytes in format bgra (.hash, .hashes)
   null   nothing, for timing
   webp   a lossless animated WebP file, assembled in memory
-  y4m    a YUV4MPEG2 file, 4:4:4, limited-range BT.709, with 10-bit samples, which
-         keep every colour exactly
+  y4m    a YUV4MPEG2 file, 4:4:4, limited-range BT.709, with samples of 10 bits,
+         which keep every colour exactly
 A bgra, webp or y4m file has pictures of one size. If the size changes, the file
 ends there, and a line says how to decode the rest.
 
@@ -77,33 +77,27 @@ CLI::ValidationError Unfit(const std::string& option, const std::string& value,
 bool IsFolder(const std::string& path) {
   if (path == kStandardStreamName) return false;
   std::error_code ignored;
-  return !path.empty() && (path.back() == '/' || std::filesystem::is_directory(path, ignored));
+  return path.ends_with('/') || std::filesystem::is_directory(path, ignored);
 }
 
-/// The reason why the name of `output` chooses no format.
-std::string ExplainNoFormat(const std::string& output) {
-  const std::string extension = std::filesystem::path(output).extension().string();
-  if (!extension.empty()) {
-    return "has an extension that is not written; choose .png, .webp, .y4m, .bgra or .hash";
-  }
-  const std::string advice = std::string("names no format; add --format ") + kFormatNames;
-  if (output == kStandardStreamName) return advice;
-  return advice + ", or for a folder of PNG files write " + output + "/";
-}
-
-void ChooseFormat(Arguments* arguments) {
-  DecodeOptions& options = arguments->options;
-  const std::string& output = options.output.path;
-  if (!arguments->format.empty()) {
-    options.format = FormatByName(arguments->format);
-    return;
-  }
+/// The format that the name of `output` chooses. Throws when it chooses none.
+const OutputFormat* FormatOfName(const std::string& output) {
   if (output.empty()) {
     throw CLI::ValidationError(
         "an output is required: -o FILE, --format hash, --format null or --verify FILE");
   }
-  options.format = IsFolder(output) ? FormatByName("png") : FormatByExtension(output);
-  if (options.format == nullptr) throw Unfit("-o", output, ExplainNoFormat(output));
+  if (IsFolder(output)) return FindFormat("png");
+  const std::string extension = std::filesystem::path(output).extension().string();
+  if (extension.empty()) {
+    const std::string folder =
+        output == kStandardStreamName ? "" : ", or for a folder of PNG files write " + output + "/";
+    throw Unfit("-o", output,
+                "names no format; add --format " + std::string(kFormatNames) + folder);
+  }
+  const OutputFormat* const format = FindFormat(extension.substr(1));
+  if (format != nullptr) return format;
+  throw Unfit("-o", output,
+              "has an extension that is not written; choose .png, .webp, .y4m, .bgra or .hash");
 }
 
 /// If a name has no place for a picture's number, a percent sign is like any other character,
@@ -119,13 +113,6 @@ void CheckName(const std::string& output, const OutputFormat& format) {
   }
 }
 
-/// The pictures of a folder, as a `NamePattern`.
-std::string PatternIn(const std::string& folder, const std::string& extension) {
-  std::string escaped;
-  for (const char c : folder) escaped += c == '%' ? "%%" : std::string(1, c);
-  return (std::filesystem::path(escaped) / ("%04d." + extension)).string();
-}
-
 void CheckOutput(const OutputFormat& format, std::string* output) {
   if (format.files == Files::kNone) {
     if (output->empty()) return;
@@ -139,7 +126,7 @@ void CheckOutput(const OutputFormat& format, std::string* output) {
     *output = kStandardStreamName;
   }
   if (format.files == Files::kOnePerPicture && IsFolder(*output)) {
-    *output = PatternIn(*output, format.name);
+    *output = (std::filesystem::path(*output) / "%04d.png").string();
   }
   CheckName(*output, format);
 }
@@ -149,7 +136,7 @@ void CheckMovieOptions(const Arguments& arguments) {
   if (!arguments.frameRate.empty() && (format == nullptr || !format->hasFrameRate)) {
     throw Unfit("--fps", arguments.frameRate, "is only for webp and y4m");
   }
-  if (arguments.options.output.y4m8Bit && format != FormatByName("y4m")) {
+  if (arguments.options.output.y4m8Bit && format != FindFormat("y4m")) {
     throw CLI::ValidationError("--y4m-8bit", "is only for y4m");
   }
 }
@@ -165,47 +152,48 @@ void Check(Arguments* arguments) {
     throw Unfit("--fps", arguments->frameRate,
                 "is not a frame rate from 0.1 to 1000, such as 10, 29.97 or 30000/1001");
   }
+  std::string& output = options.output.path;
   if (options.verify.empty()) {
-    ChooseFormat(arguments);
-    CheckOutput(*options.format, &options.output.path);
+    options.format =
+        arguments->format.empty() ? FormatOfName(output) : FindFormat(arguments->format);
+    CheckOutput(*options.format, &output);
+  } else if (!output.empty() || !arguments->format.empty() || options.from > 1 ||
+             options.to < kToTheEnd) {
+    throw CLI::ValidationError(
+        "--verify",
+        "compares all messages and writes none: leave out -o, --format, --from and --to");
   } else if (options.verify == kStandardStreamName && options.input == kStandardStreamName) {
     throw Unfit("--verify", options.verify, "is standard input, which is the message file already");
   }
   CheckMovieOptions(*arguments);
 }
 
-std::string CheckFormat(const std::string& name) {
-  if (FormatByName(name) != nullptr) return {};
-  return "\"" + name + "\" is not one of " + kFormatNames;
-}
-
 void AddOutputOptions(CLI::App* command, Arguments* arguments) {
   DecodeOptions& options = arguments->options;
-  CLI::Option* output = command
-                            ->add_option("-o,--output", options.output.path,
-                                         "Output file, \"-\" for stdout. For png a name with a\n"
-                                         "number in it (%04d.png), an existing folder, or a\n"
-                                         "plain name for one picture; not used with null")
-                            ->type_name("FILE")
-                            ->check(FileNameValidator());
-  CLI::Option* format = command->add_option("--format", arguments->format, "Format of the output")
-                            ->type_name(kFormatNames)
-                            ->check(CheckFormat);
+  command
+      ->add_option("-o,--output", options.output.path,
+                   "Output file, \"-\" for stdout. For png a name with a\n"
+                   "number in it (%04d.png), an existing folder, or a\n"
+                   "plain name for one picture; not used with null")
+      ->type_name("FILE")
+      ->check(FileNameValidator());
+  command->add_option("--format", arguments->format, "Format of the output")
+      ->type_name(kFormatNames)
+      ->check(CLI::IsMember(CLI::detail::split(kFormatNames, '|')).description(""));
   command->add_option("--fps", arguments->frameRate, "Pictures a second in webp and y4m")
       ->type_name("RATE")
       ->default_str("10");
   command->add_flag("--y4m-8bit", options.output.y4m8Bit,
                     "8-bit samples in y4m, for more players; colours\nare not exact");
-  CLI::Option* from = command->add_option("--from", options.from, "First message to write, from 1")
-                          ->type_name("N")
-                          ->check(RangeValidator(1));
-  CLI::Option* to = command->add_option("--to", options.to, "Last message to write, included")
-                        ->type_name("M")
-                        ->check(RangeValidator(1));
+  command->add_option("--from", options.from, "First message to write, from 1")
+      ->type_name("N")
+      ->check(RangeValidator(1));
+  command->add_option("--to", options.to, "Last message to write, included")
+      ->type_name("M")
+      ->check(RangeValidator(1));
   command->add_option("--verify", options.verify, "Compare with a list of --format hash")
       ->type_name("FILE")
-      ->check(FileNameValidator())
-      ->excludes(output, format, from, to);
+      ->check(FileNameValidator());
 }
 
 }  // namespace

@@ -46,8 +46,8 @@ class InputFile {
   bool HasMore() { return Peek(1) > 0; }
   /// Whether the next read returns without waiting: bytes are there, or the end.
   bool IsReady() const;
-  /// Whether the next bytes are `text`, of at most 64 KiB. Reads past none of them, and waits for
-  /// no byte after the first that differs.
+  /// Whether the next bytes are `text`, of at most 64 KiB. The bytes remain to be read. Waits for
+  /// no byte after the first difference.
   bool StartsWith(std::string_view text);
   /// Reads `size` bytes, or fewer when the input ends. Returns their number.
   std::size_t Read(unsigned char* target, std::size_t size);
@@ -66,10 +66,10 @@ class InputFile {
     int number = -1;
   };
 
-  /// Waits until the buffer holds `size` bytes, up to `kBufferBytes`. Returns the number of bytes
-  /// in it: fewer than `size` when the input ends.
+  /// Waits until the buffer holds `size` bytes, at most `kBufferBytes`, or the input ends. Returns
+  /// the number of bytes in it.
   std::size_t Peek(std::size_t size);
-  /// Waits for bytes and reads those that are there, up to `size`. Returns 0 when the input ends.
+  /// Waits for bytes and reads up to `size`. Returns their number, 0 when the input ends.
   std::size_t ReadSome(unsigned char* target, std::size_t size);
 
   Descriptor fDescriptor;
@@ -80,7 +80,7 @@ class InputFile {
   /// The system's error number; 0 for none.
   int fError = 0;
   std::vector<unsigned char> fBuffer;
-  /// The part of the buffer that was not read yet.
+  /// The unread part of the buffer.
   std::size_t fBegin = 0;
   std::size_t fEnd = 0;
 };

@@ -39,7 +39,7 @@ struct FrameView {
   }
 };
 
-/// Makes `picture` the colours of `frame`.
+/// Fills `picture` with the pixels of `frame` without opacity.
 inline void CopyColours(const FrameView& frame, Picture* picture) {
   picture->width = frame.width;
   picture->height = frame.height;

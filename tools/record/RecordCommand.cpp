@@ -29,33 +29,33 @@ A stream of pictures is a single file or pipe, or "-" for standard input. Its
 first bytes tell PNG from y4m. Raw pictures require --size:
   raw   pixels of all pictures, rows from the top, 4 bytes a pixel: blue, green,
         red, and a byte that is ignored
-  y4m   YUV4MPEG2 as "decode" writes it: 4:4:4 of 10 bits (C444p10), progressive,
-        limited-range BT.709, which keeps every colour exactly; or of 8 bits
-        (C444), where most colours differ a little
+  y4m   YUV4MPEG2 as "decode" writes it: 4:4:4, progressive, limited-range
+        BT.709, of 10 bits (C444p10), which keep every colour exactly, or of 8
+        bits (C444), where most colours differ a little
   png   PNG files that follow each other, with opaque pixels; samples of 16 bits
-        are reduced to 8. If the size changes, a key frame of the new size follows
+        are reduced to 8. If the size changes, a key frame of that size follows
 
 Each message is written as soon as its picture has come: to standard output, or
 to FILE.part beside FILE, which gets its name at the end of the stream. Ctrl-C
-(SIGINT, SIGTERM, SIGHUP) is the end of a pipe; an incomplete picture is dropped.
-A second Ctrl-C stops at once and leaves FILE.part, which has all whole messages.
-If a stream is cut off or has an error, FILE has all pictures before that.
+(SIGINT, SIGTERM, SIGHUP) ends a pipe and drops an incomplete picture. A second
+Ctrl-C stops at once and leaves FILE.part, which has all whole messages. If a
+stream is cut off or has an error, FILE has all pictures before that.
 
-In version 2, a block that changes is sent in its smallest form: direct, which is
-complete, or primed, which refers to the pixels of its last direct form. A direct
-form may be larger by the percentage of --renew: later forms then refer to newer
-pixels, which makes most recordings smaller as a whole.
+In version 2, a block that changes is sent in its smallest form: direct, which
+is complete, or primed, which refers to the pixels of its last direct form. A
+direct form may be larger by the percentage of --renew: later forms then refer
+to newer pixels, which makes most recordings smaller as a whole.
 --reduced keeps the 128 most frequent colours of the last key frame exactly; all
 other colours lose the low three bits of red, green and blue.
 --passes 2 sends each picture in reduced colours first, and the differences from
 its exact colours in a second pass of the same message. The result is lossless,
 with --reduced as well.
---level 9 makes files that are a quarter of a percent smaller, and takes 2.4 times
-as long; --level 6 takes 0.7 times as long and makes files 3 percent larger.
+--level 9 makes files 0.25 percent smaller in 2.4 times the time; --level 6
+makes files 3 percent larger in 0.7 times the time.
 
 Exit status: 0 recorded, also when Ctrl-C ended a pipe; 1 could not run, FILE is
-as it was; 2 a stream of pictures was cut off or had an error, or writing failed:
-FILE has the pictures before that.)";
+as it was; 2 a stream of pictures was cut off or had an error, or writing
+failed: FILE has the pictures before that.)";
 
 /// The arguments before they are checked.
 struct TypedArguments {

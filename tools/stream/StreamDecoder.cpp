@@ -48,7 +48,7 @@ StreamEnd DecodeMessages(MessageFileReader* reader, StreamDecoder* decoder, std:
     return {Result::kReadError,
             reader->Name() + ": not enough memory for message " + std::to_string(done + 1)};
   }
-  return {};  // the rest, which a live stream may never send, is not asked for
+  return {};  // without waiting for the rest, which a live stream may never send
 }
 
 }  // namespace zlibvideo

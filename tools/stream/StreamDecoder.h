@@ -15,19 +15,19 @@
 
 namespace zlibvideo {
 
-/// One decoder with a video object of the stand-in host to draw into.
+/// A decoder and the video object of the stand-in host that it draws into.
 class StreamDecoder {
  public:
   StreamDecoder();
 
-  /// Decodes the next message of the stream. False when it failed; the picture is then as before.
-  /// Throws `std::bad_alloc` without memory.
+  /// Decodes the next message of the stream. Returns false when it failed: the picture is as
+  /// before. Throws `std::bad_alloc` without memory.
   [[nodiscard]] bool Decode(const FileMessage& message);
   /// Decodes the next message as the first of a stream.
   void Restart();
   /// The part of the picture that the last message drew, in pixels; empty after a failure.
   SRECT ChangedArea() const { return fChangedArea; }
-  /// The picture as it stands. Valid until the next message.
+  /// The current picture. Valid until the next message.
   FrameView Frame();
   /// For `Diagnose`, directly after a failure.
   const InspectingDecoder& Decoder() const { return *fDecoder; }
@@ -42,19 +42,19 @@ class StreamDecoder {
   SRECT fChangedArea = {};
 };
 
-/// Why decoding a message file ended.
+/// The reason why decoding a message file ended.
 struct StreamEnd {
-  /// `kEnd` as well when enough was decoded, `kReadError` also without memory.
+  /// Also `kEnd` after the last message that is wanted, and `kReadError` without memory.
   MessageFileReader::Result result = MessageFileReader::Result::kEnd;
-  /// The same in words, with the name of the file; empty when enough was decoded.
+  /// The same in words, with the name of the file; empty after the last message that is wanted.
   std::string problem;
 };
 
-/// As the last message: however many there are.
+/// As the last message: all messages.
 inline constexpr std::uint64_t kToTheEnd = std::numeric_limits<std::uint64_t>::max();
 
-/// Decodes the messages of `reader` up to number `last`, from 1, and has `take` see each of them
-/// with whether it was decoded. A progress bar shows how far that is, if it is wanted.
+/// Decodes the messages of `reader` up to number `last`, from 1, and calls `take(message, decoded)`
+/// after each. `decoded` is false for a message that failed.
 StreamEnd DecodeMessages(MessageFileReader* reader, StreamDecoder* decoder, std::uint64_t last,
                          bool showsProgress,
                          const std::function<void(const FileMessage&, bool)>& take);

@@ -1,9 +1,5 @@
 #include "tools/decode/formats/OutputFormat.h"
 
-#include <algorithm>
-#include <cctype>
-#include <filesystem>
-
 namespace zlibvideo {
 
 // Each function is in the file that is named after the format.
@@ -36,22 +32,9 @@ constexpr OutputFormat kFormats[] = {
 
 }  // namespace
 
-const OutputFormat* FormatByName(const std::string& name) {
-  const auto* const found =
-      std::find_if(std::begin(kFormats), std::end(kFormats),
-                   [&name](const OutputFormat& format) { return name == format.name; });
-  return found == std::end(kFormats) ? nullptr : found;
-}
-
-const OutputFormat* FormatByExtension(const std::string& fileName) {
-  std::string extension = std::filesystem::path(fileName).extension().string();
-  if (extension.empty()) return nullptr;
-  extension.erase(0, 1);
-  std::transform(extension.begin(), extension.end(), extension.begin(),
-                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+const OutputFormat* FindFormat(const std::string& name) {
   for (const OutputFormat& format : kFormats) {
-    if (extension == format.name) return &format;
-    if (format.otherExtension != nullptr && extension == format.otherExtension) return &format;
+    if (name == format.name || name == format.otherExtension) return &format;
   }
   return nullptr;
 }

@@ -51,8 +51,8 @@ struct OutputFormat {
 
   /// On the command line, and as an extension of file names.
   const char* name;
-  /// Another extension, or null.
-  const char* otherExtension = nullptr;
+  /// Another name and extension.
+  const char* otherExtension = "";
   Files files = Files::kNone;
   /// A list for people and programs, by default on standard output.
   bool isText = false;
@@ -62,10 +62,8 @@ struct OutputFormat {
   bool WritesPictures() const { return files != Files::kNone && !isText; }
 };
 
-/// The format with that name on the command line; null for any other name.
-const OutputFormat* FormatByName(const std::string& name);
-/// The format with the extension of a file name; null for any other extension.
-const OutputFormat* FormatByExtension(const std::string& fileName);
+/// The format with this name or extension; null for any other.
+const OutputFormat* FindFormat(const std::string& name);
 
 /// Compares each message with a line of a file that format hash wrote.
 std::unique_ptr<FrameSink> MakeVerifySink(const std::string& path);

@@ -30,10 +30,6 @@ struct ScopedPicture {
   ScopedPicture& operator=(const ScopedPicture&) = delete;
 };
 
-bool IsOutOfMemory(WebPEncodingError error) {
-  return error == VP8_ENC_ERROR_OUT_OF_MEMORY || error == VP8_ENC_ERROR_BITSTREAM_OUT_OF_MEMORY;
-}
-
 WebPConfig LosslessConfig() {
   WebPConfig config;
   if (WebPConfigInit(&config) == 0 || WebPConfigLosslessPreset(&config, kLosslessLevel) == 0) {
@@ -89,9 +85,7 @@ void WebpSink::Add(const FrameView& frame) {
     throw std::bad_alloc();
   }
   const WebPConfig config = LosslessConfig();
-  const int added = WebPAnimEncoderAdd(fEncoder.get(), &picture, Now(), &config);
-  if (added == 0 && IsOutOfMemory(picture.error_code)) throw std::bad_alloc();
-  Require(added);
+  Require(WebPAnimEncoderAdd(fEncoder.get(), &picture, Now(), &config));
   ++fPictures;
 }
 
