@@ -1,6 +1,6 @@
-// The stand-in host with another allocator: all of the decoder's memory is counted, and limited to
-// a budget. A program that defines these three functions itself takes nothing from the stand-in
-// host's own allocator; they come as one, so define all three.
+// The stand-in host with another allocator, which counts the decoder's memory and limits it to a
+// budget. A program that defines these three functions links the rest of the stand-in host. Define
+// all three: they are a single object of the stand-in host.
 
 #include <cstddef>
 #include <cstdio>
@@ -21,7 +21,7 @@ std::size_t inUse = 0;
 }  // namespace
 
 void* Vorn::SystemNew(unsigned long size, FixedMallocOpts /*opts*/) {
-  if (size > kBudget - inUse) throw std::bad_alloc();  // arrives at the caller of the decoder
+  if (size > kBudget - inUse) throw std::bad_alloc();  // reaches the caller of the decoder
   void* memory = std::calloc(kHeader + size, 1);
   if (memory == nullptr) throw std::bad_alloc();
   *static_cast<std::size_t*>(memory) = size;
@@ -40,7 +40,7 @@ void Vorn::GCHeap::SignalObjectTooLarge() {
 }
 
 int main() {
-  // A key frame of 16 x 16 pixels in one block, whose record is empty: a black picture.
+  // A key frame of 16 x 16 pixels in a block, whose record is empty: a black picture.
   unsigned char message[] = {0x13, 0x00, 16, 0x00, 16, 0x00, 0x00};
 
   StandInVideoObject video;

@@ -1,5 +1,5 @@
-// A host with little memory: it reads the header of each message, and keeps from the decoder what
-// would cost more than it has. Seven bytes can ask for a grid of 65,536 blocks.
+// A host with little memory: it reads the header of each message, and refuses a message that could
+// cost more than its budget. A header of seven bytes can demand a grid of 65,536 blocks.
 
 #include <zlibvideo/bitstream/FrameHeader.h>
 #include <zlibvideo/bitstream/MemoryBound.h>
@@ -16,9 +16,9 @@ constexpr std::uint64_t kBudget = std::uint64_t{16} << 20;
 bool IsAffordable(const unsigned char* message, unsigned int length) {
   zlibvideo::ByteCursor cursor(message, length);
   zlibvideo::FrameHeader header;
-  // The decoder turns down by itself what has no header, or none that is valid.
+  // The decoder itself refuses a message without a valid header.
   if (!zlibvideo::FrameHeader::Read(&cursor, &header) || !header.IsValid()) return true;
-  header.codecType = zlibvideo::kCodecTypeVersion2;  // which the stream may become
+  header.codecType = zlibvideo::kCodecTypeVersion2;  // which a later message may have
   const auto bitmap = std::uint64_t{4} * static_cast<std::uint64_t>(header.imageWidth) *
                       static_cast<std::uint64_t>(header.imageHeight);
   return zlibvideo::MemoryBound(header) + bitmap <= kBudget;
