@@ -1,6 +1,6 @@
-# The functions that a host defines, by the names that the linker knows. A program that links the
-# component tells its linker to look for them from the start (-u). So the linker also finds them in a
-# static library, which it scans before it knows that the component calls them.
+# The functions that a host defines, by their names in object files. Whoever links the component
+# tells the linker to look for them from the start (-u). So the linker also finds them in a static
+# library that it scans before the component.
 set(zlibvideo_host_functions
   _ZN4Vorn9SystemNewEmNS_15FixedMallocOptsE
   _ZN4Vorn12SystemDeleteEPv

@@ -40,9 +40,9 @@ install(FILES
   ${PROJECT_BINARY_DIR}/zlibvideo-config-version.cmake
   DESTINATION ${zlibvideo_package_dir} COMPONENT development)
 
-# The pkg-config files find their prefix from where they lie, so the tree can be moved. "zlibvideo" is
-# the shared library, or else the static library. With "pkg-config --static", a linker would still take
-# the shared library where both are installed: the static library has a package of its own.
+# The pkg-config files find their prefix from where they lie, so the tree can be moved. "zlibvideo"
+# is the shared library, or else the static library. Where both are installed, a linker prefers the
+# shared library even after "pkg-config --static". So the static library has a package of its own.
 set(pkgconfig_dir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 string(REGEX REPLACE "[^/]+" ".." prefix_from_pkgconfig ${pkgconfig_dir})
 

@@ -1,5 +1,5 @@
-# The headers for embedders, who name them <zlibvideo/FOLDER/NAME.h>. They include each other
-# relative to themselves, so that no folder of somebody else's can come between them.
+# The headers for embedders, with the names <zlibvideo/FOLDER/NAME.h>. They include each other
+# relative to themselves: a folder of the embedder cannot come between them.
 set(zlibvideo_public_headers
   bitstream/ByteCursor.h
   bitstream/ByteSpan.h
