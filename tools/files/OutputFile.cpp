@@ -158,10 +158,6 @@ bool IsStandardOutput(const std::string& output) {
   return file && standard && AreSame(*file, *standard);
 }
 
-bool IsTerminal(const std::string& output) {
-  return IsStandardOutput(output) && isatty(STDOUT_FILENO) == 1;
-}
-
 bool HasRoomForProgress(const std::string& output) {
   const auto standard = Examine(kStandardStreamName, STDOUT_FILENO);
   return isatty(STDERR_FILENO) == 1 &&
@@ -169,7 +165,7 @@ bool HasRoomForProgress(const std::string& output) {
 }
 
 void RefuseTerminal(const std::string& output) {
-  if (!IsTerminal(output)) return;
+  if (!IsStandardOutput(output) || isatty(STDOUT_FILENO) == 0) return;
   throw ToolError("standard output: is a terminal; redirect it or give -o FILE");
 }
 

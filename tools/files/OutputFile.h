@@ -58,15 +58,12 @@ void ProtectInput(const std::string& input);
 /// Whether `output` is "-" or another name of standard output, such as /dev/stdout.
 bool IsStandardOutput(const std::string& output);
 
-/// Whether `output` is standard output and a terminal.
-bool IsTerminal(const std::string& output);
-
 /// Whether a command that writes `output` shows its progress on stderr: stderr is a terminal, and
 /// `output` is not also standard output to a terminal or a pipe. The program that reads the pipe
 /// may show its own progress.
 bool HasRoomForProgress(const std::string& output);
 
-/// Throws a `ToolError` when `output` is a terminal: for binary output.
+/// Throws a `ToolError` when `output` is standard output and a terminal: for binary output.
 void RefuseTerminal(const std::string& output);
 
 /// `path` as messages show it: "standard output" if it is that.
