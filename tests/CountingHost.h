@@ -7,6 +7,7 @@
 #include <unordered_map>
 
 #include "decoder/ZLibVideoDecompressor.h"
+#include "host/BitmapPixel.h"
 #include "host/SBitmapCore.h"
 #include "tests/GoodStream.h"
 

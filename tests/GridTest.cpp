@@ -87,33 +87,36 @@ TEST_F(GridTest, IsNotThereWithoutAPicture) {
 
 TEST_F(GridTest, BuffersOnlyGrow) {
   const Bytes data = Noise(300, 1);
-  const unsigned char *source = data.data(), *null = nullptr;
   BitmapDataBlock b;
-  // clang-format off
-  for (const auto& [name, bytes, size, exists, sizeAfter, capacity, allocations] :
-       {std::tuple{"empty, none there", source, 0, false, 0, 0, 1u},
-        {"below 0, none there", source, -1, false, 0, -1, 1u},
-        {"first", source, 200, true, 200, 200, 2u},
-        {"less", source, 100, true, 100, 200, 2u},
-        {"empty", source, 0, true, 0, 200, 2u},
-        {"more", source, 300, true, 300, 300, 3u},
-        {"room only", null, 250, true, 0, 300, 3u}}) {
-    // clang-format on
+  struct Buffer {
+    bool exists = true;
+    int size = 0, capacity = 0;
+    bool isNew = false;
+  };
+  const auto set = [&](const char* name, const unsigned char* source, int size, Buffer expected) {
     SCOPED_TRACE(name);
-    EXPECT_EQ(b.SetPreviousData(bytes, size), exists);
-    EXPECT_EQ(std::tuple(b.fPreviousData != null, b.fPreviousDataSize, b.fPreviousDataCapacity),
-              std::tuple(exists, sizeAfter, capacity));
-    EXPECT_EQ(Host().allocations.size(), allocations);
-    EXPECT_TRUE(SameBytes(std::span(source, static_cast<std::size_t>(sizeAfter)), PreviousData(b)));
-  }
+    const std::size_t allocations = Host().allocations.size();
+    EXPECT_EQ(b.SetPreviousData(source, size), expected.exists);
+    EXPECT_EQ(b.fPreviousData != nullptr, expected.exists);
+    EXPECT_EQ(b.fPreviousDataCapacity, expected.capacity);
+    EXPECT_EQ(Host().allocations.size() != allocations, expected.isNew);
+    EXPECT_TRUE(SameBytes(Slice(data, 0, expected.size), PreviousData(b)));
+  };
+  set("empty, no buffer", data.data(), 0, {.exists = false});
+  set("below 0, no buffer", data.data(), -1, {.exists = false, .capacity = -1});
+  set("first", data.data(), 200, {.size = 200, .capacity = 200, .isNew = true});
+  set("less", data.data(), 100, {.size = 100, .capacity = 200});
+  set("empty", data.data(), 0, {.capacity = 200});
+  set("more", data.data(), 300, {.size = 300, .capacity = 300, .isNew = true});
+  set("room only", nullptr, 250, {.capacity = 300});
   for (const AllocationFailure failure : {AllocationFailure::kNull, AllocationFailure::kBadAlloc}) {
-    EXPECT_TRUE(b.SetPreviousData(source, 200));
+    EXPECT_TRUE(b.SetPreviousData(data.data(), 200));
     FailAt(Host().allocations.size() + 1, failure);
     try {
-      EXPECT_FALSE(b.SetPreviousData(source, 301));
+      EXPECT_FALSE(b.SetPreviousData(data.data(), 301));
     } catch (const std::bad_alloc&) {
     }
-    EXPECT_EQ(b.fPreviousData, null);
+    EXPECT_EQ(b.fPreviousData, nullptr);
     EXPECT_EQ(b.fPreviousDataSize, 0);
   }
 }

@@ -35,6 +35,15 @@ inline void AppendU16(Bytes* bytes, std::size_t value) {
   bytes->push_back(static_cast<unsigned char>(value & 0xFF));
 }
 
+/// A part of `bytes`; `bytes` with the last of them changed.
+inline Bytes Slice(const Bytes& bytes, std::ptrdiff_t from, std::ptrdiff_t to) {
+  return Bytes(bytes.begin() + from, bytes.begin() + to);
+}
+inline Bytes Damaged(Bytes bytes) {
+  bytes.back() ^= 1;
+  return bytes;
+}
+
 inline Bytes Compress(const Bytes& data, const Bytes& dictionary, int windowBits) {
   z_stream stream = {};
   Bytes result(data.size() + data.size() / 8 + 64);
