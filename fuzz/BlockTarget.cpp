@@ -3,7 +3,7 @@
 #include <cstring>
 
 #include "decoder/ZLibVideoDecompressor.h"
-#include "fuzz/Mutation.h"
+#include "fuzz/Messages.h"
 #include "grid/BlockFormat.h"
 #include "grid/Sizes.h"
 
@@ -75,22 +75,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                        previous.data()));
   }
   return 0;
-}
-
-extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size,
-                                               std::size_t maxSize, unsigned int number) {
-  Random random(number);
-  if (size < kCaseSize || OneIn(6, &random)) return LLVMFuzzerMutate(data, size, maxSize);
-  if (OneIn(3, &random)) LLVMFuzzerMutate(data, kCaseSize, kCaseSize);
-  BlockCase to = {};
-  std::memcpy(&to, data, kCaseSize);
-  OneBlockDecoder decoder(to);
-  Bytes payload(data + kCaseSize, data + size);
-  payload = MutatePayload(*decoder.Block(), SpanOf(payload), &to.header, true, &random);
-  std::memcpy(data, &to, kCaseSize);
-  payload.resize(std::min(payload.size(), maxSize - kCaseSize));
-  std::copy(payload.begin(), payload.end(), data + kCaseSize);
-  return kCaseSize + payload.size();
 }
 
 }  // namespace zlibvideo

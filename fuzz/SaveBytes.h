@@ -6,7 +6,7 @@
 
 #include <string>
 
-#include "fuzz/Mutation.h"
+#include "fuzz/Messages.h"
 
 namespace zlibvideo {
 

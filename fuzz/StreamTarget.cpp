@@ -5,7 +5,7 @@
 #include <span>
 
 #include "decoder/ZLibVideoDecompressor.h"
-#include "fuzz/Mutation.h"
+#include "fuzz/Messages.h"
 #include "host/standin/StandInMessage.h"
 #include "host/standin/StandInVideoObject.h"
 #include "output/RowWidener.h"

@@ -1,35 +1,20 @@
-#ifndef ZLIBVIDEO_FUZZ_MUTATION_H
-#define ZLIBVIDEO_FUZZ_MUTATION_H
+#ifndef ZLIBVIDEO_FUZZ_MESSAGES_H
+#define ZLIBVIDEO_FUZZ_MESSAGES_H
 
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
-#include <random>
 #include <vector>
 
 #include "bitstream/FrameHeader.h"
-#include "bitstream/MessageBody.h"
-#include "grid/BitmapDataBlock.h"
 #include "tests/StreamBuilder.h"
 #include "tools/stream/SpanOf.h"
 
-extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, std::size_t maxSize);
-
 namespace zlibvideo {
-
-using Random = std::mt19937;
 
 /// Stops the process, which makes the input a finding.
 inline void Require(bool holds) {
   if (!holds) std::abort();
-}
-
-/// From 0 to `limit` - 1.
-inline unsigned int Below(std::size_t limit, Random* random) {
-  return static_cast<unsigned int>((*random)() % limit);
-}
-inline bool OneIn(unsigned int count, Random* random) {
-  return Below(count, random) == 0;
 }
 
 inline Bytes CopyOf(ByteSpan bytes) {
@@ -56,12 +41,6 @@ inline bool ReadSmallHeader(const Bytes& message, FrameHeader* header) {
          header->imageWidth * header->imageHeight <= kMaxPixels;
 }
 
-/// A payload for `block` with the contents of `payload`, which `header` belongs to: mutated,
-/// compressed as the header says and primed with the block's data. With `withHeader`, `*header`
-/// becomes another before that.
-Bytes MutatePayload(const BitmapDataBlock& block, ByteSpan payload, BlockHeader* header,
-                    bool withHeader, Random* random);
-
 }  // namespace zlibvideo
 
-#endif  // ZLIBVIDEO_FUZZ_MUTATION_H
+#endif  // ZLIBVIDEO_FUZZ_MESSAGES_H
