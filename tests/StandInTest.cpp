@@ -29,16 +29,3 @@ TEST(StandInTest, ShowsNothingStale) {
         << "decoder " << i;
   }
 }
-
-TEST(StandInTest, BeginsPixelsWithACacheLine) {
-  StandInBitmap bitmap;
-  for (const int size : {1, 17, 300}) {
-    bitmap.Resize(size, size, kBitmapVideoFrame);
-    const std::span<const unsigned char> pixels = bitmap.Pixels();
-    EXPECT_EQ(pixels.size(), static_cast<std::size_t>(size * size * 4));
-    EXPECT_EQ(std::ranges::count(pixels, 0), size * size * 4);
-    EXPECT_EQ(reinterpret_cast<std::uintptr_t>(pixels.data()) %
-                  static_cast<std::size_t>(StandInBitmap::kAlignment),
-              0u);
-  }
-}

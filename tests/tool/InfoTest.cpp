@@ -71,14 +71,6 @@ TEST_F(InfoTest, TellsThatTheStreamEndsEarlyAndPrintsNoControlCharacters) {
   EXPECT_EQ(full.text, "zlibvideo: standard output: cannot be written: No space left on device\n");
 }
 
-TEST_F(InfoTest, MakesNoReportWithoutAMessage) {
-  for (const std::string form : {"-", "- --json", "- --html -", "- --html empty.html"}) {
-    SCOPED_TRACE(form);
-    EXPECT_EQ(Run("zlibvideo info < /dev/null " + form + "; echo $?; ls").text,
-              "zlibvideo: standard input: is empty\n1\n<b>.zvm\n");
-  }
-}
-
 TEST_F(InfoTest, ShowsEachMessageWhenItIsThere) {
   for (const std::string form : {"", "--json"}) {
     const Outcome first = Run(
@@ -124,13 +116,6 @@ TEST_F(InfoTest, WritesAPageWithPictures) {
   EXPECT_EQ(messages[2]["picture"], nullptr) << "as before";
   const Outcome bare = Run("zlibvideo info --picture-limit 0 --html x.html '<b>.zvm'");
   EXPECT_NE(bare.text.find("x.html: pictures from message 1 on are left out"), std::string::npos);
-}
-
-TEST_F(InfoTest, DrawsNoBarIntoAPageOnTheTerminal) {
-  const Outcome screen =
-      Run("mkfifo in; { cat *.zvm; sleep 0.2; cat *.zvm; } >in & "
-          "script -qec \"'" ZLIBVIDEO_PROGRAM "' info in --html -\" /dev/null");
-  EXPECT_EQ(screen.text.find("\x1B[K"), screen.text.rfind("\x1B[K"));
 }
 
 }  // namespace
