@@ -16,7 +16,7 @@ struct alignas(std::max_align_t) Allocation {
 
 void ExpectOwn(const void* maker) {
   if (maker == &thisHost) return;
-  std::fputs("a host was called on what another one made\n", stderr);
+  std::fputs("a host got an object of another host\n", stderr);
   std::abort();
 }
 

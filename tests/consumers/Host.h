@@ -9,20 +9,20 @@
 #include <cstdint>
 #include <memory>
 
-/// A complete host as an embedder writes one: C++17, with or without RTTI and exceptions. It stops
-/// the process when it is handed what another host made. CONSUMER_PADDING, in bytes, gives two
-/// hosts in one process objects that differ.
+/// A complete host of an embedder: C++17, with or without RTTI and exceptions. It stops the process
+/// if it gets an object of another host. CONSUMER_PADDING, in bytes, gives two hosts in a process
+/// objects that differ.
 #ifndef CONSUMER_PADDING
 #define CONSUMER_PADDING 8
 #endif
 
-/// Beyond `limit` bytes in use, allocation fails as the host's build has it: with `std::bad_alloc`
-/// or, without exceptions, with null. A surface that is refused stays as it is.
+/// Beyond `limit` bytes in use, allocation throws `std::bad_alloc` or, without exceptions, returns
+/// null. A refused surface stays as it is.
 struct HostState {
   std::size_t limit = SIZE_MAX, inUse = 0;
   bool refusesSurfaces = false;
 };
-extern HostState thisHost;  // its address tells this host from another one in the process
+extern HostState thisHost;  // its address identifies this host in the process
 
 class Surface : public SBitmapCore {
  public:

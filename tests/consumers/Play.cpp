@@ -9,7 +9,7 @@
 
 namespace {
 
-/// A host may derive from the decoder, as this one does to count payloads.
+/// A host may derive from the decoder. This decoder counts payloads.
 class CountingDecoder : public ZLibVideoDecompressor {
  public:
   CountingDecoder() : ZLibVideoDecompressor(nullptr, nullptr) {}
@@ -23,18 +23,22 @@ class CountingDecoder : public ZLibVideoDecompressor {
   int payloads = 0;
 };
 
-int Fail(const char* what) {
-  std::fprintf(stderr, "%s\n", what);
+int Fail(const char* fault) {
+  std::fprintf(stderr, "%s\n", fault);
   return 2;
 }
 
-/// CRC-32 a bit at a time: a user of the shared library has no zlib to call.
+/// CRC-32. A user of the shared library has no zlib to call.
 unsigned int Crc(const unsigned char* bytes, std::size_t size) {
-  unsigned int crc = 0xFFFFFFFF;
-  for (std::size_t i = 0; i < size; ++i) {
-    crc ^= bytes[i];
-    for (int bit = 0; bit < 8; ++bit) crc = crc >> 1 ^ (0xEDB88320 & (0 - (crc & 1)));
+  unsigned int table[256];
+  for (unsigned int i = 0; i < 256; ++i) {
+    table[i] = i;
+    for (int bit = 0; bit < 8; ++bit) {
+      table[i] = table[i] >> 1 ^ (0xEDB88320 & (0 - (table[i] & 1)));
+    }
   }
+  unsigned int crc = 0xFFFFFFFF;
+  for (std::size_t i = 0; i < size; ++i) crc = crc >> 8 ^ table[(crc ^ bytes[i]) & 0xFF];
   return ~crc;
 }
 
@@ -45,7 +49,7 @@ bool ReadMessage(std::FILE* file, std::vector<unsigned char>* message) {
   return std::fread(message->data(), 1, message->size(), file) == message->size();
 }
 
-bool ShowsWhatIsListed(std::FILE* list, int index, Surface& surface) {
+bool ShowsListedPicture(std::FILE* list, int index, Surface& surface) {
   char expected[64];
   char actual[64];
   std::snprintf(actual, sizeof(actual), "%d 1 %dx%d %08x", index, surface.GetWidth(),
@@ -55,7 +59,7 @@ bool ShowsWhatIsListed(std::FILE* list, int index, Surface& surface) {
   return std::strcmp(expected, actual) == 0;
 }
 
-bool RunsWhatWasCompiled() {
+bool HasVersionOfHeaders() {
   char version[32];
   std::snprintf(version, sizeof(version), "%d.%d.%d", ZLIBVIDEO_VERSION_MAJOR,
                 ZLIBVIDEO_VERSION_MINOR, ZLIBVIDEO_VERSION_PATCH);
@@ -71,7 +75,7 @@ int PlayFiles(std::FILE* stream, std::FILE* list) {
     const int size = static_cast<int>(message.size());
     if (!decoder->DecompressVideoEmbedded(video.Ref(), message.data(), size))
       return Fail("a message was not decoded");
-    if (!ShowsWhatIsListed(list, pictures, video.GetSurface())) return Fail("a picture is wrong");
+    if (!ShowsListedPicture(list, pictures, video.GetSurface())) return Fail("a picture is wrong");
   }
   if (pictures == 0 || decoder->payloads == 0) return Fail("nothing was decoded");
 #ifdef __cpp_rtti
@@ -79,14 +83,14 @@ int PlayFiles(std::FILE* stream, std::FILE* list) {
   auto* other = dynamic_cast<BlockedCodec*>(base);
   if (other == nullptr || dynamic_cast<CountingDecoder*>(other) != decoder ||
       dynamic_cast<ZLibVideoDecompressor*>(base) != decoder) {
-    return Fail("the types of a decoder are not known");
+    return Fail("dynamic_cast does not know the types of a decoder");
   }
 #endif
   decoder->DecRef();
   return thisHost.inUse == 0 ? 0 : Fail("memory was not given back");
 }
 
-/// The largest grid that a header can ask for, which is made from the header alone.
+/// The largest grid of a header. It is made from the header alone.
 int PlayWithoutMemory() {
   unsigned char message[] = {0x16, 0x0F, 0xFF, 0x0F, 0xFF, 0x00, 0x00};
   Video video;
@@ -101,13 +105,13 @@ int PlayWithoutMemory() {
 #else
   if (!decoder.DecompressVideoEmbedded(video.Ref(), message, sizeof(message))) return 0;
 #endif
-  return Fail("a host out of memory was not heard");
+  return Fail("an exhausted host does not fail the message");
 }
 
 }  // namespace
 
 int Play(const char* stream, const char* hashes) {
-  if (!RunsWhatWasCompiled()) return Fail("the library has another version than its headers");
+  if (!HasVersionOfHeaders()) return Fail("the library has another version than its headers");
   std::FILE* file = std::fopen(stream, "rb");
   std::FILE* list = std::fopen(hashes, "r");
   if (file == nullptr || list == nullptr) return Fail("no sample");

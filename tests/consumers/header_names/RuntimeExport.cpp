@@ -4,5 +4,5 @@
 #error "the runtime does not find its own header"
 #endif
 #if __cplusplus > 201703L
-#error "C++17 is what the headers need, and this program asked for no more"
+#error "the headers need C++17, but the program is compiled as a later C++"
 #endif

@@ -1,4 +1,4 @@
-// A host whose bitmap did not grow with the picture, and which kept it all the same.
+// A host that keeps its bitmap although the picture has grown.
 #include <zlibvideo/decoder/ZLibVideoDecompressor.h>
 #include <csignal>
 #include <cstdlib>

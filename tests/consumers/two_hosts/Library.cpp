@@ -1,4 +1,4 @@
-// A library that plays for others: all that it lets out is the one function PLAY.
+// A library that exports only the function PLAY.
 #include "../Play.h"
 
 extern "C" __attribute__((visibility("default"))) int PLAY(const char* stream, const char* hashes);
