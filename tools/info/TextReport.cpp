@@ -1,20 +1,21 @@
+#include <unistd.h>
+
 #include <cctype>
+#include <cstdlib>
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "bitstream/FrameHeader.h"
 #include "tools/files/InputFile.h"
 #include "tools/files/OutputFile.h"
 #include "tools/info/ReportWriter.h"
 #include "tools/stream/Diagnosis.h"
-#include "tools/terminal/Terminal.h"
 #include "tools/terminal/Wording.h"
 
 namespace zlibvideo {
 namespace {
-
-using Style = Terminal::Style;
 
 // Both tables fit 60 characters, but for long lists of records.
 constexpr std::size_t kNumberWidth = 5;
@@ -27,6 +28,18 @@ constexpr std::size_t kCountWidth = 8;
 /// Before the lines under a row.
 constexpr const char* kIndent = "      ";
 constexpr char kFailed = '!';
+
+/// Attributes of text, as terminals number them.
+enum class Style {
+  kBold = 1,
+  kDim = 2,
+  kRed = 31,
+  kGreen = 32,
+  kYellow = 33,
+  kBlue = 34,
+  kMagenta = 35,
+  kCyan = 36
+};
 
 Style StyleOf(RecordKind kind) {
   switch (std::toupper(TextOf(kind).letter)) {
@@ -44,6 +57,15 @@ Style StyleOf(RecordKind kind) {
     default:
       return Style::kYellow;
   }
+}
+
+/// Whether standard output is a terminal, and the environment does not refuse colour.
+bool HasColor() {
+  const auto variable = [](const char* name) {
+    const char* value = std::getenv(name);
+    return std::string_view(value == nullptr ? "" : value);
+  };
+  return isatty(STDOUT_FILENO) == 1 && variable("NO_COLOR").empty() && variable("TERM") != "dumb";
 }
 
 bool SameGeometry(const FrameHeader& a, const FrameHeader& b) {
@@ -67,11 +89,15 @@ class TextReport : public ReportWriter {
   std::string Records(const MessageReport& report) const;
   void WriteMap(const MessageReport& report);
   void WriteRecordTable(const RecordTallies& tallies);
+  std::string Styled(const std::string& text, Style style) const {
+    if (!fHasColor) return text;
+    return "\x1B[" + std::to_string(static_cast<int>(style)) + "m" + text + "\x1B[0m";
+  }
   std::string Failed(const std::string& text) const {
-    return fTerminal.Styled({kFailed}, Style::kRed) + " " + text;
+    return Styled({kFailed}, Style::kRed) + " " + text;
   }
 
-  const Terminal fTerminal = Terminal::OfStandardOutput();
+  const bool fHasColor = HasColor();
   const bool fMaps;
   OutputFile fOutput{kStandardStreamName};
   /// As last written.
@@ -94,11 +120,11 @@ void TextReport::WriteGeometry(const MessageReport& report) {
                            SizeText(header.imageWidth, header.imageHeight) + " pixels in " +
                            SizeText(report.outline.gridWidth, report.outline.gridHeight) +
                            " blocks of " + SizeText(header.blockWidth, header.blockHeight);
-  fOutput.WriteLine(fTerminal.Styled(line, Style::kBold));
+  fOutput.WriteLine(Styled(line, Style::kBold));
   const std::string headings = AlignRight("#", kNumberWidth) + " " + AlignLeft("type", kTypeWidth) +
                                AlignRight("bytes", kBytesWidth) +
                                AlignRight("changed", kPercentWidth) + "  records";
-  fOutput.WriteLine(fTerminal.Styled(headings, Style::kDim));
+  fOutput.WriteLine(Styled(headings, Style::kDim));
 }
 
 std::string TextReport::Row(const MessageReport& report) const {
@@ -111,7 +137,7 @@ std::string TextReport::Row(const MessageReport& report) const {
   const std::string changed =
       report.HasGrid() ? Percent(report.changedBlocks, report.cells.size()) : "-";
   return AlignRight(std::to_string(report.Number()), kNumberWidth) + " " +
-         (isKey ? fTerminal.Styled(type, Style::kBold) : type) +
+         (isKey ? Styled(type, Style::kBold) : type) +
          AlignRight(HumanBytes(report.bytes), kBytesWidth) + AlignRight(changed, kPercentWidth) +
          Records(report);
 }
@@ -121,7 +147,7 @@ std::string TextReport::Records(const MessageReport& report) const {
   for (const auto& [kind, tally] : report.tallies) {
     if (kind == RecordKind::kEmpty) continue;
     if (!text.empty()) text += ' ';
-    text += fTerminal.Styled(TextOf(kind).letter + std::to_string(tally.count), StyleOf(kind));
+    text += Styled(TextOf(kind).letter + std::to_string(tally.count), StyleOf(kind));
   }
   if (report.outline.paletteSize) text += std::string(", palette ") + report.palette;
   if (report.outline.passes > 1) text += ", " + std::to_string(report.outline.passes) + " passes";
@@ -139,8 +165,8 @@ void TextReport::WriteMap(const MessageReport& report) {
       const RecordKind kind = report.cells[report.CellIndex({1, row, column})];
       const bool failed = failure && failure->block && failure->block->row == row &&
                           failure->block->column == column;
-      line += fTerminal.Styled({failed ? kFailed : TextOf(kind).letter},
-                               failed ? Style::kRed : StyleOf(kind));
+      line +=
+          Styled({failed ? kFailed : TextOf(kind).letter}, failed ? Style::kRed : StyleOf(kind));
     }
     fOutput.WriteLine(line);
   }
@@ -175,9 +201,9 @@ void TextReport::WriteRecordTable(const RecordTallies& tallies) {
   const std::string headings = "\n  " + AlignLeft("records", kLabelWidth) +
                                AlignRight("count", kCountWidth) + AlignRight("", kPercentWidth) +
                                AlignRight("bytes", kBytesWidth);
-  fOutput.WriteLine(fTerminal.Styled(headings, Style::kDim));
+  fOutput.WriteLine(Styled(headings, Style::kDim));
   for (const auto& [kind, tally] : tallies) {
-    fOutput.WriteLine(fTerminal.Styled({TextOf(kind).letter}, StyleOf(kind)) + " " +
+    fOutput.WriteLine(Styled({TextOf(kind).letter}, StyleOf(kind)) + " " +
                       AlignLeft(TextOf(kind).label, kLabelWidth) +
                       AlignRight(std::to_string(tally.count), kCountWidth) +
                       AlignRight(Percent(tally.count, all.count), kPercentWidth) +
