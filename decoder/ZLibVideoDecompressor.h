@@ -8,14 +8,14 @@
 #include "../host/VideoDecompressor.h"
 #include "Version.h"
 
-/// Decoder of one video stream of codec type 3 (version 1) or 6 (version 2). It may be used and
-/// destroyed through either base; the host's reference count governs its life. It keeps what the
-/// stream decoded so far and nothing else; key frames reset nothing. It starts no threads and
-/// takes no locks: calls on one object must not overlap. A host's loop:
+/// Decoder of a video stream of codec type 3 (version 1) or 6 (version 2). It may be used and
+/// destroyed through either base. The host's reference count governs its life. It keeps the decoded
+/// blocks and nothing else; key frames reset nothing. It starts no threads and uses no locks: calls
+/// on an object must not overlap. A host's loop:
 ///
 ///   auto* decoder = new ZLibVideoDecompressor(player, stream);
 ///   while (NextMessage(&message)) {
-///     // On failure the bitmap still shows the last picture; go on with the next message.
+///     // On failure the bitmap still shows the last picture. Go on with the next message.
 ///     const bool shown = decoder->DecompressVideoMessage(video, &message, false, false) == 1;
 ///   }
 ///   decoder->DecRef();
@@ -30,45 +30,47 @@ class ZLIBVIDEO_EXPORT ZLibVideoDecompressor : public VideoDecompressor, public 
 
   /// 3 for index 0, 6 for index 1, else -1.
   int VideoMessageCodecType(int index) const override;
-  /// Decodes the payload of `message` as `DecompressVideo` does; 1 on success, else 0. `message` is
-  /// not null. The first flag is not read.
+  /// Decodes the payload of `message`, not null, as `DecompressVideo` does. 1 on success, else 0.
+  /// The first flag is not read.
   int DecompressVideoMessage(Vorn::GCAPI::GCRef<SObject> video, TCMessage* message, bool unused,
                              bool skipPush) override;
-  /// `DecompressVideo` of `length` bytes with drawing; a negative length fails.
+  /// `DecompressVideo` of `length` bytes with drawing. A negative length fails.
   bool DecompressVideoEmbedded(Vorn::GCAPI::GCRef<SObject> video, unsigned char* bytes,
                                int length) override;
-  /// Whether there are at least the five bytes of a frame header and they say key frame.
+  /// Whether the bytes hold a frame header, of five bytes, whose frame type is key frame.
   bool VideoEmbeddedIsKeyFrame(Vorn::GCAPI::GCRef<SObject> video, unsigned char* bytes,
                                int length) override;
   /// Null.
   void* GetInstance() override;
-  /// True; nothing is discarded.
+  /// True. Nothing is discarded.
   bool FlushAfterSeek() override;
   bool Flush() override;
-  /// zlib decompression of one whole buffer (RFC 1950). An empty source succeeds and leaves the
-  /// length as it was. Otherwise the length becomes the bytes produced, whatever the result; false
-  /// when the source does not begin with a complete stream, does not fit, or zlib has no memory.
-  /// Bytes of the source behind the stream are not looked at. Behind the bytes produced, the rest
-  /// of the room holds whatever zlib left there.
+  /// Decompresses a whole zlib stream (RFC 1950). An empty source succeeds and leaves the length
+  /// unchanged. Otherwise the length becomes the bytes produced, whatever the result. False if the
+  /// source does not begin with a complete stream, if the output does not fit, or if zlib has no
+  /// memory. Bytes of the source behind the stream are ignored. The room behind the bytes produced
+  /// holds whatever zlib left there.
   [[nodiscard]] bool DecompressBlock(unsigned char* destination, unsigned int* destinationLength,
                                      const unsigned char* source,
                                      unsigned int sourceLength) override;
 
-  /// Decodes one message of `length` bytes, beginning with its frame header, into the grid. With a
-  /// video object, has the host size its bitmap and, unless `skipPush`, composes the picture into
-  /// it; a video object without a bitmap is passed over. False when the message was not decoded:
-  /// the bitmap and the count of decoded messages are then untouched, blocks decoded before the
-  /// fault keep their new contents, and a valid header with a new geometry has replaced the grid by
-  /// an empty one. A well-formed message of a codec type other than 3 and 6 changes no block, but
-  /// is drawn and counted like any other.
+  /// Decodes a message of `length` bytes, which begins with its frame header, into the grid. With a
+  /// video object, has the host size its bitmap and, unless `skipPush`, draws the picture into the
+  /// bitmap, if there is a bitmap.
   ///
-  /// `video` may be null. `message` may be null only where `length` is below 7, which fails; its
-  /// bytes may be anything, are only read, and are not needed afterwards. Of a message of 4 GiB or
-  /// more, only as many bytes are decoded as the low 32 bits of `length` say. The host allocator's
-  /// `std::bad_alloc` passes through: the message then counts as not decoded, and the object can
-  /// take the next one. So does what else the host throws while the bitmap is sized or drawn: the
-  /// blocks are then decoded, but the message is not counted, and a bitmap that was locked stays
-  /// locked.
+  /// False if the message was not decoded. Then the bitmap and the count of decoded messages are
+  /// unchanged, blocks decoded before the fault keep their new contents, and a valid header with a
+  /// new geometry has replaced the grid by an empty grid. A well-formed message of a codec type
+  /// other than 3 and 6 changes no block, and is drawn and counted.
+  ///
+  /// `video` may be null. `message` may be null only if `length` is below 7, which fails. Its bytes
+  /// are only read, and are not needed afterwards. Of a message of 4 GiB or more, the low 32 bits
+  /// of `length` say how many bytes are decoded.
+  ///
+  /// The host allocator's `std::bad_alloc` passes through: the message counts as not decoded, and
+  /// the object can decode the next message. Exceptions of the host from sizing or drawing the
+  /// bitmap pass through as well: the blocks are decoded, but the message is not counted, and a
+  /// locked bitmap stays locked.
   [[nodiscard]] bool DecompressVideo(Vorn::GCAPI::GCRef<SObject> video, unsigned char* message,
                                      unsigned long length, bool skipPush);
 };

@@ -16,31 +16,31 @@ struct BlockRecord;
 struct ByteSpan;
 }  // namespace zlibvideo
 
-/// What all messages of one stream share: image and block geometry, the grid of blocks with their
-/// pixels, the palette, the 15-bit colour table and a scratch buffer; and the operations that
-/// decode a message body into the grid and compose the grid into a bitmap.
+/// The state that all messages of a stream share: image and block geometry, the grid of blocks with
+/// their pixels, the palette, the 15-bit colour table and a scratch buffer. Its operations decode a
+/// message body into the grid and draw the grid into a bitmap.
 ///
-/// Everything it points to is its own and comes from the host allocator, whose `std::bad_alloc`
-/// passes through any operation that may allocate and leaves the object usable. The grid persists
-/// from message to message: a block that a message leaves out keeps its pixels, and a failed
-/// message is not rolled back. Calls on one object must not overlap.
+/// It owns all its buffers. They come from the host allocator, whose `std::bad_alloc` passes
+/// through any operation that may allocate and leaves the object usable. The grid persists from
+/// message to message: a block that a message leaves out keeps its pixels, and a failed message is
+/// not rolled back. Calls on an object must not overlap.
 class ZLIBVIDEO_EXPORT BlockedCodec {
  public:
   BlockedCodec() = default;
   BlockedCodec(const BlockedCodec&) = delete;
   BlockedCodec& operator=(const BlockedCodec&) = delete;
 
-  /// Decompresses one whole zlib buffer. `*destinationLength` is the room of `destination` in
-  /// bytes on entry and the bytes produced on return. This version writes nothing, leaves the
-  /// length alone and returns false; the decoder overrides it.
+  /// Decompresses a whole zlib buffer. `*destinationLength` is the room of `destination` in bytes
+  /// on entry and the bytes produced on return. This version writes nothing, leaves the length
+  /// alone and returns false. The decoder overrides it.
   [[nodiscard]] virtual bool DecompressBlock(unsigned char* destination,
                                              unsigned int* destinationLength,
                                              const unsigned char* source,
                                              unsigned int sourceLength);
   virtual ~BlockedCodec();
 
-  /// Objects on the heap live in the host's memory. A host that answers null for one ends the
-  /// process: there is no object to report it.
+  /// Objects on the heap are in the host's memory. If the host returns null for an object, the
+  /// process ends.
   static void* operator new(std::size_t size);
   static void* operator new(std::size_t, void* storage) noexcept { return storage; }
   static void operator delete(void* memory) noexcept;
@@ -49,92 +49,93 @@ class ZLIBVIDEO_EXPORT BlockedCodec {
   // Grid (grid/BlockedCodec.cpp)
 
   /// Prepares for a message of this geometry, in pixels: images of 1 to 4095, blocks of 1 to 256 a
-  /// side. The caller sees to these ranges, they are not checked: a block size of 0 is divided by.
+  /// side. Ranges are not checked; a block size of 0 divides by zero.
   ///
-  /// Keeps everything when nothing changed and a grid exists. Otherwise replaces the grid by one of
-  /// empty blocks and drops the scratch buffer; colour table and palette survive.
+  /// If the geometry is unchanged and a grid exists, changes nothing. Otherwise replaces the grid
+  /// by a grid of empty blocks and releases the scratch buffer. Colour table and palette persist.
   ///
-  /// False for an image of no pixels, and when the host returned null. Null for the array of
-  /// records leaves no grid, and the next call builds it. Null for a record leaves a grid with
-  /// records missing: the next call with the same geometry takes it as it is and returns true, and
-  /// whatever walks it passes the missing ones over. They stay missing until `DeleteBlocks` or a
-  /// change of geometry; then every block must be sent again. Throwing `std::bad_alloc` avoids
-  /// this: after it no grid is left, and the next call builds it.
+  /// False for an image of no pixels, and if the host returned null. Null for the array of records
+  /// leaves no grid, and the next call builds it. Null for a record leaves a grid with records
+  /// missing. The next call with the same geometry accepts this grid and returns true, and all
+  /// operations skip the missing records until `DeleteBlocks` or a change of geometry. Then every
+  /// block must be sent again. Throw `std::bad_alloc` rather than return null: no grid is left
+  /// then, and the next call builds it.
   [[nodiscard]] bool SetupCodec(std::int32_t imageWidth, std::int32_t imageHeight,
                                 std::int32_t blockWidth, std::int32_t blockHeight);
-  /// Replaces the grid, for the image size stored and the block size given, which must be the one
-  /// stored. Result as `SetupCodec`.
+  /// Replaces the grid, for the stored image size and the stored block size, which the arguments
+  /// must equal. Result as `SetupCodec`.
   [[nodiscard]] bool SetupBlocks(std::int32_t blockWidth, std::int32_t blockHeight);
   /// Destroys the grid with all buffers of its blocks. The grid's width and height keep their
   /// values.
   void DeleteBlocks();
-  /// Number of blocks along an axis of `size` pixels; `*remainder` receives the pixels that the
-  /// last block has when it is cut, else 0.
+  /// Number of blocks along an axis of `size` pixels. `*remainder` receives the pixels of the last
+  /// block if it is cut, else 0.
   static std::int32_t CalcGridSize(std::int32_t size, std::int32_t blockSize,
                                    std::int32_t* remainder);
-  /// The customary block size for an image of this width or height: 64 pixels, or 128 for one of
-  /// more than 511.
+  /// The customary block size for an image of this width or height: 128 pixels above 511, else 64.
   static std::int32_t CalcBlockSize(std::int32_t imageSize);
-  /// The block of a grid cell, row 0 being the bottom of the picture; null when its record is
-  /// missing. The caller keeps row and column in range and calls only while a grid exists.
+  /// The block of a grid cell. Row 0 is the bottom of the picture. Null if the record is missing.
+  /// Ranges are not checked, and a grid must exist.
   BitmapDataBlock* GetBlock(std::int32_t row, std::int32_t column) const {
     return Cell(row, column);
   }
-  /// Forgets which blocks were decoded in the current pass.
+  /// Marks all blocks as not decoded in the current pass.
   void ClearProcessedFlags();
-  /// Makes sure that the scratch buffer exists, if the host has memory for it.
+  /// Creates the scratch buffer if it is absent and the host has memory.
   void CheckScratchColorBuffer();
   /// Writes the low 16 bits of `value`, most significant byte first, to `buffer[offset]` and the
-  /// byte after: the form of the sizes in a message body.
+  /// next byte: the form of sizes in a message body.
   void WriteToBuf2(char* buffer, std::int32_t offset, std::int32_t value);
 
   // Message body (bitstream/)
 
-  /// Decodes the body of a message, given from its frame header on, into the grid. The header is
-  /// passed over, not read: the geometry is that of the last `SetupCodec`, the codec type is the
-  /// one given. A type other than 3 and 6 has its records walked and changes no block. `length`
-  /// counts the whole message in bytes. Returns the body bytes consumed (version 2: not counting
-  /// the flags byte), or -1 when the message fails; blocks decoded before the failure keep their
-  /// new contents. Bytes after the last record are not looked at. The last argument is not read.
+  /// Decodes the body of a message into the grid. `message` begins with the frame header, which is
+  /// skipped: the geometry is from the last `SetupCodec`. `length` counts the whole message in
+  /// bytes. A codec type other than 3 and 6 changes no block. Returns the body bytes consumed, in
+  /// version 2 without the flags byte, or -1 if the message fails. Blocks decoded before the
+  /// failure keep their new contents. Bytes after the last record are ignored. The last argument is
+  /// not read.
   [[nodiscard]] int UnpackMessage(unsigned char* message, unsigned int length, char codecType,
                                   char unused);
-  /// Decodes one pass, a record for every block of the grid, from the `available` bytes at
-  /// `records`. Returns the bytes consumed, or -1. In version 2 a block that is marked as processed
-  /// has its record passed over, so `ClearProcessedFlags` comes before a pass; and payloads with a
-  /// colour field need the scratch buffer, so `CheckScratchColorBuffer` does too. `UnpackMessage`
-  /// sees to both.
+  /// Decodes a pass, with a record for every block of the grid, from the `available` bytes at
+  /// `records`. Returns the bytes consumed, or -1. In version 2, call `ClearProcessedFlags` before:
+  /// the record of a processed block is skipped. Call `CheckScratchColorBuffer` before: payloads
+  /// with a colour field need the scratch buffer. `UnpackMessage` calls both.
   [[nodiscard]] int UnpackBlocks(unsigned char* records, unsigned int available, char codecType);
-  /// Reads a palette record and installs what it holds; a palette that cannot be decompressed to
-  /// exactly its size leaves the current one. Returns the bytes that the record occupies: 2, and
-  /// nothing changes, when it is empty or reaches past `available`; -1 when not even its size is
-  /// there. The scratch buffer's size is that of the last `SetupCodec`.
+  /// Reads a palette record and installs its palette. A palette that does not decompress to exactly
+  /// its size leaves the current palette. Returns the bytes of the record. Returns 2 and changes
+  /// nothing if the record is empty or reaches past `available`. Returns -1 if even its size is
+  /// missing. The size of the scratch buffer is from the last `SetupCodec`.
   [[nodiscard]] int UnpackPalette(unsigned char* record, unsigned int available);
-  /// Decodes one version-2 payload into `block`, whose header fields are set and whose pixel
-  /// buffer has `*length` bytes of room, at least those of the block. Payloads with a colour field
-  /// go by way of the scratch buffer, which must exist: without it a direct one fails and an
-  /// intermediate one gives nothing. On success, `*length` becomes the bytes that the block then
-  /// has, as far as the payload accounts for them, and the block counts as processed; where nothing
-  /// was produced, both stay. The whole room counts when the payload is empty (unless its band has
-  /// no rows) or its conversion is rejected. False when the block was not decoded: `fRawDataSize`,
-  /// `fProcessed` and `*length` are unchanged then, its pixels may be partly written, and where the
-  /// host had no memory its reference data may be gone. Two arguments are not read.
+  /// Decodes a version-2 payload into `block`, whose header fields are set and whose pixel buffer
+  /// has `*length` bytes of room, at least the bytes of the block. A payload with a colour field
+  /// needs the scratch buffer: without it, a direct payload fails and an intermediate payload
+  /// produces nothing.
+  ///
+  /// On success, `*length` becomes the bytes that the payload accounts for, and the block counts as
+  /// processed. If nothing was produced, both are unchanged. The whole room counts if the payload
+  /// is empty, unless its band has no rows, and if the conversion is rejected.
+  ///
+  /// False if the block was not decoded. `fRawDataSize`, `fProcessed` and `*length` are unchanged
+  /// then. Pixels may be partly written, and if the host had no memory, reference data may be lost.
+  /// Two arguments are not read.
   [[nodiscard]] bool UnpackOneV2Block(BitmapDataBlock* block, char unused1, unsigned char* payload,
                                       unsigned int payloadLength, unsigned char* unused2,
                                       unsigned int* length);
-  /// The path of primed, banded and otherwise intermediate payloads: decodes into `destination`,
-  /// whose room is `*destinationLength` bytes, at least those of the block. The block is only read.
+  /// Decodes primed, banded and other intermediate payloads into `destination`, whose room is
+  /// `*destinationLength` bytes, at least the bytes of the block. The block is only read. Payloads
+  /// with a colour field need the scratch buffer.
   ///
-  /// On success `*destinationLength` becomes the bytes of the rows taken around the band plus those
-  /// that the payload gave; for a band of no rows, the size of the previous data. It stays the room
-  /// where the payload is empty, unless the band has no rows, and where the conversion of colours
-  /// is rejected. Errors in the payload's own compressed data do not make it fail, and bytes behind
-  /// the end of that data are accepted.
+  /// On success, `*destinationLength` becomes the bytes of the rows copied around the band plus the
+  /// bytes of the payload; for a band of no rows, the size of the previous data. It stays the room
+  /// if the payload is empty, unless the band has no rows, and if the conversion is rejected.
+  /// Errors in the payload's compressed data do not fail the call, and bytes behind the end of that
+  /// data are ignored.
   ///
-  /// False without previous data; when that does not fit the room or does not hold the rows that
-  /// are taken from it; when the band does not fit; when a primed payload that is not empty has an
-  /// empty dictionary; and when zlib refuses to start, to take the dictionary or to end.
-  /// `destination` may then hold the dictionary or all that was decoded, and the length means
-  /// nothing. Payloads with a colour field need the scratch buffer.
+  /// False without previous data. False if the previous data exceeds the room or misses rows to
+  /// copy, if the band does not fit, if the dictionary of a primed payload is empty, and if zlib
+  /// fails to start, to read the dictionary or to end. Then `destination` may hold the dictionary
+  /// or decoded bytes, and the length has no meaning.
   [[nodiscard]] bool DecompressIntermediateBlock(unsigned char* destination,
                                                  unsigned int* destinationLength,
                                                  const unsigned char* payload,
@@ -145,15 +146,15 @@ class ZLIBVIDEO_EXPORT BlockedCodec {
 
   /// Creates the 15-bit colour table if it is absent, and fills it.
   void MakeTarvishDecodeTable();
-  /// Creates the palette if it is absent. Loads the colours of a record of 384 bytes, red, green,
-  /// blue of each, or the default colours when `record` is null.
+  /// Creates the palette if it is absent. Loads the colours of a record of 384 bytes (red, green
+  /// and blue of each), or the default colours if `record` is null.
   void MakeTarvishPalette(unsigned char* record);
   /// Converts a colour-reduced stream to block pixels. `*destinationLength` is the room of
-  /// `destination` in bytes on entry and, when the call is accepted, the bytes written on return.
-  /// A call is rejected, with nothing written and the length unchanged, when `format` does not ask
-  /// for this conversion, when the stream is too long for the room (three halves of its length,
-  /// rounded down, exceed it), or when the host had no memory for table or palette. Surplus codes
-  /// are dropped, and so is a code cut off by the end. Source and room must not overlap.
+  /// `destination` in bytes on entry and the bytes written on return. The call is rejected if
+  /// `format` does not ask for this conversion, if three halves of the stream's length, rounded
+  /// down, exceed the room, or if the host has no memory for table or palette. A rejected call
+  /// writes nothing and leaves the length unchanged. Surplus codes, and a code cut off by the end,
+  /// are dropped. Source and destination must not overlap.
   void ConvertImageColorToQuarn24(unsigned char* destination, unsigned int* destinationLength,
                                   unsigned char* source, unsigned int sourceLength,
                                   unsigned char format);
@@ -161,25 +162,24 @@ class ZLIBVIDEO_EXPORT BlockedCodec {
   // Output (output/)
 
   /// Writes the picture into `bitmap`, not null and at least as large as the picture: rows in
-  /// reverse order and opaque. A block is black until it has a buffer; its first payload makes one,
-  /// even if that payload then fails. A block whose record is missing leaves its place in the
-  /// bitmap alone. Does nothing to a bitmap that is not addressable. The grid is only read. An
-  /// exception of the host's from within leaves the bitmap locked.
+  /// reverse order and opaque. A block without a buffer is black; its first payload makes the
+  /// buffer, even if that payload fails. A missing record leaves its area of the bitmap alone. Does
+  /// nothing if the bitmap is not addressable. An exception of the host leaves the bitmap locked.
   void PushFrame(SBitmapCore* bitmap);
-  /// Writes the blocks whose pixels were touched since `PushFrame` or `PushChanges` last drew them,
-  /// by messages that failed as well, and all blocks of a new grid; each as `PushFrame` does. For a
-  /// `bitmap` that still holds the picture drawn last, after a message that succeeded: a failed
-  /// message may have changed the size of the picture and not that of the bitmap. If the bitmap is
-  /// another, has lost its pixels, or `PushFrame` was left by an exception, call `PushFrame`.
+  /// Writes the blocks that messages, failed messages included, touched since the last `PushFrame`
+  /// or `PushChanges`, and all blocks of a new grid; each as `PushFrame` does. `bitmap` must still
+  /// hold the picture drawn last. Call it after a message that succeeded: a failed message may have
+  /// changed the size of the picture without the bitmap. If the bitmap is another bitmap, lost its
+  /// pixels, or an exception left `PushFrame`, call `PushFrame`.
   ///
-  /// Returns the least rectangle around the blocks written, in pixels of the bitmap, and calls
-  /// `UpdateMipMap` with it. If nothing was touched, or the bitmap is not addressable, calls
-  /// nothing and returns an empty rectangle, all 0. An exception of the host's from within leaves
-  /// the bitmap locked; the next call writes the same blocks again.
+  /// Returns the least rectangle around the blocks written, in pixels of the bitmap, and passes it
+  /// to `UpdateMipMap`. If no block was touched, or the bitmap is not addressable, calls nothing
+  /// and returns an empty rectangle, all 0. An exception of the host leaves the bitmap locked, and
+  /// the next call writes the same blocks again.
   SRECT PushChanges(SBitmapCore* bitmap);
   /// Whether the picture has no gaps: a grid exists, no record is missing, and a payload has filled
-  /// each block since the grid was made. A decoder that begins in the middle of a stream decodes
-  /// messages with success before this holds. Later payloads that fail or end early do not undo it.
+  /// each block since the grid was made. If a decoder begins in the middle of a stream, messages
+  /// succeed before this holds. Later payloads that fail or end early do not undo it.
   bool IsComplete() const;
 
   /// The palette that a stream begins with: 0x00RRGGBB.
@@ -187,11 +187,12 @@ class ZLIBVIDEO_EXPORT BlockedCodec {
   static const std::uint32_t fDefaultTarvishPalette[zlibvideo::kPaletteColors];
 
  protected:
-  /// 32768 colours 0x00RRGGBB by 15-bit colour; null until first needed, kept for good.
+  /// 32768 colours 0x00RRGGBB by 15-bit colour. Null until first needed, then kept.
   std::uint32_t* fDecodeTable = nullptr;
-  /// 128 colours 0x00RRGGBB; null until first needed, kept for good.
+  /// 128 colours 0x00RRGGBB. Null until first needed, then kept.
   std::uint32_t* fPalette = nullptr;
-  /// Takes a decompressed palette or colour-reduced stream; null until first needed for a geometry.
+  /// Receives a decompressed palette or colour-reduced stream. Null until first needed for a
+  /// geometry.
   unsigned char* fScratchColorBuffer = nullptr;
   std::int32_t fScratchColorBufferSize = 0;
   /// Pixels.
@@ -200,11 +201,11 @@ class ZLIBVIDEO_EXPORT BlockedCodec {
   /// Blocks.
   std::int32_t fGridWidth = 0;
   std::int32_t fGridHeight = 0;
-  /// Pixels; the last column and the last row of blocks may be cut.
+  /// Pixels. The last column and the last row of blocks may be cut.
   std::int32_t fBlockWidth = 64;
   std::int32_t fBlockHeight = 64;
-  /// `fGridHeight` rows of `fGridWidth` records, row 0 at the bottom of the picture. Null when
-  /// there is no grid; single entries are null when the host had no memory for them.
+  /// `fGridHeight` rows of `fGridWidth` records, row 0 at the bottom of the picture. Null without a
+  /// grid. A single entry is null if the host had no memory for the record.
   BitmapDataBlock** fBlocks = nullptr;
 
  private:

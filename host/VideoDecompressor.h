@@ -32,7 +32,7 @@ class ZLIBVIDEO_EXPORT VideoDecompressor {
 
   virtual ~VideoDecompressor();
 
-  /// The codec types that the decoder serves, by index from 0; -1 past the last.
+  /// The codec types that the decoder serves, by index from 0. -1 past the last index.
   virtual int VideoMessageCodecType(int index) const = 0;
   /// 1 when the message was decoded, else 0. See the decoder.
   virtual int DecompressVideoMessage(Vorn::GCAPI::GCRef<SObject> video, TCMessage* message,
@@ -43,7 +43,7 @@ class ZLIBVIDEO_EXPORT VideoDecompressor {
   /// Whether `length` message bytes start a key frame.
   virtual bool VideoEmbeddedIsKeyFrame(Vorn::GCAPI::GCRef<SObject> video, unsigned char* bytes,
                                        int length) = 0;
-  /// Whether a message may be left out without harm to later ones.
+  /// Whether a message may be left out without harm to later messages.
   virtual bool CanDropDecode(TCMessage* /*message*/) { return false; }
   /// A library object that the decoder wraps; null when there is none.
   virtual void* GetInstance() = 0;
@@ -56,7 +56,7 @@ class ZLIBVIDEO_EXPORT VideoDecompressor {
   virtual void ReallocBuffers(Vorn::GCAPI::GCRef<SObject> video);
   /// Raises the reference count by one.
   virtual void AddRef();
-  /// Lowers the reference count by one; at 0 the decoder destroys itself.
+  /// Lowers the reference count by 1. At 0 the decoder destroys itself.
   virtual void DecRef() {
     if (--fRefCount == 0) delete this;
   }
@@ -70,7 +70,7 @@ class ZLIBVIDEO_EXPORT VideoDecompressor {
   virtual int GetDPBTime() { return 0; }
   /// Whether the host must fill its buffer anew at `time`, in its unit.
   virtual bool NeedBufferingRestart(unsigned int /*time*/) const { return false; }
-  /// The texture, still owned by the decoder; null while reloading is disabled. Clears a pending
+  /// The texture, still owned by the decoder. Null while reloading is disabled. Clears a pending
   /// reload.
   virtual HostObject* ReloadVideoTexture(Vorn::GCAPI::GCRef<SObject> /*video*/) {
     return Reload(fVideoTexture);
@@ -81,30 +81,31 @@ class ZLIBVIDEO_EXPORT VideoDecompressor {
   }
   /// Asks for a reload.
   virtual void ReloadVideoBuffer(Vorn::GCAPI::GCRef<SObject> /*video*/) { fReloadPending = true; }
-  /// Destroys the texture, if there is one, and then notes when there is no buffer either.
+  /// Destroys the texture, if it exists, and then notes whether the buffer is absent too.
   virtual void DeleteVideoTexture() { DeleteResource(&fVideoTexture, &fVideoBuffer); }
-  /// Destroys the buffer, if there is one, and then notes when there is no texture either.
+  /// Destroys the buffer, if it exists, and then notes whether the texture is absent too.
   virtual void DeleteVideoBuffer() { DeleteResource(&fVideoBuffer, &fVideoTexture); }
-  /// Brings back pictures that later ones refer to. Nothing here: the decoder keeps them itself.
+  /// Restores pictures that later pictures refer to. Does nothing: the decoder keeps them itself.
   virtual void ReloadReferenceFrames() {}
   /// Host service. No decoder calls it.
   virtual void DeleteHWCodec(Vorn::GCAPI::GCRef<SObject> video);
-  /// Whether the decoder has a name to tell; `name` is left alone when it has not.
+  /// Whether the decoder has a name. Without a name, `name` is unchanged.
   virtual bool GetCodecName(QuarnString& /*name*/) const { return false; }
-  /// Size in pixels after a transformation by the decoder; 0 without one.
+  /// Size in pixels after a transformation by the decoder. 0 without a transformation.
   virtual int GetTransformedPixelWidth() { return 0; }
   virtual int GetTransformedPixelHeight() { return 0; }
-  /// Destroys what decodes on a graphics processor, if there is any.
+  /// Destroys the codec of the graphics processor, if it exists.
   virtual void DeleteGPUCodec() {
     delete fGPUCodec;
     fGPUCodec = nullptr;
   }
 
  protected:
-  /// Host service. Afterwards the bitmap surface of `video` is at least `width` × `height` pixels
-  /// of 4 bytes, or `video` has none: the decoder writes there next, without a look at the result.
-  /// The decoder passes false, false, `kBitmapVideoFrame`, null and null. What this throws reaches
-  /// whoever called the decoder; the message's blocks are decoded then, but it is not counted.
+  /// Host service. Afterwards the bitmap surface of `video` has at least `width` × `height` pixels
+  /// of 4 bytes, or `video` has no bitmap: the decoder draws there next and ignores the result. The
+  /// decoder passes false, false, `kBitmapVideoFrame`, null and null. An exception reaches the
+  /// caller of the decoder. The blocks of the message are decoded then, but the message is not
+  /// counted.
   bool ReallocBitmap(Vorn::GCAPI::GCRef<SObject> video, int width, int height, bool flag1,
                      bool flag2, EBitmapType type, SRECT const* area, SPOINT const* origin);
 
