@@ -3,7 +3,7 @@
 
 namespace zlibvideo {
 
-/// Bytes of a message that were checked to be there. Not owned; valid as long as the message.
+/// Bytes of a message that were checked to be there. Not owned. Valid as long as the message.
 struct ByteSpan {
   const unsigned char* data = nullptr;
   unsigned int size = 0;

@@ -32,7 +32,7 @@ struct ZLIBVIDEO_EXPORT FrameHeader {
 
   int frameType = 0;
   int codecType = 0;
-  /// Pixels; 0 makes the header invalid.
+  /// Pixels. 0 makes the header invalid.
   int imageWidth = 0;
   int imageHeight = 0;
   /// Pixels, 16 to 256 in steps of 16.
@@ -48,7 +48,7 @@ struct ZLIBVIDEO_EXPORT FrameHeader {
   /// Reads the header whatever its values; false, with nothing read, when fewer than `kSize` bytes
   /// remain.
   [[nodiscard]] static bool Read(ByteCursor* cursor, FrameHeader* header);
-  /// The inverse of `Read`, for those who make messages. Fields must be in range.
+  /// The inverse of `Read`, for encoders. Fields must be in range.
   void Write(unsigned char (&bytes)[kSize]) const;
 };
 

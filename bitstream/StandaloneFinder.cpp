@@ -17,7 +17,7 @@ struct Outline {
   std::int64_t blocks = 0;
   std::uint8_t flags = 0;
   bool hasPalette = false;
-  /// Each at the first record of its pass. Without a second pass, that one has no bytes.
+  /// Each at the first record of its pass. Without a second pass, the second has no bytes.
   ByteCursor passes[2] = {ByteCursor(ByteSpan()), ByteCursor(ByteSpan())};
 };
 
@@ -94,7 +94,7 @@ class BlockState {
     const unsigned int color = record.header.format & kFormatColorMask;
     const bool isConverted = color == kFormatColorReduced;
     if (record.payload.size == 0 || (color != 0 && !isConverted)) {
-      // Nothing becomes pixels; the reference becomes all that the buffers hold.
+      // The pixels stay, and the buffers, old bytes included, become reference data.
       fRead = kStateAll;
       return;
     }

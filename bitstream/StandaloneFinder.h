@@ -20,7 +20,7 @@ enum DecoderState : unsigned int {
 /// picture and every later picture are as if it had decoded all messages. A key frame need not
 /// stand alone, and a message may without being a key frame.
 ///
-/// Takes the messages in their order and walks their block records; decompresses nothing and
+/// Takes the messages in their order and walks their block records. Decompresses nothing and
 /// allocates nothing. It takes the payloads on trust. A payload that is damaged, or ends before its
 /// block is full, leaves the block as earlier messages made it: after decoding, the result of the
 /// message and `BlockedCodec::IsComplete` tell. A damaged palette leaves the palette before it.
@@ -39,7 +39,7 @@ class ZLIBVIDEO_EXPORT StandaloneFinder {
  private:
   /// State that messages so far may have changed.
   unsigned int fChanged;
-  /// Of the last message that had a valid header; not valid before.
+  /// Of the last message that had a valid header. Not valid before.
   FrameHeader fHeader;
 };
 

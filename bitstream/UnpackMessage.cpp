@@ -1,4 +1,4 @@
-// The walk over a message body: palette record, passes, and one record for each block.
+// The walk over a message body: palette record, passes, and a record for each block.
 
 #include <cstdint>
 #include <limits>

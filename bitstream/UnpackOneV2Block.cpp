@@ -1,5 +1,5 @@
 // The two ways a version-2 payload becomes the pixels of its block: direct, a complete zlib stream
-// that also becomes the block's reference data; and intermediate, decoded against that reference.
+// that also becomes the block's reference data, and intermediate, decoded against that reference.
 
 #include <algorithm>
 #include <cstdint>
@@ -26,7 +26,7 @@ bool OpenForPayload(const BitmapDataBlock& block, InflateStream* stream, unsigne
          stream->Prime(dictionary, destination, room);
 }
 
-/// The band that the block's header announces, or an empty one where it announces none.
+/// The band that the block's header announces, or an empty band.
 bool FindBand(const BitmapDataBlock& block, unsigned int room, RowBand* band) {
   if (!zlibvideo::HasBand(block.fFormat)) return true;
   const BlockHeader header = {block.fFormat, block.fDiffRowStart, block.fDiffRowCount};
@@ -34,15 +34,15 @@ bool FindBand(const BitmapDataBlock& block, unsigned int room, RowBand* band) {
 }
 
 /// Whether a payload that accounts for `produced` bytes of the block, out of a room of `room`, gave
-/// it all its pixels. An empty payload gives none. A stream of codes that no conversion accepts
-/// accounts for the whole room and gives none.
+/// it all its pixels. An empty payload has no pixels. A stream of codes that no conversion accepts
+/// accounts for the whole room and produces no pixels.
 bool FillsBlock(const BitmapDataBlock& block, unsigned int payloadLength, unsigned int produced,
                 unsigned int room) {
   if (payloadLength == 0 || produced < block.PixelBytes()) return false;
   return !zlibvideo::HasColorField(block.fFormat) || produced < room;
 }
 
-/// Takes all rows before the band, and those after it from byte `from` of the block on, from the
+/// Copies all rows before the band, and the rows from byte `from` of the block on, from the
 /// previous data.
 void CopyRowsAroundBand(const BitmapDataBlock& block, const RowBand& band, unsigned int from,
                         unsigned char* destination) {
@@ -52,7 +52,7 @@ void CopyRowsAroundBand(const BitmapDataBlock& block, const RowBand& band, unsig
 }
 
 /// Inflates a colour-reduced stream and returns its size in bytes. An error of the payload is no
-/// error of the block: what came out of it is converted. Without a scratch buffer zlib refuses the
+/// error of the block: the bytes produced are converted. Without a scratch buffer zlib refuses the
 /// call and nothing comes out.
 unsigned int InflateCodes(InflateStream* stream, ByteSpan payload, unsigned char* scratch,
                           unsigned int room) {
@@ -103,8 +103,8 @@ bool BlockedCodec::DecompressDirectBlock(BitmapDataBlock* block, const unsigned 
         !DecompressBlock(fScratchColorBuffer, &size, payload, payloadLength)) {
       return false;
     }
-    // Without memory for the copy, later payloads are primed as if there had been none; the pixels
-    // of this one are good.
+    // Without memory for the copy, later payloads are primed as without converted data. The pixels
+    // of this payload are right.
     static_cast<void>(
         block->SetConvertedData(fScratchColorBuffer, static_cast<std::int32_t>(size)));
     ConvertImageColorToQuarn24(block->fRawData, length, fScratchColorBuffer, size, block->fFormat);

@@ -19,8 +19,8 @@ using zlibvideo::kWideCodeBytes;
 using zlibvideo::RestOfStream;
 using zlibvideo::StorePixel;
 
-/// Whether the room holds at least what a stream made only of 2-byte codes would yield. The bound
-/// is formed in 32 bits, as those who make streams form it; that it wraps for a source of more than
+/// Whether the room holds the pixels of a stream made only of 2-byte codes. The bound is computed
+/// in 32 bits, as encoders compute it. That it wraps for a source of more than
 /// a gigabyte is harmless, since conversion stays within the room by itself.
 bool RoomSuffices(unsigned int sourceLength, unsigned int room) {
   constexpr std::uint64_t kLow32Bits = 0xFFFFFFFF;
@@ -28,7 +28,7 @@ bool RoomSuffices(unsigned int sourceLength, unsigned int room) {
   return product / kWideCodeBytes <= room;
 }
 
-/// Converts until source or room is used up; returns the end of what was written.
+/// Converts until source or room is used up. Returns the end of the bytes written.
 unsigned char* ConvertCodes(RestOfStream rest, const std::uint32_t* palette,
                             const std::uint32_t* colors) {
   auto [source, sourceEnd, target, targetEnd] = rest;

@@ -34,7 +34,7 @@ inline void StorePixel(unsigned char* pixel, std::uint32_t color) {
   pixel[2] = static_cast<unsigned char>(color >> 16 & 0xFF);
 }
 
-/// The inverse of `WidenColor15`; what does not fit into five bits is dropped.
+/// The inverse of `WidenColor15`; bits beyond five are dropped.
 constexpr std::uint32_t NarrowToColor15(std::uint32_t color) {
   return (color >> 9 & 0x7C00) | (color >> 6 & 0x03E0) | (color >> 3 & 0x001F);
 }

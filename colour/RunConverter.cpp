@@ -17,8 +17,8 @@ namespace zlibvideo {
 namespace {
 
 /// `StorePixel` that may also write the byte after the pixel: one store instead of three. Only for
-/// pixels that another one is sure to follow: after the last pixel of a band, that byte belongs to
-/// the row after it.
+/// pixels that another pixel follows for certain: after the last pixel of a band, that byte belongs
+/// to the row after it.
 void StorePixelLoosely(unsigned char* pixel, std::uint32_t color) {
   if constexpr (std::endian::native == std::endian::little) {
     std::memcpy(pixel, &color, sizeof(color));
@@ -28,7 +28,7 @@ void StorePixelLoosely(unsigned char* pixel, std::uint32_t color) {
 }
 
 /// Codes are taken in turns, some indices and then some colours, with no test for the end of source
-/// or room in between; that is two to three times as fast as code by code. Stops where a turn may
+/// or room in between. That is two to three times as fast as code by code. Stops where a turn may
 /// no longer fit.
 RestOfStream ConvertRunsPortably(RestOfStream rest, const std::uint32_t* palette,
                                  const std::uint32_t* colors) {

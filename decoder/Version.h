@@ -3,8 +3,8 @@
 
 #include "../host/Export.h"
 
-// The version of the interface, for `#if`; the build takes its own from here. A new major version
-// breaks the interface towards the host or the embedder, a minor one adds to it.
+// The version of the interface, for `#if`. The build reads it from here. A new major version breaks
+// the interface towards the host or the embedder, a minor version adds to it.
 // NOLINTBEGIN(cppcoreguidelines-macro-usage): `#if` sees no constants
 #define ZLIBVIDEO_VERSION_MAJOR 2
 #define ZLIBVIDEO_VERSION_MINOR 0

@@ -8,7 +8,7 @@
 
 namespace {
 
-/// Multiplied in 64 bits so that it cannot overflow; the low 32 bits are kept.
+/// Multiplied in 64 bits so that it cannot overflow. The low 32 bits are kept.
 std::int32_t BytesOfPixels(std::int32_t pixels) {
   return static_cast<std::int32_t>(std::int64_t{zlibvideo::kBlockPixelBytes} * pixels);
 }

@@ -6,9 +6,9 @@
 #include "../host/Export.h"
 #include "Sizes.h"
 
-/// One cell of the block grid: its geometry, and the bytes that it keeps from message to message.
-/// Each buffer belongs to the record, comes from the host allocator and only grows; the size of a
-/// buffer that exists never exceeds its capacity. All sizes and capacities are in bytes.
+/// A cell of the block grid: its geometry, and the bytes that it keeps from message to message. It
+/// owns its buffers. They come from the host allocator and only grow. The size of a buffer never
+/// exceeds its capacity. All sizes and capacities are in bytes.
 ///
 /// Pixels are 3 bytes, blue, green, red, in rows of `fWidth` × 3 bytes with nothing between them.
 /// Rows run upward: the first row of a buffer is the block's bottom row in the picture.
@@ -19,7 +19,7 @@ struct ZLIBVIDEO_EXPORT BitmapDataBlock {
   ~BitmapDataBlock();
 
   /// Sets the block's place in an image of `imageWidth` pixels a row: the number of its first
-  /// pixel, its width and its height, all in pixels. The flag is ignored; buffers are untouched.
+  /// pixel, its width and its height, all in pixels. The flag is ignored. Buffers are unchanged.
   void Initialize(std::int32_t pixelOffset, std::int32_t width, std::int32_t height,
                   std::int32_t imageWidth, bool flag);
 

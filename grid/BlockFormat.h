@@ -9,9 +9,9 @@ namespace zlibvideo {
 inline constexpr unsigned int kFormatPrimed = 0x01;
 /// The payload is decoded without replacing the block's reference data.
 inline constexpr unsigned int kFormatIntermediate = 0x02;
-/// The payload holds only a band of rows; two band bytes stand before it in the record.
+/// The payload holds only a band of rows. Two band bytes precede it in the record.
 inline constexpr unsigned int kFormatDiffRows = 0x04;
-/// Any of these bits sends a block down the intermediate path; without them it is direct.
+/// Any of these bits sends a block down the intermediate path. Without them the block is direct.
 inline constexpr unsigned int kFormatIntermediatePathMask =
     kFormatPrimed | kFormatIntermediate | kFormatDiffRows;
 /// The colour field: 0 for 3-byte pixels, `kFormatColorReduced` for a colour-reduced stream; other

@@ -32,13 +32,13 @@ namespace zlibvideo {
 #endif
 }
 
-/// Returns memory to the host; null is allowed and does nothing. An exception of the host's ends
-/// the process.
+/// Returns memory to the host. Null is allowed and does nothing. An exception of the host ends the
+/// process.
 inline void ReleaseToHost(void* memory) noexcept {
   if (memory != nullptr) Vorn::SystemDelete(memory);
 }
 
-/// Releases what `*owner` points to and sets it null.
+/// Releases the memory at `*owner` and sets `*owner` null.
 template <typename T>
 void ReleaseToHostAndClear(T** owner) noexcept {
   ReleaseToHost(*owner);

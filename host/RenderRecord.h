@@ -3,7 +3,7 @@
 
 class SBitmapCore;
 
-/// What the host keeps to draw a video object. Its alignment leaves the lowest bit of its address
+/// The host's record for drawing a video object. Its alignment leaves the lowest bit of its address
 /// free for `SObject`'s flag.
 struct RenderRecord {
   SBitmapCore* fBitmap = nullptr;

@@ -8,7 +8,7 @@
 #include "Guarded.h"
 #include "SRECT.h"
 
-/// The host's bitmap surface. Row n starts at base address + n × row length; row 0 is the top row.
+/// The host's bitmap surface. Row n starts at base address + n × row length. Row 0 is the top row.
 /// A host derives its own bitmap from this class and keeps the fields true with `SetSurface`; the
 /// operations without a body here are the host's.
 class ZLIBVIDEO_EXPORT SBitmapCore {
@@ -34,7 +34,7 @@ class ZLIBVIDEO_EXPORT SBitmapCore {
 
   /// Host service. Holds the pixels in place until `UnlockBits`; `forWriting` is always true here.
   void LockBits(bool forWriting);
-  /// Host service. Ends what `LockBits` began.
+  /// Host service. Ends a `LockBits`.
   void UnlockBits();
   /// Host service. The pixels of `area` have changed; called while the pixels are locked, so what
   /// it throws leaves them locked.

@@ -14,7 +14,7 @@ class ZLIBVIDEO_EXPORT SObject {
   SObject(const SObject&) = delete;
   SObject& operator=(const SObject&) = delete;
 
-  /// The bitmap surface that shows the video, owned by the host; null when there is none.
+  /// The bitmap surface that shows the video, owned by the host. Null without a bitmap.
   SBitmapCore* GetBitmapCore() const {
     const RenderRecord* record = GetRenderRecord();
     return record == nullptr ? nullptr : record->fBitmap;

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-/// A point in pixels. The component passes none.
+/// A point in pixels. The component passes no points.
 struct SPOINT {
   std::int32_t x;
   std::int32_t y;

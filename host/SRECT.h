@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-/// A rectangle in pixels; the greatest values are exclusive.
+/// A rectangle in pixels. The greatest values are exclusive.
 struct SRECT {
   std::int32_t xMin;
   std::int32_t xMax;

@@ -5,8 +5,7 @@
 
 namespace Vorn {
 
-/// What the host is told about an allocation. The component attaches no meaning to the values
-/// beyond telling the storage of block records apart from everything else.
+/// The purpose of an allocation: the storage of a block record, or any other purpose.
 enum FixedMallocOpts : int {
   kFixedMallocDefault = 0,
   kFixedMallocBlockRecord = 1,
@@ -20,7 +19,7 @@ enum FixedMallocOpts : int {
 /// pixels out, a picture shows them as they are here.
 ZLIBVIDEO_EXPORT void* SystemNew(unsigned long size, FixedMallocOpts opts);
 
-/// Host service. Takes back memory that `SystemNew` returned; never called with null. Must not
+/// Host service. Releases memory that `SystemNew` returned. Never called with null. Must not
 /// throw: an exception here ends the process.
 ZLIBVIDEO_EXPORT void SystemDelete(void* memory);
 

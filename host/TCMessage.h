@@ -1,7 +1,7 @@
 #ifndef ZLIBVIDEO_HOST_TCMESSAGE_H
 #define ZLIBVIDEO_HOST_TCMESSAGE_H
 
-/// One video message as the host delivers it. The payload is the host's and must stay unchanged
+/// A video message as the host delivers it. The payload is the host's and must stay unchanged
 /// for the length of the call that the message is passed to.
 struct TCMessage {
   static constexpr int kLengthBytes = 3;

@@ -30,7 +30,7 @@ std::ptrdiff_t TargetOffset(int pixels) {
   return std::ptrdiff_t{pixels} * kBitmapPixelBytes;
 }
 
-/// Words hold bytes in memory order from their low end; on a big-endian machine they are turned.
+/// Words hold bytes in memory order from their low end. On a big-endian machine they are turned.
 std::uint64_t InLittleEndian(std::uint64_t word) {
   if constexpr (std::endian::native == std::endian::little) return word;
   std::uint64_t turned = 0;
@@ -248,7 +248,8 @@ std::span<const NamedRowWidener> AvailableRowWideners() {
 #else
   constexpr bool kAvx2IsSafe = true;
 #endif
-  // A processor with AVX2 has SSSE3 as well, so what can be run is always the front of the list.
+  // A processor with AVX2 has SSSE3 as well, so the usable wideners are always the front of the
+  // list.
   if (!kAvx2IsSafe || !__builtin_cpu_supports("avx2")) {
     return std::span(kRowWideners).first(__builtin_cpu_supports("ssse3") ? 2 : 1);
   }

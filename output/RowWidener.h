@@ -10,12 +10,12 @@ namespace zlibvideo {
 /// Copies a block's pixels of 3 bytes to bitmap pixels of 4, opaque: `rows` rows of `pixels`
 /// pixels, one after the other in `source`, row i to `targets.Address(i)`. Reads exactly `rows` ×
 /// `pixels` × 3 bytes and writes exactly `pixels` × 4 bytes of each row; source and targets must
-/// not overlap. None needs any alignment.
+/// not overlap. No alignment is needed.
 using RowWidener = void (*)(const unsigned char* source, const BitmapRows& targets, int rows,
                             int pixels);
 
-/// The fastest one that this processor can run. Processor features are detected when the program
-/// starts, so that a call for each frame costs next to nothing.
+/// The fastest widener that this processor can run. Processor features are detected when the
+/// program starts, so that a call for each frame costs next to nothing.
 RowWidener FastestRowWidener();
 
 struct NamedRowWidener {
@@ -23,8 +23,8 @@ struct NamedRowWidener {
   RowWidener widen;
 };
 
-/// All that this processor can run, the portable one first and the fastest last. They differ in
-/// nothing but speed.
+/// All wideners that this processor can run, the portable widener first, the fastest last. They
+/// differ only in speed.
 std::span<const NamedRowWidener> AvailableRowWideners();
 
 }  // namespace zlibvideo
