@@ -1,7 +1,7 @@
-// A host with a window: the decoder draws into a texture of SDL's, whose pixels are only there
-// while they are locked. First what the decoder calls, then the input, the player, and main.
+// Plays a stream in a window. The decoder draws the blocks that changed into plain memory, and the
+// changed area is uploaded to a texture. First the input, then the player, and main.
 //
-//   example_player samples/desktop.zvm        (--help says which keys)
+//   example_player samples/desktop.zvm        (--help lists the keys)
 
 #include <SDL.h>
 #include <fcntl.h>
@@ -10,9 +10,12 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <clocale>
 #include <cstdio>
 #include <cstdlib>
-#include <memory>
+#include <iterator>
+#include <optional>
+#include <set>
 #include <span>
 #include <stdexcept>
 #include <string>
@@ -20,62 +23,21 @@
 #include <utility>
 #include <vector>
 
+#include <zlibvideo/bitstream/StandaloneFinder.h>
 #include <zlibvideo/decoder/ZLibVideoDecompressor.h>
-#include <zlibvideo/host/SBitmapCore.h>
+#include <zlibvideo/host/SRECT.h>
+#include <zlibvideo/host/standin/StandInVideoObject.h>
 
 static void Succeed(bool success) {
   if (!success) throw std::runtime_error(SDL_GetError());
 }
 
-// The video object that the decoder is given, and the bitmap that it leads to. A locked texture may
-// hold anything: it is exactly as large as the picture, so the decoder writes all of it.
-struct TextureVideo : SObject, SBitmapCore {
-  TextureVideo() { SetRenderRecord(&record, false); }
-  using SBitmapCore::SetSurface;
-  RenderRecord record = {this};
-  SDL_Renderer* renderer = nullptr;
-  SDL_Texture* texture = nullptr;
-};
+static void Tell(const std::string& fault) {
+  std::fprintf(stderr, "example_player: %s\n", fault.c_str());
+}
 
-// All bitmaps and video objects here are of that one class. What throws makes its message fail.
-void SBitmapCore::LockBits(bool /*forWriting*/) {
-  void* pixels = nullptr;
-  int rowLength = 0;
-  SDL_Texture* const texture = static_cast<TextureVideo*>(this)->texture;
-  Succeed(SDL_LockTexture(texture, nullptr, &pixels, &rowLength) == 0);
-  SetSurface(GetType(), static_cast<unsigned char*>(pixels), rowLength, GetWidth(), GetHeight());
-}
-void SBitmapCore::UnlockBits() {
-  SetSurface(GetType(), nullptr, 0, GetWidth(), GetHeight());
-  SDL_UnlockTexture(static_cast<TextureVideo*>(this)->texture);
-}
-bool VideoDecompressor::ReallocBitmap(Vorn::GCAPI::GCRef<SObject> video, int width, int height,
-                                      bool, bool, EBitmapType, SRECT const*, SPOINT const*) {
-  auto& target = static_cast<TextureVideo&>(*video.Get());
-  if (target.texture && width == target.GetWidth() && height == target.GetHeight()) return true;
-  SDL_Texture* const made = SDL_CreateTexture(target.renderer, SDL_PIXELFORMAT_BGRA32,
-                                              SDL_TEXTUREACCESS_STREAMING, width, height);
-  Succeed(made != nullptr);
-  SDL_DestroyTexture(std::exchange(target.texture, made));
-  target.SetSurface(kBitmapVideoFrame, nullptr, 0, width, height);
-  return true;
-}
-// Locked pixels have an address, and there are no smaller pictures to keep up to date.
-void SBitmapCore::Restore() {}
-void SBitmapCore::UpdateMipMap(SRECT /*area*/) {}
-
-// The rest of what a host has to define.
-VideoDecompressor::VideoDecompressor(CorePlayer* /*player*/, NetStream* /*stream*/) {}
-VideoDecompressor::~VideoDecompressor() = default;
-void VideoDecompressor::AddRef() {
-  ++fRefCount;
-}
-void VideoDecompressor::DeleteBuffers(Vorn::GCAPI::GCRef<SObject> /*video*/) {}
-void VideoDecompressor::ReallocBuffers(Vorn::GCAPI::GCRef<SObject> /*video*/) {}
-void VideoDecompressor::DeleteHWCodec(Vorn::GCAPI::GCRef<SObject> /*video*/) {}
-
-// The messages of a file, or of standard input as they come; all are kept, for going back. Never
-// waits, as a window wants looking after; there is no good way to end a thread that does.
+// The messages of a file, or of standard input as they come. All are kept, for going back. Never
+// waits: the window must answer meanwhile, and a thread that waits for input cannot be ended well.
 class MessageInput {
  public:
   explicit MessageInput(const std::string& file)
@@ -88,37 +50,43 @@ class MessageInput {
   bool IsOpen() const { return fOpen; }  // more may come
   std::size_t Count() const { return fOffsets.size() - 1; }
 
-  // Counted from 0; valid until the next `Read`.
+  // Messages count from 0 here. Offsets are in bytes, behind the length.
+  std::size_t Offset(std::size_t index) const { return fOffsets[index] + kLengthBytes; }
+  // Valid until the next `Read`.
   std::span<unsigned char> Message(std::size_t index) {
-    const std::size_t begin = fOffsets[index] + kLengthBytes;
-    return std::span(fBytes).subspan(begin, fOffsets[index + 1] - begin);
+    return std::span(fBytes).subspan(Offset(index), fOffsets[index + 1] - Offset(index));
   }
 
-  // Takes in some of what is there to be read; false when that is nothing.
+  // The last message, up to this index, from which decoding may begin.
+  std::size_t StartFor(std::size_t index) const { return *std::prev(fStarts.upper_bound(index)); }
+  void DropStart(std::size_t index) { fStarts.erase(index); }
+
+  // Reads a part of the bytes that are there. False if there are no bytes.
   bool Read() {
     if (!fOpen || poll(&fFile, 1, 0) < 1) return false;
     unsigned char bytes[256 * 1024];
     const ssize_t count = read(fFile.fd, bytes, sizeof(bytes));
     if (count <= 0) End(count < 0 ? std::generic_category().message(errno) : "");
     fBytes.insert(fBytes.end(), bytes, bytes + std::max<ssize_t>(count, 0));
-    while (fBytes.size() >= fOffsets.back() + kLengthBytes) {
+    while (fBytes.size() >= Offset(Count())) {
       const unsigned char* at = &fBytes[fOffsets.back()];
-      const auto size = static_cast<std::size_t>(at[0] << 16 | at[1] << 8 | at[2]);
-      if (fBytes.size() - fOffsets.back() - kLengthBytes < size) break;
-      fOffsets.push_back(fOffsets.back() + kLengthBytes + size);
+      const auto length = static_cast<unsigned int>(at[0] << 16 | at[1] << 8 | at[2]);
+      if (fBytes.size() - Offset(Count()) < length) break;
+      if (fFinder.Next(at + kLengthBytes, length)) fStarts.insert(Count());
+      fOffsets.push_back(Offset(Count()) + length);
     }
     return count > 0;
   }
 
  private:
-  // What is wrong is told, and ends the program only when there is nothing to show.
+  // Tells a fault, which ends the program only if there is nothing to show.
   void End(std::string fault) {
     fOpen = false;
     const bool isCut = fBytes.size() != fOffsets.back();
     if (fault.empty() && isCut) fault = "ends within message " + std::to_string(Count() + 1);
-    if (Count() == 0)
-      throw std::runtime_error(fName + ": " + (fault.empty() ? "no message" : fault));
-    if (!fault.empty()) std::fprintf(stderr, "%s: %s\n", fName.c_str(), fault.c_str());
+    if (fault.empty() && Count() == 0) fault = "no message";
+    if (Count() == 0) throw std::runtime_error(fName + ": " + fault);
+    if (!fault.empty()) Tell(fName + ": " + fault);
   }
 
   static constexpr std::size_t kLengthBytes = 3;  // before each message, most significant first
@@ -127,30 +95,34 @@ class MessageInput {
   bool fOpen = true;
   std::vector<unsigned char> fBytes;
   std::vector<std::size_t> fOffsets = {0};  // of each message with its length, and of the next
+  zlibvideo::StandaloneFinder fFinder{zlibvideo::kStateNone};
+  std::set<std::size_t> fStarts = {0};
 };
 
-// The window with its keys. Messages count from 1 here; 0 is before the first.
+// The window with its keys. Messages count from 1 here. 0 is before the first message.
 class Player {
  public:
   static constexpr int kMaxFps = 240;
+  static constexpr std::size_t kMostTold = 20;  // failures, of all that the title counts
   Player(const std::string& file, int fps) : fInput(file), fFps(fps) {
     std::atexit(SDL_Quit);
     Succeed(SDL_Init(SDL_INIT_VIDEO) == 0);
-    // What SDL takes when there is no other shows nothing, and hears no keys.
+    // If there is no screen, SDL chooses this driver, which shows nothing and hears no keys.
     const bool isHidden = std::string(SDL_GetCurrentVideoDriver()) == "offscreen";
     if (isHidden && !SDL_getenv("SDL_VIDEODRIVER"))
       throw std::runtime_error("no screen to play on");
-    SDL_SetHint(SDL_HINT_RENDER_SCALE_QUALITY, "linear");
     Succeed(SDL_CreateWindowAndRenderer(640, 360, SDL_WINDOW_HIDDEN | SDL_WINDOW_RESIZABLE,
-                                        &fWindow, &fVideo.renderer) == 0);
+                                        &fWindow, &fRenderer) == 0);
   }
 
   void Run() {
     while (fRunning) {
-      const bool reads = fInput.Read();
+      bool reads = fInput.Read();
+      for (const double end = Now() + kSliceMs; reads && Now() < end;) reads = fInput.Read();
       Play();
       DecodeSlice();
-      if (fStale && IsThere()) Draw();
+      if (IsThere()) Upload();
+      if (fStale) Draw();
       ShowTitle();
       if (fSized || !reads) SDL_ShowWindow(fWindow);
       HandleEvents(reads || !IsThere());
@@ -158,8 +130,10 @@ class Player {
   }
 
  private:
+  static constexpr double kSliceMs = 15;  // of reading or decoding, then events are due
   static double Now() { return static_cast<double>(SDL_GetTicks64()); }  // milliseconds
-  bool IsThere() const { return fDecoded == std::min(fWanted, fInput.Count()); }
+  std::size_t Target() const { return std::min(fWanted, fInput.Count()); }
+  bool IsThere() const { return fDecoded == Target(); }
   bool IsAtLast() const { return fWanted >= fInput.Count(); }
 
   void Seek(std::size_t message) {
@@ -173,65 +147,108 @@ class Player {
     fDueMs = std::max(fDueMs + 1000.0 / fFps, Now());
   }
 
-  // Towards the wanted message for some milliseconds, then it is time to look for events. Draws
-  // what is on the way, too: when all that follow fail, it is what there is to show.
+  // Decodes towards the wanted message.
   void DecodeSlice() {
-    for (const double end = Now() + 15; !IsThere() && Now() < end; fStale = true) {
-      if (fDecoder == nullptr || fDecoded > fWanted) Restart();
-      if (!Decode(fInput.Message(fDecoded++))) ++fFailed;
+    for (const double end = Now() + kSliceMs; !IsThere() && Now() < end;) {
+      const std::size_t start = fInput.StartFor(Target() - 1);
+      if (!fDecoder || fDecoded > Target() || fDecoded < start) BeginWith(start);
+      DecodeNext();
     }
   }
 
-  bool Decode(std::span<unsigned char> message) try {
-    const Vorn::GCAPI::GCRef<SObject> video(&fVideo);
-    return fDecoder->DecompressVideoEmbedded(video, message.data(),
-                                             static_cast<int>(message.size()));
-  } catch (const std::exception& fault) {  // no memory, or no texture of that size
-    std::fprintf(stderr, "message %zu: %s\n", fDecoded, fault.what());
-    return false;
+  // Begins a new decoder, and without a picture, for all messages from here on may fail.
+  void BeginWith(std::size_t start) {
+    fDecoder.emplace(nullptr, nullptr);
+    fVideo.Bitmap().Resize(0, 0, kBitmapVideoFrame);
+    fBegin = fDecoded = start;
   }
 
-  // The way back leads through the first message: a decoder keeps all that it decoded, and key
-  // frames need not send every block.
-  void Restart() {
-    fDecoder.reset(new ZLibVideoDecompressor(nullptr, nullptr),
-                   [](VideoDecompressor* decoder) { decoder->DecRef(); });
-    SDL_DestroyTexture(std::exchange(fVideo.texture, nullptr));
-    fDecoded = fFailed = 0;
+  void DecodeNext() {
+    const std::size_t index = fDecoded++;
+    const std::span<unsigned char> message = fInput.Message(index);
+    const bool succeeded =
+        fDecoder->DecompressVideo(fVideo.Ref(), message.data(), message.size(), true);
+    if (index == fBegin && index > 0 && !(succeeded && fDecoder->IsComplete())) {
+      fInput.DropStart(index);  // it leaves gaps, or its payloads are damaged
+      fDecoder.reset();
+      fDecoded = 0;
+    } else if (succeeded) {
+      // Drawn even if others follow: they may fail after they have changed blocks.
+      AddChanged(fDecoder->PushChanges(&fVideo.Bitmap()));
+    } else if (fFailed.insert(index).second && fFailed.size() <= kMostTold) {
+      Tell(fInput.Name() + ": message " + std::to_string(index + 1) + " at byte " +
+           std::to_string(fInput.Offset(index)) + " cannot be decoded" +
+           (fFailed.size() == kMostTold ? "; others are counted in the title" : ""));
+    }
   }
 
-  // Fitted into the window, with its aspect kept.
+  void AddChanged(const SRECT& area) {
+    const SDL_Rect more = {area.xMin, area.yMin, area.xMax - area.xMin, area.yMax - area.yMin};
+    SDL_UnionRect(&fChanged, &more, &fChanged);
+  }
+
+  // The texture is replaced only here: it shows the last picture while others are decoded.
+  void Upload() {
+    const StandInBitmap& bitmap = fVideo.Bitmap();
+    const SDL_Rect whole = {0, 0, bitmap.GetWidth(), bitmap.GetHeight()};
+    int width = 0, height = 0;
+    SDL_RenderGetLogicalSize(fRenderer, &width, &height);  // that of the texture
+    if (width != whole.w || height != whole.h) {
+      SDL_DestroyTexture(std::exchange(fTexture, nullptr));
+      fTexture = SDL_CreateTexture(fRenderer, SDL_PIXELFORMAT_BGRA32, SDL_TEXTUREACCESS_STATIC,
+                                   whole.w, whole.h);
+      Succeed(fTexture || SDL_RectEmpty(&whole));
+      SDL_RenderSetLogicalSize(fRenderer, whole.w, whole.h);
+      fChanged = whole;
+      fStale = true;
+    }
+    // Pictures on the way may have been larger.
+    if (!SDL_IntersectRect(&fChanged, &whole, &fChanged)) return;
+    const int rowLength = bitmap.GetRowLength();
+    const unsigned char* const pixels = bitmap.Pixels().data() + fChanged.y * rowLength;
+    Succeed(SDL_UpdateTexture(fTexture, &fChanged, pixels + fChanged.x * 4, rowLength) == 0);
+    fChanged = {};
+    fStale = true;
+  }
+
+  // Fits the picture into the window and keeps its aspect. Large pixels are not smoothed.
   void Draw() {
-    if (!fSized && fVideo.texture) SizeWindow();
-    SDL_RenderClear(fVideo.renderer);
-    SDL_RenderSetLogicalSize(fVideo.renderer, fVideo.GetWidth(), fVideo.GetHeight());
-    if (fVideo.texture) SDL_RenderCopy(fVideo.renderer, fVideo.texture, nullptr, nullptr);
-    SDL_RenderPresent(fVideo.renderer);
+    if (!fSized && fTexture) SizeWindow();
+    float scale = 1;
+    SDL_RenderGetScale(fRenderer, &scale, nullptr);
+    SDL_SetTextureScaleMode(fTexture, scale < 2 ? SDL_ScaleModeLinear : SDL_ScaleModeNearest);
+    SDL_RenderClear(fRenderer);
+    SDL_RenderCopy(fRenderer, fTexture, nullptr, nullptr);
+    SDL_RenderPresent(fRenderer);
     fStale = false;
   }
 
-  // As large as the first picture, where the screen has room for that and a frame.
+  // As large as the first picture, where the screen has room for that and a frame. A small picture
+  // is enlarged by a whole factor, and has room for a title.
   void SizeWindow() {
     fSized = true;
     SDL_Rect room;
     if (SDL_GetDisplayUsableBounds(SDL_GetWindowDisplayIndex(fWindow), &room) != 0) return;
-    const double scale =
-        std::min({1.0, (room.w - 48.0) / fVideo.GetWidth(), (room.h - 48.0) / fVideo.GetHeight()});
-    SDL_SetWindowSize(fWindow, static_cast<int>(fVideo.GetWidth() * scale),
-                      static_cast<int>(fVideo.GetHeight() * scale));
+    const int width = fVideo.Bitmap().GetWidth(), height = fVideo.Bitmap().GetHeight();
+    const double fitted = std::min({1.0, (room.w - 48.0) / width, (room.h - 48.0) / height});
+    const double scale = std::max<double>(fitted, std::min(640 / width, 360 / height));
+    SDL_SetWindowSize(fWindow, std::max(240, static_cast<int>(width * scale)),
+                      std::max(120, static_cast<int>(height * scale)));
     SDL_SetWindowPosition(fWindow, SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED);
   }
 
+  // The number of the message also shows how far a long way of decoding has come.
   void ShowTitle() {
-    const char* const playing = IsAtLast() && fInput.IsOpen() ? "waiting" : "playing";
+    const char* state = fPlaying ? "playing" : "paused";
+    if (fPlaying && IsAtLast() && fInput.IsOpen()) state = "waiting";
+    if (fDecoded + static_cast<std::size_t>(fFps) < Target()) state = "decoding";
     char title[512];
-    std::snprintf(title, sizeof(title), "%s – message %zu of %zu, %zu failed, %d fps, %s",
-                  fInput.Name().c_str(), fDecoded, fInput.Count(), fFailed, fFps,
-                  fPlaying ? playing : "paused");
+    std::snprintf(title, sizeof(title), "%s - message %zu of %zu, %zu failed, %d fps, %s",
+                  fInput.Name().c_str(), fDecoded, fInput.Count(), fFailed.size(), fFps, state);
     if (std::string(title) != SDL_GetWindowTitle(fWindow)) SDL_SetWindowTitle(fWindow, title);
   }
 
-  // Waits for one, unless busy, until there is something else to do; an input has to be asked.
+  // Waits for an event, unless busy, until the next message is due. An open input is polled.
   void HandleEvents(bool isBusy) {
     const double untilDue = fPlaying ? std::max(fDueMs - Now(), 0.0) : 1e6;
     const double mostMs = isBusy ? 0.0 : fInput.IsOpen() ? 10.0 : untilDue;
@@ -240,8 +257,9 @@ class Player {
     for (int got = SDL_WaitEventTimeout(&event, waitMs); got; got = SDL_PollEvent(&event)) {
       if (event.type == SDL_QUIT) fRunning = false;
       if (event.type == SDL_KEYDOWN) HandleKey(event.key.keysym.sym);
-      if (event.type == SDL_WINDOWEVENT) fStale = true;      // uncovered, or of another size
-      if (event.type == SDL_RENDER_DEVICE_RESET) Restart();  // the texture is lost
+      if (event.type == SDL_WINDOWEVENT) fStale = true;  // uncovered, or of another size
+      // The texture is lost. For another size a new texture is made.
+      if (event.type == SDL_RENDER_DEVICE_RESET) SDL_RenderSetLogicalSize(fRenderer, 0, 0);
     }
   }
 
@@ -258,7 +276,7 @@ class Player {
     if (key == SDLK_q || key == SDLK_ESCAPE) fRunning = false;
   }
 
-  // At the end of what will not go on, plays it again.
+  // At the end of a file, begins with the first message again.
   void TogglePlaying() {
     fPlaying = !fPlaying;
     fDueMs = Now() + 1000.0 / fFps;
@@ -267,15 +285,19 @@ class Player {
 
   MessageInput fInput;
   SDL_Window* fWindow = nullptr;  // hidden until it has its size
-  TextureVideo fVideo;
-  std::shared_ptr<VideoDecompressor> fDecoder;
+  SDL_Renderer* fRenderer = nullptr;
+  SDL_Texture* fTexture = nullptr;
+  StandInVideoObject fVideo;
+  SDL_Rect fChanged = {};  // drawn since the last upload
+  std::optional<ZLibVideoDecompressor> fDecoder;
   int fFps;
   std::size_t fWanted = 1;
-  std::size_t fDecoded = 0;  // the last message that was
-  std::size_t fFailed = 0;   // of those up to there
-  double fDueMs = 0;         // when playing goes on to the next message
+  std::size_t fBegin = 0;         // the messages that the decoder left out
+  std::size_t fDecoded = 0;       // the last message that was decoded
+  std::set<std::size_t> fFailed;  // messages so far, from 0
+  double fDueMs = 0;              // when playing goes on to the next message
   bool fPlaying = true;
-  bool fStale = true;   // the window does not show what it should
+  bool fStale = true;   // the window must be drawn
   bool fSized = false;  // the window was sized for a picture
   bool fRunning = true;
 };
@@ -287,6 +309,8 @@ constexpr char kUsage[] =
     "message; + and - double and halve the speed; Q and Escape quit.\n";
 
 int main(int argc, char** argv) try {
+  // SDL converts the title of the window to the encoding of the locale.
+  if (!std::setlocale(LC_CTYPE, "C.UTF-8")) std::setlocale(LC_CTYPE, "");
   const std::vector<std::string> words(argv + 1, argv + argc);
   if (words.size() == 1 && words[0] == "--help") return std::fputs(kUsage, stdout) < 0;
   const bool hasFps = words.size() == 3 && words[0] == "--fps";
@@ -299,6 +323,6 @@ int main(int argc, char** argv) try {
   }
   Player(words.back(), fps).Run();
 } catch (const std::exception& fault) {
-  std::fprintf(stderr, "example_player: %s\n", fault.what());
+  Tell(fault.what());
   return 1;
 }
