@@ -47,7 +47,7 @@ class Player : public ZLibVideoDecompressor {
   StandInVideoObject fVideo;
 };
 
-/// The time that this program's calls of zlib take; ZlibClock.cpp measures it. From now on, each
+/// The time that this program's calls of zlib take. ZlibClock.cpp measures it. From now on, each
 /// call reads the clock before and after.
 void StartZlibClock();
 /// Returns the seconds since the start, without the time for reading the clock.

@@ -5,7 +5,7 @@
 
 namespace zlibvideo::bench {
 
-/// Converts a colour-reduced stream a code at a time; returns the bytes written. The component's
+/// Converts a colour-reduced stream a code at a time. Returns the bytes written. The component's
 /// conversion is measured against it. Compiled with -O2, which makes it fastest.
 unsigned int PlainConvert(const unsigned char* source, unsigned int sourceLength,
                           unsigned char* destination, unsigned int room,

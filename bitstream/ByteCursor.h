@@ -7,7 +7,7 @@
 
 namespace zlibvideo {
 
-/// Reads untrusted bytes in order. Every read is checked against what remains; one that does not
+/// Reads untrusted bytes in order. Every read is checked against what remains. One that does not
 /// fit returns false and changes neither the position nor the output. Multi-byte values are
 /// unsigned, most significant byte first. The bytes are not owned and must outlive the cursor.
 class ByteCursor {

@@ -45,7 +45,7 @@ struct ZLIBVIDEO_EXPORT FrameHeader {
     return frameType != kInvalidFrameType && imageWidth != 0 && imageHeight != 0;
   }
 
-  /// Reads the header whatever its values; false, with nothing read, when fewer than `kSize` bytes
+  /// Reads the header whatever its values. False, with nothing read, when fewer than `kSize` bytes
   /// remain.
   [[nodiscard]] static bool Read(ByteCursor* cursor, FrameHeader* header);
   /// The inverse of `Read`, for encoders. Fields must be in range.

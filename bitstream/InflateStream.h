@@ -63,7 +63,7 @@ inline constexpr unsigned int kStoredBlockHeaderSize = 5;
 std::array<unsigned char, kStoredBlockHeaderSize> StoredBlockHeader(unsigned int length);
 
 /// The dictionary of a primed payload of this format for `block`: the previous data for 3-byte
-/// pixels; otherwise the converted data or, if there is no converted data, the previous data. May
+/// pixels. Otherwise the converted data or, if there is no converted data, the previous data. May
 /// be empty. Valid until the block's reference data changes.
 ByteSpan PrimingDictionary(const BitmapDataBlock& block, unsigned int format);
 

@@ -61,11 +61,11 @@ unsigned int InflateCodes(InflateStream* stream, ByteSpan payload, unsigned char
   return stream->TotalOutput() - before;
 }
 
-/// Inflates 3-byte pixels and returns how many bytes at `output` are this payload's: those that it
-/// gave; or all of the room, blackened, where zlib refuses it as damaged or for want of a preset
-/// dictionary, so that it does not show what priming or an earlier message left there. A payload
-/// that is merely cut off blackens nothing. Behind the payload's bytes the rest of the room holds
-/// anything: a zlib that copies by vectors writes beyond what it produced.
+/// Inflates 3-byte pixels and returns how many bytes at `output` belong to this payload. If zlib
+/// refuses the payload as damaged or asks for a preset dictionary, the whole room is blackened and
+/// belongs to the payload: bytes of priming or of an earlier message must not show. A payload that
+/// is merely cut off blackens nothing. The room behind the payload's bytes holds anything: a zlib
+/// that copies by vectors writes beyond its output.
 unsigned int InflatePixels(InflateStream* stream, ByteSpan payload, unsigned char* output,
                            unsigned int room) {
   const unsigned int before = stream->TotalOutput();

@@ -6,7 +6,7 @@
 namespace zlibvideo {
 
 /// The codes of a colour-reduced stream: one byte below `kWideCodeBit` is an index into the
-/// palette; any other begins a code of two bytes, most significant first, whose low 15 bits are a
+/// palette. Any other begins a code of two bytes, most significant first, whose low 15 bits are a
 /// colour of five bits each of red, green and blue.
 inline constexpr unsigned int kWideCodeBit = 0x80;
 inline constexpr int kIndexBytes = 1;
@@ -34,7 +34,7 @@ inline void StorePixel(unsigned char* pixel, std::uint32_t color) {
   pixel[2] = static_cast<unsigned char>(color >> 16 & 0xFF);
 }
 
-/// The inverse of `WidenColor15`; bits beyond five are dropped.
+/// The inverse of `WidenColor15`. Bits beyond five are dropped.
 constexpr std::uint32_t NarrowToColor15(std::uint32_t color) {
   return (color >> 9 & 0x7C00) | (color >> 6 & 0x03E0) | (color >> 3 & 0x001F);
 }

@@ -81,7 +81,7 @@ bool AreEqualIndices(const unsigned char* source) {
   return _mm_movemask_epi8(_mm_cmpeq_epi8(Load16(source), first)) == kAll;
 }
 
-/// 48 bytes are three lanes of 16; each begins with another byte of the pixel.
+/// 48 bytes are three lanes of 16. Each begins with another byte of the pixel.
 [[gnu::target("avx2")]] void StoreEqualPixels(unsigned char* target, std::uint32_t color) {
   const __m128i pixel = _mm_set1_epi32(static_cast<int>(color));
   const __m128i blueFirst = _mm_setr_epi8(0, 1, 2, 0, 1, 2, 0, 1, 2, 0, 1, 2, 0, 1, 2, 0);
@@ -92,7 +92,7 @@ bool AreEqualIndices(const unsigned char* source) {
   Store16(target + 32, _mm_shuffle_epi8(pixel, redFirst));
 }
 
-/// Takes the next 8 bytes for indices; returns how many of them, from the first on, are.
+/// Takes the next 8 bytes for indices. Returns how many of them, from the first on, are.
 int ConvertIndices(const unsigned char* source, unsigned char* target,
                    const std::uint32_t* palette) {
   constexpr std::uint64_t kWideBits = 0x8080'8080'8080'8080;
@@ -105,7 +105,7 @@ int ConvertIndices(const unsigned char* source, unsigned char* target,
   return std::countr_zero(codes & kWideBits) / 8;  // 64 / 8 without any
 }
 
-/// Takes the next 32 bytes for 2-byte codes; returns how many of these, from the first on, are. The
+/// Takes the next 32 bytes for 2-byte codes. Returns how many of these, from the first on, are. The
 /// arithmetic of `WidenColor15`, on words of two bytes. A lane of 8 codes becomes two of 4 pixels:
 ///
 ///   codes          h0 l0 h1 l1 h2 l2 h3 l3 h4 l4 h5 l5 h6 l6 h7 l7

@@ -1,5 +1,5 @@
 // The decoder's type information refers to the type information of its base, which the host
-// defines. For a host that is compiled without type information (-fno-rtti), it is defined here; a
+// defines. For a host that is compiled without type information (-fno-rtti), it is defined here. A
 // host's own definition has precedence. Names and layout are those of the Itanium C++ ABI for a
 // class without bases.
 

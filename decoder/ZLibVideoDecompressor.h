@@ -10,7 +10,7 @@
 
 /// Decoder of a video stream of codec type 3 (version 1) or 6 (version 2). It may be used and
 /// destroyed through either base. The host's reference count governs its life. It keeps the decoded
-/// blocks and nothing else; key frames reset nothing. It starts no threads and uses no locks: calls
+/// blocks and nothing else. Key frames reset nothing. It starts no threads and uses no locks: calls
 /// on an object must not overlap. A host's loop:
 ///
 ///   auto* decoder = new ZLibVideoDecompressor(player, stream);

@@ -43,7 +43,7 @@ int main(int argc, char** argv) {
     ++(ok ? decoded : failed);
   }
 
-  // Row 0 is the top row; a pixel is blue, green, red, alpha.
+  // Row 0 is the top row. A pixel is blue, green, red, alpha.
   const StandInBitmap& bitmap = video.Bitmap();
   if (decoded != 0) {
     const unsigned char* pixel = bitmap.Pixels().data();

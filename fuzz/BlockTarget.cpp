@@ -10,7 +10,7 @@
 namespace zlibvideo {
 namespace {
 
-/// What an input begins with; the payload follows.
+/// What an input begins with. The payload follows.
 struct BlockCase {
   std::uint8_t blockSizeCodes, width, height;
   BlockHeader header;
@@ -18,7 +18,7 @@ struct BlockCase {
 };
 constexpr std::size_t kCaseSize = sizeof(BlockCase);
 
-/// Prior data, from none to too much; with the high bit its buffer exists even when it is empty.
+/// Prior data, from none to too much. With the high bit its buffer exists even when it is empty.
 void SetPrior(const std::uint8_t (&field)[3], BitmapDataBlock* block,
               bool (BitmapDataBlock::*set)(const unsigned char*, std::int32_t)) {
   const std::int32_t size = ((field[0] & 0x7F) << 16 | field[1] << 8 | field[2]) %

@@ -1,4 +1,4 @@
-// Fuzz target: the messages of a file against one decoder; all of the bitmap is read after each.
+// Fuzz target: the messages of a file against one decoder. All of the bitmap is read after each.
 
 #include <zlib.h>
 
@@ -23,7 +23,7 @@ void DecodeMessage(ZLibVideoDecompressor* decoder, Bytes* bytes, StandInVideoObj
   if (!ReadSmallHeader(*bytes, &header) && bytes->size() >= FrameHeader::kSize) return;
   const unsigned long before = ShownCrc(video);
   StandInMessage message(bytes->data(), SpanOf(*bytes).size);
-  // The decoder makes no difference between frame types; here one stands for a caller's wish.
+  // The decoder makes no difference between frame types. Here one stands for a caller's wish.
   const bool visible = header.frameType != 15;
   const bool decoded = decoder->DecompressVideoMessage(visible ? video->Ref() : nullptr, &message,
                                                        false, false) == 1;

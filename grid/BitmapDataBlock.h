@@ -25,8 +25,8 @@ struct ZLIBVIDEO_EXPORT BitmapDataBlock {
 
   /// Makes `*buffer` hold at least `size` bytes and fills it from `source`, which must not lie in
   /// that buffer. A null source only makes room: the size field becomes 0. A size of 0 empties a
-  /// buffer and keeps it. Returns whether the buffer exists afterwards; false when `size` is below
-  /// 1 and there is no buffer, or when the host had no memory; the capacity means nothing then.
+  /// buffer and keeps it. Returns whether the buffer exists afterwards. False when `size` is below
+  /// 1 and there is no buffer, or when the host had no memory. The capacity means nothing then.
   [[nodiscard]] bool SetupData(const unsigned char* source, std::int32_t size,
                                unsigned char** buffer, std::int32_t* sizeField,
                                std::int32_t* capacityField);
@@ -39,7 +39,7 @@ struct ZLIBVIDEO_EXPORT BitmapDataBlock {
     return std::int64_t{fWidth} * fHeight * zlibvideo::kBlockPixelBytes;
   }
 
-  /// The block's current pixels; null until its first payload, which makes the buffer even if it
+  /// The block's current pixels. Null until its first payload, which makes the buffer even if it
   /// then fails, but for want of memory.
   unsigned char* fRawData = nullptr;
   std::int32_t fRawDataSize = 0;

@@ -14,7 +14,7 @@ inline constexpr unsigned int kFormatDiffRows = 0x04;
 /// Any of these bits sends a block down the intermediate path. Without them the block is direct.
 inline constexpr unsigned int kFormatIntermediatePathMask =
     kFormatPrimed | kFormatIntermediate | kFormatDiffRows;
-/// The colour field: 0 for 3-byte pixels, `kFormatColorReduced` for a colour-reduced stream; other
+/// The colour field: 0 for 3-byte pixels, `kFormatColorReduced` for a colour-reduced stream. Other
 /// values are carried like the latter, but no conversion accepts them.
 inline constexpr unsigned int kFormatColorMask = 0x18;
 inline constexpr unsigned int kFormatColorReduced = 0x10;

@@ -49,7 +49,7 @@ class ZLIBVIDEO_EXPORT BlockedCodec {
   // Grid (grid/BlockedCodec.cpp)
 
   /// Prepares for a message of this geometry, in pixels: images of 1 to 4095, blocks of 1 to 256 a
-  /// side. Ranges are not checked; a block size of 0 divides by zero.
+  /// side. Ranges are not checked. A block size of 0 divides by zero.
   ///
   /// If the geometry is unchanged and a grid exists, changes nothing. Otherwise replaces the grid
   /// by a grid of empty blocks and releases the scratch buffer. Colour table and palette persist.
@@ -127,7 +127,7 @@ class ZLIBVIDEO_EXPORT BlockedCodec {
   /// with a colour field need the scratch buffer.
   ///
   /// On success, `*destinationLength` becomes the bytes of the rows copied around the band plus the
-  /// bytes of the payload; for a band of no rows, the size of the previous data. It stays the room
+  /// bytes of the payload. For a band of no rows, the size of the previous data. It stays the room
   /// if the payload is empty, unless the band has no rows, and if the conversion is rejected.
   /// Errors in the payload's compressed data do not fail the call, and bytes behind the end of that
   /// data are ignored.
@@ -162,15 +162,15 @@ class ZLIBVIDEO_EXPORT BlockedCodec {
   // Output (output/)
 
   /// Writes the picture into `bitmap`, not null and at least as large as the picture: rows in
-  /// reverse order and opaque. A block without a buffer is black; its first payload makes the
+  /// reverse order and opaque. A block without a buffer is black. Its first payload makes the
   /// buffer, even if that payload fails. A missing record leaves its area of the bitmap alone. Does
   /// nothing if the bitmap is not addressable. An exception of the host leaves the bitmap locked.
   void PushFrame(SBitmapCore* bitmap);
   /// Writes the blocks that messages, failed messages included, touched since the last `PushFrame`
-  /// or `PushChanges`, and all blocks of a new grid; each as `PushFrame` does. `bitmap` must still
-  /// hold the picture drawn last. Call it after a message that succeeded: a failed message may have
-  /// changed the size of the picture without the bitmap. If the bitmap is another bitmap, lost its
-  /// pixels, or an exception left `PushFrame`, call `PushFrame`.
+  /// or `PushChanges`, and all blocks of a new grid. Writes each block as `PushFrame` does.
+  /// `bitmap` must still hold the picture drawn last. Call it after a message that succeeded: a
+  /// failed message may have changed the size of the picture without the bitmap. If the bitmap is
+  /// another bitmap, lost its pixels, or an exception left `PushFrame`, call `PushFrame`.
   ///
   /// Returns the least rectangle around the blocks written, in pixels of the bitmap, and passes it
   /// to `UpdateMipMap`. If no block was touched, or the bitmap is not addressable, calls nothing
@@ -220,7 +220,7 @@ class ZLIBVIDEO_EXPORT BlockedCodec {
   ZLIBVIDEO_HIDDEN bool MakeBlock(std::int32_t row, std::int32_t column, std::int32_t width,
                                   std::int32_t height);
 
-  // Message body; `capacity` is the room in bytes that every block's pixels get
+  // Message body. `capacity` is the room in bytes that every block's pixels get
   ZLIBVIDEO_HIDDEN void PrepareForVersion2();
   ZLIBVIDEO_HIDDEN bool UnpackBlock(BitmapDataBlock* block, std::int32_t capacity, int codecType,
                                     const zlibvideo::BlockRecord& record);

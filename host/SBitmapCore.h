@@ -9,7 +9,7 @@
 #include "SRECT.h"
 
 /// The host's bitmap surface. Row n starts at base address + n × row length. Row 0 is the top row.
-/// A host derives its own bitmap from this class and keeps the fields true with `SetSurface`; the
+/// A host derives its own bitmap from this class and keeps the fields true with `SetSurface`. The
 /// operations without a body here are the host's.
 class ZLIBVIDEO_EXPORT SBitmapCore {
  public:
@@ -24,7 +24,7 @@ class ZLIBVIDEO_EXPORT SBitmapCore {
   std::int32_t GetWidth() const { return fWidth.Get(); }
   std::int32_t GetHeight() const { return fHeight.Get(); }
 
-  /// Address of byte 0 of row 0. Pixels that the host has put away are brought back first; a
+  /// Address of byte 0 of row 0. Pixels that the host has put away are brought back first. A
   /// bitmap that is not addressable answers its stored address, null or not. Asked for every row,
   /// so the type is looked at only where it decides something.
   unsigned char* GetBMBaseAddr() {
@@ -32,11 +32,11 @@ class ZLIBVIDEO_EXPORT SBitmapCore {
     return fBaseAddress.Get();
   }
 
-  /// Host service. Holds the pixels in place until `UnlockBits`; `forWriting` is always true here.
+  /// Host service. Holds the pixels in place until `UnlockBits`. `forWriting` is always true here.
   void LockBits(bool forWriting);
   /// Host service. Ends a `LockBits`.
   void UnlockBits();
-  /// Host service. The pixels of `area` have changed; called while the pixels are locked, so what
+  /// Host service. The pixels of `area` have changed. Called while the pixels are locked, so what
   /// it throws leaves them locked.
   void UpdateMipMap(SRECT area);
   /// Host service. Makes the pixels addressable again and stores their address, which must not stay

@@ -13,7 +13,7 @@ enum FixedMallocOpts : int {
 
 /// Host service. Returns at least `size` bytes, aligned for any object, that stay valid until
 /// `SystemDelete`. On exhaustion the host does not return normally: it throws `std::bad_alloc`,
-/// which reaches whoever called the component, or ends the process; any other exception ends it
+/// which reaches whoever called the component, or ends the process. Any other exception ends it
 /// too. The component also copes with a null result: it never writes through it. Only for the
 /// decoder itself, null ends the process. The bytes need not be zero, but where a stream leaves
 /// pixels out, a picture shows them as they are here.

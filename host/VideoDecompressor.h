@@ -17,13 +17,13 @@ struct SRECT;
 struct TCMessage;
 
 /// The host's base of every video decoder. Operations with a body here are defaults that come with
-/// this interface; those that a decoder answers are pure; `AddRef`, `DeleteBuffers`,
+/// this interface. Operations that a decoder implements are pure. `AddRef`, `DeleteBuffers`,
 /// `ReallocBuffers`, `DeleteHWCodec`, `ReallocBitmap`, the constructor and the destructor are the
 /// host's to implement. The order of the virtual operations and of the members is part of the
 /// interface.
 ///
 /// A reference count governs the life of a decoder: the creator holds the first reference. The
-/// count is a plain integer; calls on one decoder must not overlap.
+/// count is a plain integer. Calls on one decoder must not overlap.
 class ZLIBVIDEO_EXPORT VideoDecompressor {
  public:
   VideoDecompressor(CorePlayer* player, NetStream* stream);
@@ -37,7 +37,7 @@ class ZLIBVIDEO_EXPORT VideoDecompressor {
   /// 1 when the message was decoded, else 0. See the decoder.
   virtual int DecompressVideoMessage(Vorn::GCAPI::GCRef<SObject> video, TCMessage* message,
                                      bool unused, bool skipPush) = 0;
-  /// Decodes `length` message bytes; true on success. See the decoder.
+  /// Decodes `length` message bytes. True on success. See the decoder.
   virtual bool DecompressVideoEmbedded(Vorn::GCAPI::GCRef<SObject> video, unsigned char* bytes,
                                        int length) = 0;
   /// Whether `length` message bytes start a key frame.
@@ -45,7 +45,7 @@ class ZLIBVIDEO_EXPORT VideoDecompressor {
                                        int length) = 0;
   /// Whether a message may be left out without harm to later messages.
   virtual bool CanDropDecode(TCMessage* /*message*/) { return false; }
-  /// A library object that the decoder wraps; null when there is none.
+  /// A library object that the decoder wraps. Null when there is none.
   virtual void* GetInstance() = 0;
   /// Drops whatever the decoder has taken in but not yet shown, after a seek or at any time. True
   /// when nothing is left to drop.

@@ -75,7 +75,7 @@ void WidenPixel(const unsigned char* source, unsigned char* target) {
 
 // `targets` comes by reference. Passed by value it would be stored piecewise and loaded whole,
 // which defeats store forwarding: every block would stall on the stores of the one before. Each
-// version copies it into registers; read through the reference it would be reloaded for every row,
+// version copies it into registers. Read through the reference it would be reloaded for every row,
 // because the stores of pixels may alias it.
 
 void WidenRowsPortably(const unsigned char* source, const BitmapRows& targets, int rows,

@@ -15,7 +15,7 @@ namespace zlibvideo {
 namespace {
 
 /// Codes in runs of a kind that are a little longer or shorter than those that are converted in one
-/// go, or of no length at all; every other run of indices is of one index.
+/// go, or of no length at all. Every other run of indices is of one index.
 std::vector<unsigned char> RandomCodes(unsigned int length, std::mt19937* random) {
   constexpr unsigned int kRuns[] = {1, 3, 8, 15, 16, 17, 40};
   std::vector<unsigned char> codes;

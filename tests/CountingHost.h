@@ -16,7 +16,7 @@
 namespace zlibvideo {
 
 /// Memory between two inaccessible pages, ending where the second begins or, `atStart`, beginning
-/// where the first ends; and a copy of `bytes` in such memory.
+/// where the first ends, and a copy of `bytes` in such memory.
 using HostBytes = std::unique_ptr<unsigned char, std::function<void(unsigned char*)>>;
 HostBytes MakeGuarded(std::size_t size, unsigned char fill, bool atStart = false);
 HostBytes MakeGuarded(const Bytes& bytes, bool atStart = false);
@@ -37,7 +37,7 @@ struct CountingHost {
 
 CountingHost& Host();  // the thread's own
 
-/// Makes that allocation fail, counted from 1; all that follow as well if it is for good.
+/// Makes that allocation fail, counted from 1. All that follow as well if it is for good.
 inline void FailAt(std::size_t allocation, AllocationFailure failure, bool forGood = false) {
   Host().failAt = allocation;
   Host().failure = failure;

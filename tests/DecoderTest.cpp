@@ -45,7 +45,7 @@ TEST_F(DecoderTest, TestsTheLength) {
   Bytes message = {0x12, 0, 16, 0, 16, 0, 0};
   EXPECT_FALSE(decoder->DecompressVideoEmbedded({}, message.data(), -2147483647 - 1));
   EXPECT_FALSE(decoder->DecompressVideoEmbedded({}, message.data(), -1));
-  // Of the last length, 3 bytes are handed on; where it does not fit, it is a length of 3 bytes.
+  // Of the last length, 3 bytes are handed on. Where it does not fit, it is a length of 3 bytes.
   for (const std::uint64_t length : {0ull, 6ull, 7ull, (1ull << 32) + 3}) {
     const auto given = static_cast<unsigned long>(length);
     Restart();

@@ -63,7 +63,7 @@ inline Bytes PaletteColors() {
   return colors;
 }
 
-/// Turns every pixel of `block` into a code, by turns of both kinds; the pixel becomes what the
+/// Turns every pixel of `block` into a code, by turns of both kinds. The pixel becomes what the
 /// code stands for under `PaletteColors`.
 inline Bytes ReduceColors(Bytes* block) {
   Bytes codes;
@@ -110,7 +110,7 @@ inline std::vector<Step> GoodStream() {
   }
   add(picture, message);
 
-  // Colour-reduced; then version 1, which leaves the reference data of version 2 alone: one block
+  // Colour-reduced. Then version 1, which leaves the reference data of version 2 alone: one block
   // is primed with its earlier codes, another takes rows against its earlier pixels. Then another
   // geometry, where the palette still holds.
   message = {.palette = Zlib(PaletteColors())};

@@ -40,7 +40,7 @@ TEST_F(HostileTest, FailsTheMessagesThatGetNull) {
   const Message v2{.header = Header(6, 16, 16, 16, 16), .records = {codes}};
   // Allocations: 1 decoder, 2 array of records, 3 record, then for version 1 pixels, for version 2
   // 4 scratch buffer, 5 colour table, 6 palette, 7 pixels, 8 converted data, 9 previous data. Table
-  // and palette are made again when codes are converted; only a later payload misses the codes.
+  // and palette are made again when codes are converted. Only a later payload misses the codes.
   for (const auto& [message, last] : {std::pair{v1, 4ul}, {v2, 9ul}}) {
     for (std::size_t n = 2; n <= last; ++n) {
       SCOPED_TRACE(testing::Message() << n << " of " << last);

@@ -204,7 +204,7 @@ TEST_F(PayloadTest, CountsBandsBeyond32Bits) {
 }
 
 TEST_F(PayloadTest, PrimesWithLargeBlocks) {
-  // The dictionary is one, two or four stored blocks; payloads go on with pixels that repeat from
+  // The dictionary is one, two or four stored blocks. Payloads go on with pixels that repeat from
   // so far back that they need nearly all of the history.
   Bytes all;
   while (all.size() < 2 * 256 * 256 * 3) Append(&all, Noise(32'000, 1));

@@ -35,7 +35,7 @@ inline void AppendU16(Bytes* bytes, std::size_t value) {
   bytes->push_back(static_cast<unsigned char>(value & 0xFF));
 }
 
-/// A part of `bytes`; `bytes` with the last of them changed.
+/// A part of `bytes`. `bytes` with the last of them changed.
 inline Bytes Slice(const Bytes& bytes, std::ptrdiff_t from, std::ptrdiff_t to) {
   return Bytes(bytes.begin() + from, bytes.begin() + to);
 }
@@ -60,12 +60,12 @@ inline Bytes Compress(const Bytes& data, const Bytes& dictionary, int windowBits
   return result;
 }
 
-/// A whole zlib stream; with a dictionary, one that asks for it in its header.
+/// A whole zlib stream. With a dictionary, one that asks for it in its header.
 inline Bytes Zlib(const Bytes& data, const Bytes& dictionary = {}) {
   return Compress(data, dictionary, MAX_WBITS);
 }
 
-/// A raw deflate stream; with a dictionary, one that goes on from its last 32 KiB.
+/// A raw deflate stream. With a dictionary, one that goes on from its last 32 KiB.
 inline Bytes RawDeflate(const Bytes& data, const Bytes& dictionary = {}) {
   return Compress(data, dictionary, -MAX_WBITS);
 }
@@ -89,7 +89,7 @@ static_assert(kPrimed == 0x01 && kIntermediate == 0x02 && kBanded == 0x04 && kRe
               kColorField3 == 0x18);
 }  // namespace formats
 
-/// A block record. As it stands, an empty one.
+/// A block record. By default an empty record.
 struct Record {
   std::optional<int> format = {};  // version 2, as the band: written when it is given
   std::optional<Band> band = {};

@@ -7,7 +7,7 @@
 
 namespace zlibvideo {
 
-/// The zlib of programs that `zlibvideo_link_untidy_zlib` links: the one there is, but each call
+/// The zlib of programs that `zlibvideo_link_untidy_zlib` links: the linked zlib, but each call
 /// fills what it left of the room that it was offered with rubbish, as a library that copies by
 /// vectors may leave it, and calls can be made to fail. With the address sanitizer, both ranges of
 /// a call are checked: zlib is not compiled with it.

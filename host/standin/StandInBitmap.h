@@ -15,14 +15,14 @@
 class StandInBitmap : public SBitmapCore {
  public:
   /// The pixels start on a cache line boundary, so that two blocks side by side share no line where
-  /// their widths allow; a shared line is written twice.
+  /// their widths allow. A shared line is written twice.
   static constexpr std::align_val_t kAlignment{64};
 
   StandInBitmap() = default;
 
   /// Gives the bitmap a size in pixels, 0 to 16,384 a side. A change of size clears it to zero
-  /// bytes; the same size keeps it. Without memory, throws `std::bad_alloc` and keeps the old size
-  /// and pixels; compiled without exceptions, ends the process.
+  /// bytes. The same size keeps it. Without memory, throws `std::bad_alloc` and keeps the old size
+  /// and pixels. Compiled without exceptions, ends the process.
   void Resize(std::int32_t width, std::int32_t height, EBitmapType type);
 
   /// All bytes, rows from the top. Valid until the size changes.

@@ -1,5 +1,5 @@
 // The stand-in host's share of the decoder base. It has no textures, hardware codecs or frame
-// buffers to manage; it counts references and sizes bitmaps.
+// buffers to manage. It counts references and sizes bitmaps.
 
 #include "host/VideoDecompressor.h"
 #include "host/standin/StandInVideoObject.h"

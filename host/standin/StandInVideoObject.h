@@ -16,7 +16,7 @@ class StandInVideoObject : public SObject {
   }
 
   StandInBitmap& Bitmap() { return fBitmap; }
-  /// For a call of the decoder; valid while this object lives.
+  /// For a call of the decoder. Valid while this object lives.
   Vorn::GCAPI::GCRef<SObject> Ref() { return Vorn::GCAPI::GCRef<SObject>(this); }
 
  private:

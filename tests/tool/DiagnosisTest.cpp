@@ -14,7 +14,7 @@ namespace {
 
 using namespace formats;
 
-// Two blocks of 16x16: 768 bytes of pixels each in a room of 848 bytes; the scratch buffer has
+// Two blocks of 16x16: 768 bytes of pixels each in a room of 848 bytes. The scratch buffer has
 // 1024.
 const Record kEmpty = {};
 const Bytes kNoise = Noise(2048, 1);
@@ -35,7 +35,7 @@ Message V2(const std::vector<Record>& records, unsigned int flags = 0, const Byt
 struct Fault {
   Message damaged;
   std::string explanation;
-  /// Of the failure; 6 is the first record of version 2.
+  /// Of the failure. 6 is the first record of version 2.
   std::size_t offset = 6;
   std::vector<Message> before = {};
 };

@@ -23,7 +23,7 @@ Message Version2(const std::vector<Record>& records) {
   return {.header = Header(kCodecTypeVersion2, 32, 16, 16, 16), .records = records};
 }
 
-/// A stream with a name that a page must not take for markup; its last message fails.
+/// A stream with a name that a page must not take for markup. Its last message fails.
 class InfoTest : public ToolFixture {
  protected:
   InfoTest() {

@@ -167,7 +167,7 @@ class RecordCommandTest : public ToolFixture {
     image.format = PNG_FORMAT_BGR;
     png_image_write_to_file(&image, Path(name).c_str(), 0, picture.pixels.data(), 0, nullptr);
   }
-  /// One pixel; with `map`, the only colour of a palette.
+  /// One pixel. With `map`, the only colour of a palette.
   void Save(const std::string& name, png_uint_32 format, const void* pixel, const void* map) const {
     png_image image = {};
     image.version = PNG_IMAGE_VERSION;

@@ -15,7 +15,7 @@ struct DecodeOptions {
   /// Null with `verify`.
   const OutputFormat* format = nullptr;
   OutputOptions output;
-  /// A file of hash lines to compare with; empty for no comparison.
+  /// A file of hash lines to compare with. Empty for no comparison.
   std::string verify;
   /// Numbers, from 1, of the first and the last message whose pictures are written.
   std::uint64_t from = 1;

@@ -28,7 +28,7 @@ class InputFile {
 
   /// As messages show it.
   const std::string& Name() const { return fName; }
-  /// Bytes of a regular file; nothing for a pipe or a device.
+  /// Bytes of a regular file. Nothing for a pipe or a device.
   std::optional<std::uint64_t> Size() const;
 
   /// Goes on reading at `offset`, in bytes from the start of a regular file.
@@ -77,7 +77,7 @@ class InputFile {
   bool fSignalIsEnd = false;
   bool fStopped = false;
   bool fEnded = false;
-  /// The system's error number; 0 for none.
+  /// The system's error number. 0 for none.
   int fError = 0;
   std::vector<unsigned char> fBuffer;
   /// The unread part of the buffer.

@@ -24,7 +24,7 @@ constexpr mode_t kNewFileMode = 0666;
 constexpr mode_t kModeBits = 0777;
 constexpr std::size_t kBufferBytes = 0x10000;
 
-/// Facts of the file `path`, or of the open file `descriptor` for "-"; nothing if there is none.
+/// Facts of the file `path`, or of the open file `descriptor` for "-". Nothing if there is none.
 std::optional<struct stat> Examine(const std::string& path, int descriptor) {
   struct stat info = {};
   const int result =
@@ -56,7 +56,7 @@ OutputFile::OutputFile(const std::string& path) : fName(OutputName(path)) {
     fDescriptor = STDOUT_FILENO;
     return;
   }
-  // A link stays; the file that it leads to is replaced.
+  // A link stays. The file that it leads to is replaced.
   std::error_code error;
   const fs::path target = fs::weakly_canonical(fs::absolute(path), error);
   if (error) ThrowSystemError(fName, "cannot be opened for writing", error.value());

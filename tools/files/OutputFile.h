@@ -12,7 +12,7 @@ namespace zlibvideo {
 /// Writes a file. Its bytes go to "NAME.part" until `Commit` renames that to NAME. Without `Commit`
 /// the destructor removes NAME.part, and a file NAME that was there before stays. A file that is
 /// replaced must be writable, and keeps its mode. Standard output ("-"), devices and pipes are
-/// written to directly. Errors throw a `ToolError` that names the file; a closed standard output
+/// written to directly. Errors throw a `ToolError` that names the file. A closed standard output
 /// throws `ReaderLeft`.
 class OutputFile {
  public:
@@ -46,7 +46,7 @@ class OutputFile {
   std::string fName;
   /// With symbolic links resolved. Empty when the output is written to directly.
   std::string fTarget;
-  /// NAME.part while it exists; else empty.
+  /// NAME.part while it exists. Else empty.
   std::string fPart;
   int fDescriptor = -1;
   std::string fBuffer;

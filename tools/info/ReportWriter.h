@@ -22,7 +22,7 @@ class ReportWriter {
   virtual void Write(const MessageReport& report, const FrameView& frame) = 0;
   /// Writes a sentence in place of failed messages that are held back.
   virtual void WriteHeldBack(const std::string& sentence) = 0;
-  /// Ends the report. `problem` says why the file was not read to its end; else it is empty.
+  /// Ends the report. `problem` says why the file was not read to its end. Else it is empty.
   virtual void Finish(const StreamSummary& summary, const std::string& problem) = 0;
 };
 

@@ -11,7 +11,7 @@
 namespace zlibvideo {
 
 /// Starts `work` on a new thread. If the system has no thread left, `work` runs when the caller
-/// asks for its result. The result returns or throws as `work` does; its destructor waits for the
+/// asks for its result. The result returns or throws as `work` does. Its destructor waits for the
 /// end.
 template <typename Result>
 std::future<Result> InBackground(const std::function<Result()>& work) {

@@ -14,7 +14,7 @@ namespace zlibvideo {
 inline constexpr std::string_view kPngSignature = "\x89PNG\r\n\x1A\n";
 
 /// Reads a PNG file of any colour type and depth from `input`, up to the file's end: more bytes may
-/// follow. `name` is for messages. Samples become 8 bits; the values of colours stay, whatever
+/// follow. `name` is for messages. Samples become 8 bits. The values of colours stay, whatever
 /// colour space the file names. Throws `ToolError` if the file cannot be read, has more than 4095
 /// pixels a side, or has pixels that are not opaque: a stream can show neither.
 Picture ReadPng(InputFile* input, const std::string& name);

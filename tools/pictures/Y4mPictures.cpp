@@ -13,7 +13,7 @@
 namespace zlibvideo {
 namespace {
 
-/// Removes the next word from `text` and returns it; empty at the end.
+/// Removes the next word from `text` and returns it. Empty at the end.
 std::string_view TakeWord(std::string_view* text) {
   const std::size_t begin = text->find_first_not_of(' ');
   if (begin == std::string_view::npos) return {};

@@ -30,7 +30,7 @@ struct Y4mHeader {
   /// Pixels, 1 to `FrameHeader::kMaxImageSize`.
   int width = 0;
   int height = 0;
-  /// Of a sample. 8 bits are a byte; 10 bits are two bytes, least significant first.
+  /// Of a sample. 8 bits are a byte. 10 bits are two bytes, least significant first.
   int bits = 0;
 
   /// Reads a line without its end. Returns false, with the reason in `problem`, for any other kind

@@ -92,7 +92,7 @@ BlockPayload BlockEncoder::Primed(const BitmapDataBlock& block, ByteSpan pixels,
   const unsigned int rowBytes = RowBytes(block);
   const std::vector<unsigned char> carried = Carried(
       {pixels.data + std::size_t{band.firstRow} * rowBytes, band.rowCount * rowBytes}, colors);
-  // A band of all rows gains nothing over the form without one; any other fits its two bytes.
+  // A band of all rows gains nothing over the form without one. Any other fits its two bytes.
   static_assert(FrameHeader::kMaxBlockSize - 1 <= std::numeric_limits<std::uint8_t>::max());
   const bool isWhole = band.rowCount == static_cast<unsigned int>(block.fHeight);
   const unsigned int format = ColorField(colors) | kFormatPrimed | (isWhole ? 0 : kFormatDiffRows);

@@ -28,7 +28,7 @@ struct BlockPayload {
 /// Finds the smallest payload that turns a block of the decoder into given pixels. For one thread.
 ///
 /// Forms that do not win are not made: of a block that has a reference, those without its
-/// dictionary, or with rows that have not changed; of a direct one in reduced colours, that of
+/// dictionary, or with rows that have not changed. Of a direct one in reduced colours, that of
 /// 3-byte pixels. On recordings of a desktop, trying them all gains a hundredth of a percent.
 class BlockEncoder {
  public:
@@ -36,15 +36,15 @@ class BlockEncoder {
   struct Forms {
     /// Those that need the block's reference data.
     bool intermediate = false;
-    /// Colour-reduced ones, in these colours; null for none. All pixels must be of these colours.
+    /// Colour-reduced forms, in these colours. Null for none. All pixels must be of these colours.
     const ReducedColors* colors = nullptr;
   };
 
   explicit BlockEncoder(const RecordOptions& options);
 
   /// The smallest payload for `pixels`, laid out as in a block's buffer, and a block in this
-  /// state. A direct one wins a tie, or as much more as the options allow, because it renews the
-  /// reference data. The payload may be too large for a record.
+  /// state. A direct payload wins a tie, or as much more as the options allow, because it renews
+  /// the reference data. The payload may be too large for a record.
   BlockPayload Encode(const BitmapDataBlock& block, ByteSpan pixels, const Forms& forms);
 
  private:

@@ -14,7 +14,7 @@ namespace zlibvideo {
 /// again for every payload. A constructor without memory throws `std::bad_alloc`.
 class Deflater {
  public:
-  /// `level` is zlib's, 0 to 9; but 8 looks for matches in fewer places than zlib's own and puts
+  /// `level` is zlib's, 0 to 9. But 8 looks for matches in fewer places than zlib's own and puts
   /// off taking one for longer: 0.85 of the time for no more than a thousandth more bytes.
   Deflater(StreamForm form, int level);
   Deflater(const Deflater&) = delete;

@@ -15,11 +15,11 @@
 
 namespace zlibvideo {
 
-/// Turns the pictures of one recording into messages, one each, in order.
+/// Turns each picture of a recording into a message, in order.
 ///
 /// Every message is decoded as it is made, and a block that would not show the pixels it should is
-/// an error here rather than when the recording is played. Errors throw `RecordError`; the
-/// encoder must not be used after one.
+/// an error here rather than when the recording is played. Errors throw `RecordError`. The
+/// encoder must not be used after an error.
 class FrameEncoder {
  public:
   /// For pictures of this size in pixels, 1 to `FrameHeader::kMaxImageSize` in each direction.
@@ -29,11 +29,11 @@ class FrameEncoder {
   const std::vector<unsigned char>& Encode(const Picture& picture);
 
  private:
-  /// One walk over the blocks.
+  /// A walk over the blocks.
   struct Pass {
     /// What blocks that are sent will show.
     const Picture& target;
-    /// What blocks show after the last pass; those that do already are not sent.
+    /// The pixels of blocks after the last pass. Those that do already are not sent.
     const Picture& result;
     BlockEncoder::Forms forms;
     bool sendAll = false;
@@ -50,7 +50,7 @@ class FrameEncoder {
   Picture Reduce(const Picture& picture) const;
   /// Whether any block was sent.
   bool WritePass(const Pass& pass);
-  /// What each block of the pass will carry, in order; nothing where it needs nothing.
+  /// The payload of each block of the pass, in order. Nothing where it needs nothing.
   std::vector<std::optional<BlockPayload>> EncodeBlocks(const Pass& pass);
   void AppendPayload(const BitmapDataBlock& block, const BlockPayload& payload);
   void AppendSize(std::size_t size);
@@ -61,7 +61,7 @@ class FrameEncoder {
   DecoderModel fDecoder;
   /// Those of `fDecoder`, in the order in which a pass sends them.
   std::vector<BitmapDataBlock*> fBlocks;
-  /// One for each thread.
+  /// For each thread.
   std::deque<BlockEncoder> fBlockEncoders;
   std::optional<ReducedColors> fColors;
   std::vector<unsigned char> fMessage;

@@ -12,9 +12,9 @@ struct RecordOptions {
   /// back 32 KiB, sees the same place in the reference: 160x64 pixels are 30 KiB.
   int blockWidth = 160;
   int blockHeight = 64;
-  /// Every message with an index divisible by this is a key frame; 0: only the first.
+  /// Every message with an index divisible by this is a key frame. 0: only the first.
   unsigned int keyEvery = 0;
-  /// Version 2: reduce each colour to the palette or to 15 bits; with two passes, in the first.
+  /// Version 2: reduce each colour to the palette or to 15 bits. With two passes, in the first.
   bool reduced = false;
   /// Version 2, 1 or 2: with 2, each message sends the picture in reduced colours and then, in a
   /// second pass, the differences from its exact pixels.

@@ -30,7 +30,7 @@ std::unordered_map<std::uint32_t, std::size_t> CountColors(const Picture& pictur
   return counts;
 }
 
-/// Most frequent first; colours of the same count in the order of their values, so that a picture
+/// Most frequent first. Colours of the same count in the order of their values, so that a picture
 /// always gives the same stream.
 std::vector<std::uint32_t> MostFrequentColors(const Picture& picture) {
   const auto counts = CountColors(picture);

@@ -35,7 +35,7 @@ class ReducedColors {
   /// Up to `kPaletteColors`.
   std::vector<std::uint32_t> fPalette;
   /// For each 15-bit colour the first index of a palette colour that is cut to it, and for each of
-  /// these the next; `kNotInPalette` if there is none.
+  /// these the next. `kNotInPalette` if there is none.
   std::vector<std::int16_t> fFirst;
   std::vector<std::int16_t> fNext;
 };

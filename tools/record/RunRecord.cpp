@@ -44,7 +44,7 @@ std::unique_ptr<PictureSource> OpenPictures(const RecordArguments& arguments) {
     return std::make_unique<PngFiles>(arguments.inputs, arguments.options.jobs);
   }
   auto input = std::make_unique<InputFile>(arguments.inputs.front());
-  // A file can be read again; the pictures of a pipe are gone.
+  // A file can be read again. The pictures of a pipe are gone.
   if (!input->Size()) input->EndAtStopSignal();
   if (arguments.rawWidth != 0) {
     return std::make_unique<RawPictures>(std::move(input), arguments.rawWidth, arguments.rawHeight);

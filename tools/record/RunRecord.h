@@ -12,7 +12,7 @@ namespace zlibvideo {
 struct RecordArguments {
   /// PNG files in order, or a single stream of pictures.
   std::vector<std::string> inputs;
-  /// Pixels of a raw picture; 0 when the pictures are not raw.
+  /// Pixels of a raw picture. 0 when the pictures are not raw.
   int rawWidth = 0;
   int rawHeight = 0;
   std::string output;
@@ -23,8 +23,8 @@ struct RecordArguments {
 /// Records all pictures. Writes each message as soon as its picture is there. A stop signal is an
 /// ordinary end of a single input that is not a regular file. If the size of the pictures in a
 /// stream changes, a key frame of the new size follows. Returns an `ExitStatus`. Throws
-/// `ToolError`; if pictures of a stream were recorded before the error, the output has them, and
-/// the status is `kExitDamagedInput`. REQUIRES: at least one input; raw pictures have a single
+/// `ToolError`. If pictures of a stream were recorded before the error, the output has them, and
+/// the status is `kExitDamagedInput`. REQUIRES: at least one input. Raw pictures have a single
 /// input.
 int RunRecord(const RecordArguments& arguments);
 

@@ -19,7 +19,7 @@ inline constexpr std::size_t kMessageLengthBytes = 3;
 /// they may be written to.
 struct FileMessage {
   unsigned char* bytes = nullptr;
-  /// Bytes; 0 is a message like any other.
+  /// Bytes. 0 is a message like any other.
   std::uint32_t length = 0;
   /// From 0, as in data for programs.
   std::uint64_t index = 0;
@@ -46,7 +46,7 @@ class MessageFileReader {
   /// Reads from `path`, or standard input for "-". Throws `ToolError` when it cannot be opened.
   explicit MessageFileReader(const std::string& path) : fInput(path) {}
 
-  /// Reads the next message; sets `message` for `kMessage` alone. After any other result there
+  /// Reads the next message. Sets `message` for `kMessage` alone. After any other result there
   /// are no more messages, and `Problem` explains the result. Throws `ToolError` when the file is
   /// of a known other kind, and `StoppedBySignal` after a signal.
   Result Next(FileMessage* message);

@@ -25,7 +25,7 @@ class StreamDecoder {
   [[nodiscard]] bool Decode(const FileMessage& message);
   /// Decodes the next message as the first of a stream.
   void Restart();
-  /// The part of the picture that the last message drew, in pixels; empty after a failure.
+  /// The part of the picture that the last message drew, in pixels. Empty after a failure.
   SRECT ChangedArea() const { return fChangedArea; }
   /// The current picture. Valid until the next message.
   FrameView Frame();
@@ -46,7 +46,7 @@ class StreamDecoder {
 struct StreamEnd {
   /// Also `kEnd` after the last message that is wanted, and `kReadError` without memory.
   MessageFileReader::Result result = MessageFileReader::Result::kEnd;
-  /// The same in words, with the name of the file; empty after the last message that is wanted.
+  /// The same in words, with the name of the file. Empty after the last message that is wanted.
   std::string problem;
 };
 

@@ -8,7 +8,7 @@
 namespace zlibvideo {
 
 /// Reads a whole number from `min`, at least 0, to `max`, in decimal digits. Returns false for any
-/// other text; `number` then has no certain value.
+/// other text. `number` then has no certain value.
 template <typename Number>
 [[nodiscard]] bool ParseNumber(std::string_view text, Number min, Number max, Number* number) {
   const char* const end = text.data() + text.size();

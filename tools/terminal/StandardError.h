@@ -19,7 +19,7 @@ void PrintNote(const std::string& text);
 class ProgressLine {
  public:
   /// `noun` names the things that are counted ("message"). `total` has the unit of `done` in
-  /// `Update`; it is absent when unknown.
+  /// `Update`. It is absent when unknown.
   ProgressLine(bool wanted, std::string noun, std::optional<std::uint64_t> total);
   ~ProgressLine();
   ProgressLine(const ProgressLine&) = delete;

@@ -16,14 +16,14 @@
 namespace zlibvideo {
 namespace {
 
-/// Longer than any hash line; bounds memory when a file is not a list.
+/// Longer than any hash line. Bounds memory when a file is not a list.
 constexpr std::size_t kMaxLine = 256;
 
 /// The line of a message, without its end: "INDEX STATUS WIDTHxHEIGHT CRC32". The index is from 0;
-/// the status is 1 for decoded, 0 for failed; size and checksum are those of the picture after the
+/// the status is 1 for decoded, 0 for failed. Size and checksum are those of the picture after the
 /// message. The checksum is the CRC-32 of all bytes of the picture in 8 hexadecimal digits.
 std::string HashLine(std::uint64_t index, bool decoded, const FrameView& frame) {
-  // An empty picture has no bytes; a null pointer returns zlib's initial value.
+  // An empty picture has no bytes. A null pointer returns zlib's initial value.
   const uLong crc = frame.pixels == nullptr ? 0 : crc32_z(0, frame.pixels, frame.ByteCount());
   char digits[sizeof("01234567")];
   std::snprintf(digits, sizeof(digits), "%08lx", crc & 0xFFFFFFFFUL);
@@ -76,7 +76,7 @@ class VerifySink : public LineSink {
 
  private:
   void TakeLine(std::uint64_t index, const std::string& line) override;
-  /// The next line without its end; nothing at the end of the file.
+  /// The next line without its end. Nothing at the end of the file.
   std::optional<std::string> ReadLine();
 
   InputFile fFile;

@@ -32,7 +32,7 @@ class MovieSink : public FrameSink {
 
   std::string fPath;
   std::optional<OutputFile> fFile;
-  /// Of the pictures in the file; 0 x 0 before the first picture.
+  /// Of the pictures in the file. 0 x 0 before the first picture.
   FrameView fSize;
 };
 

@@ -7,8 +7,8 @@
 
 namespace zlibvideo {
 
-/// File names with a number, such as "out/%04d.png". %d is the number; %5d and %05d fill it with
-/// blanks or zeros to a width of up to two digits; %% is a percent sign.
+/// File names with a number, such as "out/%04d.png". %d is the number. %5d and %05d fill it with
+/// blanks or zeros to a width of up to two digits. %% is a percent sign.
 class NamePattern {
  public:
   /// Reads `text`. A text without a number is a pattern for one file. Returns false, and leaves

@@ -10,7 +10,7 @@
 
 namespace zlibvideo {
 
-/// Receives the decoded pictures; this class drops them. Messages arrive in order, with their index
+/// Receives the decoded pictures. This class drops them. Messages arrive in order, with their index
 /// from 0. Messages outside the wanted range do not arrive. Errors of the output throw `ToolError`.
 class FrameSink {
  public:
@@ -62,7 +62,7 @@ struct OutputFormat {
   bool WritesPictures() const { return files != Files::kNone && !isText; }
 };
 
-/// The format with this name or extension; null for any other.
+/// The format with this name or extension. Null for any other.
 const OutputFormat* FindFormat(const std::string& name);
 
 /// Compares each message with a line of a file that format hash wrote.

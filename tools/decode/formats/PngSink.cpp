@@ -15,7 +15,7 @@ namespace zlibvideo {
 namespace {
 
 /// Writes a PNG file for each picture, numbered by its message from 1. With "-" the files go to
-/// standard output one after another; a name without a number is for one picture. Other threads
+/// standard output one after another. A name without a number is for one picture. Other threads
 /// encode the pictures. If a picture fails, the files before it stay in place.
 class PngSink : public FrameSink {
  public:
