@@ -134,7 +134,8 @@ void AddOptions(CLI::App* command, TypedArguments* typed) {
       ->capture_default_str();
   command
       ->add_option("--key-every", options.keyEvery,
-                   "Make every N-th picture a key frame; by default\nonly the first is one")
+                   "Make every N-th picture a key frame, at which\nplayers and decode --from can "
+                   "begin; by default\nthe first alone")
       ->check(RangeValidator(1, std::numeric_limits<int>::max()))
       ->type_name("N");
   command->add_flag("--reduced", options.reduced, "Reduce colours (version 2)");
