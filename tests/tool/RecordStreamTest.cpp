@@ -207,7 +207,7 @@ TEST_F(RecordStreamTest, AStreamMayChangeItsSize) {
   Run("for size in 40x30 20x60; do zlibvideo record in.bgra --size $size -o $size.zvm;"
       "zlibvideo decode $size.zvm -o $size-%d.png; done");
   EXPECT_EQ("", Run("cat 40x30-1.png 20x60-2.png 40x30-3.png | zlibvideo record - -o x.zvm").text);
-  for (const std::size_t n : {1, 2, 3}) {
+  for (std::size_t n = 1; n <= 3; ++n) {
     const std::string number = std::to_string(n);
     const Outcome picture =
         Run("zlibvideo decode x.zvm --format bgra -o - --from " + number + " --to " + number);
