@@ -13,6 +13,10 @@ void AddDecodeCommand(CLI::App& app, int* exitStatus);
 void AddInfoCommand(CLI::App& app, int* exitStatus);
 void AddRecordCommand(CLI::App& app, int* exitStatus);
 
+/// Parses the arguments, runs the command that they name and returns its exit status. Usage errors
+/// are printed. Throws what the command throws.
+int RunCommandLine(int argc, const char* const* argv);
+
 }  // namespace zlibvideo
 
 #endif  // ZLIBVIDEO_TOOLS_COMMANDS_H

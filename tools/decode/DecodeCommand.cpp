@@ -13,7 +13,7 @@
 namespace zlibvideo {
 namespace {
 
-constexpr const char* kFooter = R"(
+constexpr const char* kDecodeFooter = R"(
 Examples:
   zlibvideo decode movie.zvm -o pictures/%04d.png
       Write pictures/0001.png and so on, a file for each message that decodes,
@@ -200,7 +200,7 @@ void AddOutputOptions(CLI::App* command, Arguments* arguments) {
 
 void AddDecodeCommand(CLI::App& app, int* exitStatus) {
   CLI::App* command = app.add_subcommand("decode", "Decode a message file into pictures");
-  command->footer(kFooter);
+  command->footer(kDecodeFooter);
   const auto arguments = std::make_shared<Arguments>();
   command->add_option("IN.zvm", arguments->options.input, "Message file, \"-\" for stdin")
       ->type_name("")

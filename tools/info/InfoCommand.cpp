@@ -16,7 +16,7 @@
 namespace zlibvideo {
 namespace {
 
-constexpr const char* kFooter = R"(
+constexpr const char* kInfoFooter = R"(
 Examples:
   zlibvideo info movie.zvm                  a table, a line for each message
   zlibvideo info movie.zvm --map            with a map of the blocks under each
@@ -147,7 +147,7 @@ int RunInfo(const InfoOptions& options) {
 
 void AddInfoCommand(CLI::App& app, int* exitStatus) {
   CLI::App* command = app.add_subcommand("info", "Show what is inside a message file");
-  command->footer(kFooter);
+  command->footer(kInfoFooter);
   auto options = std::make_shared<InfoOptions>();
   command->add_option("IN.zvm", options->input, "Message file, \"-\" for stdin")
       ->type_name("")

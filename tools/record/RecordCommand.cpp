@@ -14,7 +14,7 @@
 namespace zlibvideo {
 namespace {
 
-constexpr const char* kFooter = R"(
+constexpr const char* kRecordFooter = R"(
 Examples:
   zlibvideo record frames/*.png -o out.zvm
   zlibvideo record frames/*.png -o out.zvm --codec 1 --block 32x32 --key-every 9
@@ -161,7 +161,7 @@ void AddOptions(CLI::App* command, TypedArguments* typed) {
 
 void AddRecordCommand(CLI::App& app, int* exitStatus) {
   CLI::App* command = app.add_subcommand("record", "Make a stream from pictures");
-  command->footer(kFooter);
+  command->footer(kRecordFooter);
   // The command outlives this call, and so must its arguments.
   auto typed = std::make_shared<TypedArguments>();
   AddOptions(command, typed.get());

@@ -60,7 +60,9 @@ std::string Printable(std::string text) {
     if (code < ' ' || code == kDelete) c = '?';
   }
   for (std::size_t i = 0; (i = text.find(kC1Lead, i)) != std::string::npos; ++i) {
-    if (IsC1Tail(text[i + 1])) text.replace(i, 2, "?");
+    if (!IsC1Tail(text[i + 1])) continue;
+    text[i] = '?';
+    text.erase(i + 1, 1);
   }
   return text;
 }
