@@ -7,9 +7,9 @@
 
 namespace zlibvideo {
 
-/// Reads untrusted bytes in order. Every read is checked against what remains. One that does not
-/// fit returns false and changes neither the position nor the output. Multi-byte values are
-/// unsigned, most significant byte first. The bytes are not owned and must outlive the cursor.
+/// Reads untrusted bytes in order. A read that does not fit in the remaining bytes returns false
+/// and changes neither the position nor the output. Multi-byte values are unsigned, most
+/// significant byte first. The bytes are not owned and must outlive the cursor.
 class ByteCursor {
  public:
   ByteCursor(const unsigned char* bytes, unsigned int size) : fNext(bytes), fRemaining(size) {}

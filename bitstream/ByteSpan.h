@@ -10,7 +10,7 @@ struct ByteSpan {
 };
 
 /// For operations that take bytes as writable but only read them: the decoding operations, whose
-/// form the host's interface gives, and those of zlib.
+/// form the host's interface gives, and the operations of zlib.
 inline unsigned char* Writable(const unsigned char* bytes) {
   return const_cast<unsigned char*>(bytes);
 }

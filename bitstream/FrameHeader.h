@@ -45,8 +45,8 @@ struct ZLIBVIDEO_EXPORT FrameHeader {
     return frameType != kInvalidFrameType && imageWidth != 0 && imageHeight != 0;
   }
 
-  /// Reads the header whatever its values. False, with nothing read, when fewer than `kSize` bytes
-  /// remain.
+  /// Reads the header, valid or not. False if fewer than `kSize` bytes remain. Then nothing is
+  /// read.
   [[nodiscard]] static bool Read(ByteCursor* cursor, FrameHeader* header);
   /// The inverse of `Read`, for encoders. Fields must be in range.
   void Write(unsigned char (&bytes)[kSize]) const;

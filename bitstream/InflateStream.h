@@ -31,8 +31,8 @@ class InflateStream {
   [[nodiscard]] bool Open(StreamForm form);
 
   /// Feeds a dictionary to a raw stream, before the payload that continues after it: as stored
-  /// blocks of at most `kMaxStoredBlock` bytes, which zlib copies to its history and one after
-  /// the other to `output`. False if the dictionary is empty or zlib refuses any of it. A stored
+  /// blocks of at most `kMaxStoredBlock` bytes, which zlib copies to its history and, without
+  /// gaps, to `output`. False if the dictionary is empty or zlib refuses any of it. A stored
   /// block that the room cuts short is not refused: zlib then reads the bytes that it misses from
   /// the payload.
   [[nodiscard]] bool Prime(ByteSpan dictionary, unsigned char* output, unsigned int room);
@@ -63,7 +63,7 @@ inline constexpr unsigned int kStoredBlockHeaderSize = 5;
 std::array<unsigned char, kStoredBlockHeaderSize> StoredBlockHeader(unsigned int length);
 
 /// The dictionary of a primed payload of this format for `block`: the previous data for 3-byte
-/// pixels. Otherwise the converted data or, if there is no converted data, the previous data. May
+/// pixels, otherwise the converted data or, if there is no converted data, the previous data. May
 /// be empty. Valid until the block's reference data changes.
 ByteSpan PrimingDictionary(const BitmapDataBlock& block, unsigned int format);
 

@@ -7,8 +7,8 @@
 #include "grid/BlockFormat.h"
 
 /// The parts of a message body, which follows the frame header. In version 2 it begins with a flags
-/// byte and, if a flag announces it, a palette record. Block records follow, one for each block of
-/// the grid.
+/// byte and, if a flag announces it, a palette record. Block records follow, a record for each
+/// block of the grid.
 namespace zlibvideo {
 
 /// Bits of the flags byte. The other bits are not read.
@@ -46,7 +46,7 @@ struct BlockHeader {
   void Write(unsigned char (&bytes)[kMaxSize]) const;
 };
 
-/// The record of one block: a 16-bit size, then that many bytes. In version 2 a header comes before
+/// The record of a block: a 16-bit size, then that many bytes. In version 2 a header comes before
 /// the payload. In other versions there is only the payload.
 struct BlockRecord {
   /// Bytes of the size field.

@@ -9,7 +9,7 @@ namespace zlibvideo {
 
 bool RowBand::Find(const BitmapDataBlock& block, const BlockHeader& header, unsigned int room,
                    RowBand* band) {
-  // 64 bits hold every product and sum below, so that none can wrap.
+  // 64 bits hold every product and sum below: they cannot wrap.
   const auto previous = static_cast<std::uint32_t>(block.fPreviousDataSize);
   const std::uint64_t row = std::uint64_t{static_cast<std::uint32_t>(block.fWidth)} *
                             static_cast<std::uint32_t>(kBlockPixelBytes);
@@ -23,7 +23,7 @@ bool RowBand::Find(const BitmapDataBlock& block, const BlockHeader& header, unsi
     *band = {};
     return true;
   }
-  // The band lies in the block, the block in the previous data, and this in the room.
+  // The band must lie in the block, and the block in the previous data, which lies in the room.
   if (end > blockSize || blockSize > previous) return false;
 
   band->offset = static_cast<unsigned int>(offset);

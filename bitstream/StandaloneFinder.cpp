@@ -43,7 +43,7 @@ unsigned int ChangedBy(const BlockRecord& record, int codecType) {
 }
 
 /// Reads a pass of `blocks` records and adds to `*changed` the state that they may change. False
-/// when a record does not lie within the message.
+/// if a record does not lie within the message.
 bool ReadPass(std::int64_t blocks, int codecType, ByteCursor* cursor, unsigned int* changed) {
   BlockRecord record;
   for (std::int64_t i = 0; i < blocks; ++i) {
@@ -72,7 +72,7 @@ bool ReadOutline(const FrameHeader& header, ByteCursor cursor, Outline* outline,
   return ReadPass(outline->blocks, outline->codecType, &cursor, changed);
 }
 
-/// State of one block that a message replaces, record by record.
+/// State of a block that a message replaces, record by record.
 class BlockState {
  public:
   explicit BlockState(int codecType) : fCodecType(codecType) {}

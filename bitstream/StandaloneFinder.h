@@ -10,8 +10,8 @@ namespace zlibvideo {
 enum DecoderState : unsigned int {
   kStateNone = 0,
   kStatePixels = 1,         ///< of the blocks
-  kStatePreviousData = 2,   ///< reference of primed and banded payloads; version 2 alone
-  kStateConvertedData = 4,  ///< dictionary of primed colour-reduced payloads; version 2 alone
+  kStatePreviousData = 2,   ///< reference of primed and banded payloads, version 2 alone
+  kStateConvertedData = 4,  ///< dictionary of primed colour-reduced payloads, version 2 alone
   kStatePalette = 8,        ///< version 2 alone
   kStateAll = 15,
 };
@@ -20,8 +20,8 @@ enum DecoderState : unsigned int {
 /// picture and every later picture are as if it had decoded all messages. A key frame need not
 /// stand alone, and a message may without being a key frame.
 ///
-/// Takes the messages in their order and walks their block records. Decompresses nothing and
-/// allocates nothing. It takes the payloads on trust. A payload that is damaged, or ends before its
+/// Reads the block records of the messages in their order. Decompresses nothing and allocates
+/// nothing: it assumes that all payloads are good. A payload that is damaged, or ends before its
 /// block is full, leaves the block as earlier messages made it: after decoding, the result of the
 /// message and `BlockedCodec::IsComplete` tell. A damaged palette leaves the palette before it.
 /// Messages that found no memory are not accounted for.

@@ -18,8 +18,8 @@ namespace {
 
 constexpr int kUnpackFailed = -1;
 
-/// A byte count as the unpacking operations return it. Only a message handed over in more than
-/// 2 GiB can consume more than that holds.
+/// A byte count as the unpacking operations return it. Only a message of more than 2 GiB can
+/// consume more bytes than an `int` holds.
 int ConsumedResult(std::uint64_t bytes) {
   return bytes > std::numeric_limits<int>::max() ? kUnpackFailed : static_cast<int>(bytes);
 }

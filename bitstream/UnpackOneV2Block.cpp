@@ -52,8 +52,8 @@ void CopyRowsAroundBand(const BitmapDataBlock& block, const RowBand& band, unsig
 }
 
 /// Inflates a colour-reduced stream and returns its size in bytes. An error of the payload is no
-/// error of the block: the bytes produced are converted. Without a scratch buffer zlib refuses the
-/// call and nothing comes out.
+/// error of the block: the bytes produced are converted. Without a scratch buffer, zlib refuses the
+/// call and produces nothing.
 unsigned int InflateCodes(InflateStream* stream, ByteSpan payload, unsigned char* scratch,
                           unsigned int room) {
   const unsigned int before = stream->TotalOutput();
@@ -61,11 +61,11 @@ unsigned int InflateCodes(InflateStream* stream, ByteSpan payload, unsigned char
   return stream->TotalOutput() - before;
 }
 
-/// Inflates 3-byte pixels and returns how many bytes at `output` belong to this payload. If zlib
-/// refuses the payload as damaged or asks for a preset dictionary, the whole room is blackened and
-/// belongs to the payload: bytes of priming or of an earlier message must not show. A payload that
-/// is merely cut off blackens nothing. The room behind the payload's bytes holds anything: a zlib
-/// that copies by vectors writes beyond its output.
+/// Inflates 3-byte pixels and returns the number of bytes at `output` that are this payload's. If
+/// zlib refuses the payload as damaged, or for want of a preset dictionary, blackens the whole room
+/// and returns it: the block must not show the dictionary or the pixels of an earlier message. A
+/// payload that is merely cut off blackens nothing. Behind the returned bytes the room holds
+/// anything: a zlib that copies by vectors writes beyond its output.
 unsigned int InflatePixels(InflateStream* stream, ByteSpan payload, unsigned char* output,
                            unsigned int room) {
   const unsigned int before = stream->TotalOutput();
@@ -129,7 +129,7 @@ bool BlockedCodec::DecompressIntermediateBlock(unsigned char* destination,
   RowBand band;
   if (!FindBand(*block, wholeRoom, &band)) return false;
   if (zlibvideo::HasBand(block->fFormat) && band.IsEmpty()) {
-    // There are no rows for a payload to fill: it is ignored.
+    // The payload has no rows to fill and is ignored.
     *destinationLength = static_cast<unsigned int>(block->fPreviousDataSize);
     std::memcpy(destination, block->fPreviousData, *destinationLength);
     return stream.Close();
@@ -151,7 +151,7 @@ bool BlockedCodec::DecompressIntermediateBlock(unsigned char* destination,
     *destinationLength = around + converted;
   } else {
     const unsigned int given = InflatePixels(&stream, {payload, payloadLength}, output, room);
-    // Only now, so that nothing that zlib left behind its output stands in these rows.
+    // Only now: zlib may have written to these rows behind its output.
     CopyRowsAroundBand(*block, band, std::max(band.End(), band.offset + given), destination);
     *destinationLength = around + (stream.TotalOutput() - primed);
   }

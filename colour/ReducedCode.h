@@ -5,8 +5,8 @@
 
 namespace zlibvideo {
 
-/// The codes of a colour-reduced stream: one byte below `kWideCodeBit` is an index into the
-/// palette. Any other begins a code of two bytes, most significant first, whose low 15 bits are a
+/// The codes of a colour-reduced stream. A byte below `kWideCodeBit` is an index into the palette.
+/// Any other byte begins a code of two bytes, most significant first, whose low 15 bits are a
 /// colour of five bits each of red, green and blue.
 inline constexpr unsigned int kWideCodeBit = 0x80;
 inline constexpr int kIndexBytes = 1;

@@ -5,7 +5,7 @@
 
 #include "host/Export.h"
 
-// Compiled without type information, the component refers to none.
+// A component that is compiled without type information does not refer to it.
 #ifdef __cpp_rtti
 
 // NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)

@@ -13,8 +13,8 @@
 
 namespace zlibvideo {
 
-/// The version of the library that runs, as in "2.0.0": a shared one may be another than the one
-/// whose headers were compiled. Never null, valid for good.
+/// The version of the library that runs, as in "2.0.0". A shared library may have another version
+/// than the headers that were compiled. Never null, valid for good.
 ZLIBVIDEO_EXPORT const char* LibraryVersion();
 
 }  // namespace zlibvideo

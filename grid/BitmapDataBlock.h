@@ -25,8 +25,8 @@ struct ZLIBVIDEO_EXPORT BitmapDataBlock {
 
   /// Makes `*buffer` hold at least `size` bytes and fills it from `source`, which must not lie in
   /// that buffer. A null source only makes room: the size field becomes 0. A size of 0 empties a
-  /// buffer and keeps it. Returns whether the buffer exists afterwards. False when `size` is below
-  /// 1 and there is no buffer, or when the host had no memory. The capacity means nothing then.
+  /// buffer and keeps it. Returns whether the buffer exists afterwards. False if `size` is below 1
+  /// and the buffer did not exist, or if the host had no memory. Then the capacity has no meaning.
   [[nodiscard]] bool SetupData(const unsigned char* source, std::int32_t size,
                                unsigned char** buffer, std::int32_t* sizeField,
                                std::int32_t* capacityField);
@@ -39,8 +39,8 @@ struct ZLIBVIDEO_EXPORT BitmapDataBlock {
     return std::int64_t{fWidth} * fHeight * zlibvideo::kBlockPixelBytes;
   }
 
-  /// The block's current pixels. Null until its first payload, which makes the buffer even if it
-  /// then fails, but for want of memory.
+  /// The block's current pixels. Null until its first payload, which makes the buffer even if the
+  /// payload then fails.
   unsigned char* fRawData = nullptr;
   std::int32_t fRawDataSize = 0;
   std::int32_t fRawDataCapacity = 0;
@@ -49,8 +49,8 @@ struct ZLIBVIDEO_EXPORT BitmapDataBlock {
   unsigned char* fPreviousData = nullptr;
   std::int32_t fPreviousDataSize = 0;
   std::int32_t fPreviousDataCapacity = 0;
-  /// The colour-reduced stream of the last direct payload that carried one: the dictionary of
-  /// primed colour-reduced payloads.
+  /// The stream of the last direct colour-reduced payload: the dictionary of primed colour-reduced
+  /// payloads.
   unsigned char* fConvertedData = nullptr;
   std::int32_t fConvertedDataSize = 0;
   std::int32_t fConvertedDataCapacity = 0;

@@ -127,8 +127,8 @@ class ZLIBVIDEO_EXPORT BlockedCodec {
   /// with a colour field need the scratch buffer.
   ///
   /// On success, `*destinationLength` becomes the bytes of the rows copied around the band plus the
-  /// bytes of the payload. For a band of no rows, the size of the previous data. It stays the room
-  /// if the payload is empty, unless the band has no rows, and if the conversion is rejected.
+  /// bytes of the payload or, for a band of no rows, the size of the previous data. It stays the
+  /// room if the payload is empty, unless the band has no rows, and if the conversion is rejected.
   /// Errors in the payload's compressed data do not fail the call, and bytes behind the end of that
   /// data are ignored.
   ///
@@ -151,7 +151,7 @@ class ZLIBVIDEO_EXPORT BlockedCodec {
   void MakeTarvishPalette(unsigned char* record);
   /// Converts a colour-reduced stream to block pixels. `*destinationLength` is the room of
   /// `destination` in bytes on entry and the bytes written on return. The call is rejected if
-  /// `format` does not ask for this conversion, if three halves of the stream's length, rounded
+  /// `format` does not announce this conversion, if three halves of the stream's length, rounded
   /// down, exceed the room, or if the host has no memory for table or palette. A rejected call
   /// writes nothing and leaves the length unchanged. Surplus codes, and a code cut off by the end,
   /// are dropped. Source and destination must not overlap.
@@ -167,10 +167,10 @@ class ZLIBVIDEO_EXPORT BlockedCodec {
   /// nothing if the bitmap is not addressable. An exception of the host leaves the bitmap locked.
   void PushFrame(SBitmapCore* bitmap);
   /// Writes the blocks that messages, failed messages included, touched since the last `PushFrame`
-  /// or `PushChanges`, and all blocks of a new grid. Writes each block as `PushFrame` does.
-  /// `bitmap` must still hold the picture drawn last. Call it after a message that succeeded: a
-  /// failed message may have changed the size of the picture without the bitmap. If the bitmap is
-  /// another bitmap, lost its pixels, or an exception left `PushFrame`, call `PushFrame`.
+  /// or `PushChanges`, and all blocks of a new grid, each as `PushFrame` does. `bitmap` must still
+  /// hold the picture drawn last. Call it after a message that succeeded: a failed message may have
+  /// changed the size of the picture without the bitmap. If the bitmap is another bitmap, lost its
+  /// pixels, or an exception left `PushFrame`, call `PushFrame`.
   ///
   /// Returns the least rectangle around the blocks written, in pixels of the bitmap, and passes it
   /// to `UpdateMipMap`. If no block was touched, or the bitmap is not addressable, calls nothing
@@ -220,7 +220,7 @@ class ZLIBVIDEO_EXPORT BlockedCodec {
   ZLIBVIDEO_HIDDEN bool MakeBlock(std::int32_t row, std::int32_t column, std::int32_t width,
                                   std::int32_t height);
 
-  // Message body. `capacity` is the room in bytes that every block's pixels get
+  // Message body. `capacity` is the room in bytes for the pixels of every block.
   ZLIBVIDEO_HIDDEN void PrepareForVersion2();
   ZLIBVIDEO_HIDDEN bool UnpackBlock(BitmapDataBlock* block, std::int32_t capacity, int codecType,
                                     const zlibvideo::BlockRecord& record);

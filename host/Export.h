@@ -1,9 +1,9 @@
 #ifndef ZLIBVIDEO_HOST_EXPORT_H
 #define ZLIBVIDEO_HOST_EXPORT_H
 
-/// What crosses the border of the shared library, in either direction, is marked with the first
-/// macro: the host services that it calls and the classes that a host uses. The second takes single
-/// members of such a class out again.
+/// The first macro marks all that crosses the border of the shared library, in either direction:
+/// the host services that it calls and the classes that a host uses. The second macro hides single
+/// members of such a class.
 ///
 /// With the static library, whose users define ZLIBVIDEO_STATIC, there is no border to cross. The
 /// marks are empty, and the host's own definitions are as visible as the host makes them.

@@ -8,7 +8,7 @@ namespace Vorn {
 /// The host's heap, as far as the component knows it.
 class ZLIBVIDEO_EXPORT GCHeap {
  public:
-  /// Host service. Called instead of `SystemNew` when a request is too large to be made at all.
+  /// Host service. Called instead of `SystemNew` if a request is too large to be made at all.
   /// Must not return.
   [[noreturn]] static void SignalObjectTooLarge();
 };

@@ -7,8 +7,8 @@
 
 #include "Export.h"
 
-/// A value kept beside a check word derived from it. Reading it stops the process when the two
-/// disagree, so a stray write over a bitmap's address or size is caught before it is used as one.
+/// A value beside a check word that is derived from it. If the two disagree, reading stops the
+/// process: a stray write over a bitmap's address or size is caught before the component uses it.
 template <typename T>
 class ZLIBVIDEO_EXPORT Guarded {
   static_assert(sizeof(T) <= sizeof(std::uint64_t));

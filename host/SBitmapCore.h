@@ -10,23 +10,23 @@
 
 /// The host's bitmap surface. Row n starts at base address + n × row length. Row 0 is the top row.
 /// A host derives its own bitmap from this class and keeps the fields true with `SetSurface`. The
-/// operations without a body here are the host's.
+/// host defines the operations that have no body here.
 class ZLIBVIDEO_EXPORT SBitmapCore {
  public:
   SBitmapCore() = default;
   SBitmapCore(const SBitmapCore&) = delete;
   SBitmapCore& operator=(const SBitmapCore&) = delete;
 
-  /// Guarded accessors: each stops the process when its field was overwritten behind the host's
-  /// back. Width and height are in pixels, the row length is in bytes.
+  /// Guarded accessors: each stops the process if its field was overwritten behind the host's back.
+  /// Width and height are in pixels, the row length is in bytes.
   EBitmapType GetType() const { return fType.Get(); }
   std::int32_t GetRowLength() const { return fRowLength.Get(); }
   std::int32_t GetWidth() const { return fWidth.Get(); }
   std::int32_t GetHeight() const { return fHeight.Get(); }
 
-  /// Address of byte 0 of row 0. Pixels that the host has put away are brought back first. A
-  /// bitmap that is not addressable answers its stored address, null or not. Asked for every row,
-  /// so the type is looked at only where it decides something.
+  /// Address of byte 0 of row 0. If the host has put the pixels away, calls `Restore` first. A
+  /// bitmap that is not addressable returns its stored address, null or not. Called for every row,
+  /// so the type is read only if the address is null.
   unsigned char* GetBMBaseAddr() {
     if (fBaseAddress.Get() == nullptr && fType.Get() != kBitmapNotAddressable) Restore();
     return fBaseAddress.Get();
@@ -36,12 +36,12 @@ class ZLIBVIDEO_EXPORT SBitmapCore {
   void LockBits(bool forWriting);
   /// Host service. Ends a `LockBits`.
   void UnlockBits();
-  /// Host service. The pixels of `area` have changed. Called while the pixels are locked, so what
-  /// it throws leaves them locked.
+  /// Host service. The pixels of `area` have changed. Called while the pixels are locked: an
+  /// exception leaves them locked.
   void UpdateMipMap(SRECT area);
-  /// Host service. Makes the pixels addressable again and stores their address, which must not stay
-  /// null: it is written to next. Called while the pixels are locked. Must not throw: the bitmap
-  /// would stay locked and half drawn.
+  /// Host service. Makes the pixels addressable again and stores their address. The address must
+  /// not stay null: the component writes there next. Called while the pixels are locked. Must not
+  /// throw: the bitmap would stay locked and half drawn.
   void Restore();
 
  protected:

@@ -12,11 +12,10 @@ enum FixedMallocOpts : int {
 };
 
 /// Host service. Returns at least `size` bytes, aligned for any object, that stay valid until
-/// `SystemDelete`. On exhaustion the host does not return normally: it throws `std::bad_alloc`,
-/// which reaches whoever called the component, or ends the process. Any other exception ends it
-/// too. The component also copes with a null result: it never writes through it. Only for the
-/// decoder itself, null ends the process. The bytes need not be zero, but where a stream leaves
-/// pixels out, a picture shows them as they are here.
+/// `SystemDelete`. On exhaustion the host throws `std::bad_alloc`, which reaches the caller of the
+/// component, or ends the process. Any other exception ends the process. Null is possible too: the
+/// component never writes through it, but for the decoder itself null ends the process. The bytes
+/// need not be zero, but pixels that a stream leaves out show the bytes as they are.
 ZLIBVIDEO_EXPORT void* SystemNew(unsigned long size, FixedMallocOpts opts);
 
 /// Host service. Releases memory that `SystemNew` returned. Never called with null. Must not

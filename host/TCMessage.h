@@ -1,8 +1,8 @@
 #ifndef ZLIBVIDEO_HOST_TCMESSAGE_H
 #define ZLIBVIDEO_HOST_TCMESSAGE_H
 
-/// A video message as the host delivers it. The payload is the host's and must stay unchanged
-/// for the length of the call that the message is passed to.
+/// A video message as the host delivers it. The host owns the payload and must not change it
+/// during the call that the message is passed to.
 struct TCMessage {
   static constexpr int kLengthBytes = 3;
 

@@ -17,13 +17,13 @@ struct SRECT;
 struct TCMessage;
 
 /// The host's base of every video decoder. Operations with a body here are defaults that come with
-/// this interface. Operations that a decoder implements are pure. `AddRef`, `DeleteBuffers`,
-/// `ReallocBuffers`, `DeleteHWCodec`, `ReallocBitmap`, the constructor and the destructor are the
-/// host's to implement. The order of the virtual operations and of the members is part of the
+/// this interface. Every decoder defines the pure operations. The host defines the others: the
+/// constructor, the destructor, `AddRef`, `DeleteBuffers`, `ReallocBuffers`, `DeleteHWCodec` and
+/// `ReallocBitmap`. The order of the virtual operations and of the members is part of the
 /// interface.
 ///
 /// A reference count governs the life of a decoder: the creator holds the first reference. The
-/// count is a plain integer. Calls on one decoder must not overlap.
+/// count is a plain integer, so calls on a decoder must not overlap.
 class ZLIBVIDEO_EXPORT VideoDecompressor {
  public:
   VideoDecompressor(CorePlayer* player, NetStream* stream);
@@ -34,7 +34,7 @@ class ZLIBVIDEO_EXPORT VideoDecompressor {
 
   /// The codec types that the decoder serves, by index from 0. -1 past the last index.
   virtual int VideoMessageCodecType(int index) const = 0;
-  /// 1 when the message was decoded, else 0. See the decoder.
+  /// 1 if the message was decoded, else 0. See the decoder.
   virtual int DecompressVideoMessage(Vorn::GCAPI::GCRef<SObject> video, TCMessage* message,
                                      bool unused, bool skipPush) = 0;
   /// Decodes `length` message bytes. True on success. See the decoder.
@@ -45,27 +45,27 @@ class ZLIBVIDEO_EXPORT VideoDecompressor {
                                        int length) = 0;
   /// Whether a message may be left out without harm to later messages.
   virtual bool CanDropDecode(TCMessage* /*message*/) { return false; }
-  /// A library object that the decoder wraps. Null when there is none.
+  /// The library object that the decoder wraps. Null if it wraps no library.
   virtual void* GetInstance() = 0;
-  /// Drops whatever the decoder has taken in but not yet shown, after a seek or at any time. True
-  /// when nothing is left to drop.
+  /// Drops all pictures that the decoder has read but not shown, after a seek or at any time. True
+  /// if no picture is left to drop.
   virtual bool FlushAfterSeek() = 0;
   virtual bool Flush() = 0;
   /// Host services around the buffers of `video`. No decoder calls them.
   virtual void DeleteBuffers(Vorn::GCAPI::GCRef<SObject> video);
   virtual void ReallocBuffers(Vorn::GCAPI::GCRef<SObject> video);
-  /// Raises the reference count by one.
+  /// Raises the reference count by 1.
   virtual void AddRef();
   /// Lowers the reference count by 1. At 0 the decoder destroys itself.
   virtual void DecRef() {
     if (--fRefCount == 0) delete this;
   }
-  /// How full the host should keep its buffer of messages: below the low water mark it buffers, up
-  /// to the high one. 0: this decoder asks for nothing. The unit is the host's.
+  /// How full the host should keep its buffer of messages: below the low mark it buffers, up to the
+  /// high mark. The unit is the host's. 0 if the decoder has no wish.
   virtual int GetLowWater() { return 0; }
   virtual int GetHighWater() { return 0; }
   /// How long a picture waits in the decoder before it is shown, in pictures and in time (unit of
-  /// the host). 0: each message shows its own picture.
+  /// the host). 0 if each message shows its own picture.
   virtual int GetDPBSize() { return 0; }
   virtual int GetDPBTime() { return 0; }
   /// Whether the host must fill its buffer anew at `time`, in its unit.
@@ -118,7 +118,7 @@ class ZLIBVIDEO_EXPORT VideoDecompressor {
   bool fReloadPending = false;
   /// Reloads give null.
   bool fReloadDisabled = false;
-  /// Neither texture nor buffer is left after one of them was destroyed.
+  /// The texture or the buffer was destroyed, and the other is absent too.
   bool fVideoResourcesReleased = false;
   HostObject* fGPUCodec = nullptr;
 
@@ -133,7 +133,7 @@ class ZLIBVIDEO_EXPORT VideoDecompressor {
     if (*resource == nullptr) return;
     delete *resource;
     *resource = nullptr;
-    // Looked at now: destroying the one may have taken the other with it.
+    // Read only now: the resource may have destroyed the other.
     if (*other == nullptr) fVideoResourcesReleased = true;
   }
 };

@@ -32,7 +32,7 @@ void SBitmapCore::UnlockBits() {
   Self(this)->fLocked = false;
 }
 
-// The stand-in host draws its bitmap as it is. It keeps no smaller copies.
+// The stand-in host keeps no smaller copies of its bitmap.
 void SBitmapCore::UpdateMipMap(SRECT /*area*/) {}
 
 void SBitmapCore::Restore() {

@@ -21,8 +21,8 @@ class StandInBitmap : public SBitmapCore {
   StandInBitmap() = default;
 
   /// Gives the bitmap a size in pixels, 0 to 16,384 a side. A change of size clears it to zero
-  /// bytes. The same size keeps it. Without memory, throws `std::bad_alloc` and keeps the old size
-  /// and pixels. Compiled without exceptions, ends the process.
+  /// bytes. The same size keeps the pixels. Without memory, throws `std::bad_alloc` and keeps the
+  /// old size and pixels or, compiled without exceptions, ends the process.
   void Resize(std::int32_t width, std::int32_t height, EBitmapType type);
 
   /// All bytes, rows from the top. Valid until the size changes.

@@ -20,7 +20,7 @@ class StandInVideoObject : public SObject {
   Vorn::GCAPI::GCRef<SObject> Ref() { return Vorn::GCAPI::GCRef<SObject>(this); }
 
  private:
-  /// What the stand-in host uses the pointer's flag bit for.
+  /// The stand-in host's meaning of the pointer's flag bit.
   static constexpr bool kVisible = true;
 
   StandInBitmap fBitmap;
