@@ -54,7 +54,7 @@ void StartZlibClock();
 double StopZlibClock();
 
 /// Messages/NAME/GROUP/DRAWING: a stream's messages against their floor, which is zlib's time and
-/// one memcpy of the pixels drawn. `stream` must outlive these benchmarks and all below.
+/// a memcpy of the pixels drawn. `stream` must outlive these benchmarks and all below.
 void RegisterMessages(const Stream& stream);
 /// Files/NAME/FORMAT: a stream's pictures as files of other formats.
 void RegisterPictureFiles(const Stream& stream);

@@ -30,7 +30,7 @@ struct Message {
   double copy = std::numeric_limits<double>::max();
 };
 
-/// Seconds that one call of `action` takes.
+/// Seconds of a call of `action`.
 template <typename Action>
 double SecondsOf(Action&& action) {
   const auto start = std::chrono::steady_clock::now();

@@ -8,7 +8,7 @@ namespace {
 constexpr unsigned int kHighNibble = 0xF0;
 constexpr unsigned int kLowNibble = 0x0F;
 
-/// One axis: a block size code and a 12-bit image size in two bytes. The code stands in the high
+/// An axis: a block size code and a 12-bit image size in two bytes. The code lies in the high
 /// nibble, so that masking it out multiplies it by 16 already.
 void SplitAxis(unsigned int axis, int* blockSize, int* imageSize) {
   *blockSize = static_cast<int>((axis >> 8 & kHighNibble) + FrameHeader::kBlockSizeStep);

@@ -17,7 +17,7 @@ enum class StreamForm {
   kRawDeflate,  ///< nothing, RFC 1951
 };
 
-/// One inflate stream of zlib, opened at most once and released on every way out. zlib's state
+/// An inflate stream of zlib, opened at most once and released on every way out. zlib's state
 /// comes from zlib's own allocator, not from the host's.
 class InflateStream {
  public:

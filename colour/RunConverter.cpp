@@ -16,7 +16,7 @@
 namespace zlibvideo {
 namespace {
 
-/// `StorePixel` that may also write the byte after the pixel: one store instead of three. Only for
+/// `StorePixel` that may also write the byte after the pixel: a store instead of three. Only for
 /// pixels that another pixel follows for certain: after the last pixel of a band, that byte belongs
 /// to the row after it.
 void StorePixelLoosely(unsigned char* pixel, std::uint32_t color) {
@@ -27,13 +27,13 @@ void StorePixelLoosely(unsigned char* pixel, std::uint32_t color) {
   }
 }
 
-/// Codes are taken in turns, some indices and then some colours, with no test for the end of source
-/// or room in between. That is two to three times as fast as code by code. Stops where a turn may
-/// no longer fit.
+/// Converts codes in turns, some indices and then some colours, without a test for the end of
+/// source or room in between: two to three times as fast as code by code. Stops where a turn may no
+/// longer fit.
 RestOfStream ConvertRunsPortably(RestOfStream rest, const std::uint32_t* palette,
                                  const std::uint32_t* colors) {
   constexpr std::ptrdiff_t kMaxRun = 8;
-  // A turn, and one more code, the pixel of which must follow those of the turn.
+  // A turn, and another code: its pixel must follow the pixels of the turn.
   constexpr std::ptrdiff_t kTurnSource = kMaxRun * (kIndexBytes + kWideCodeBytes) + kWideCodeBytes;
   constexpr std::ptrdiff_t kTurnTarget = (kMaxRun + kMaxRun + 1) * kBlockPixelBytes;
   auto [source, sourceEnd, target, targetEnd] = rest;
@@ -57,10 +57,10 @@ RestOfStream ConvertRunsPortably(RestOfStream rest, const std::uint32_t* palette
 
 #ifdef ZLIBVIDEO_CONVERT_X86
 
-// The version below converts a fixed number of codes as if all were of one kind, counts how many
-// really were, and moves on by that number: no branch depends on how long a run is, once it has
-// two codes. Surplus pixels are overwritten by those that follow. There is no version for NEON, for
-// lack of a measurement.
+// The version below converts a fixed number of codes as if all were of the same kind, counts the
+// codes that were, and moves on by that number: no branch depends on the length of a run of two
+// codes or more. Surplus pixels are overwritten by those that follow. There is no version for NEON,
+// for lack of a measurement.
 
 constexpr int kEqualIndices = 16;
 constexpr int kIndices = 8;
@@ -152,8 +152,8 @@ int ConvertIndices(const unsigned char* source, unsigned char* target,
     const std::ptrdiff_t codeBytes = isIndex ? kIndexBytes : kWideCodeBytes;
     std::ptrdiff_t run = 1;
     if (IsIndex(source + codeBytes) != isIndex) {
-      // A code by itself: in a dither all are, and counting runs of one would take four times as
-      // long as a plain loop.
+      // A single code. A dither has no other: counting its runs would take four times as long as a
+      // plain loop.
       StorePixelLoosely(target, isIndex ? palette[*source] : colors[Color15(source)]);
     } else if (!isIndex) {
       run = ConvertColors(source, target);

@@ -8,7 +8,7 @@
 namespace zlibvideo {
 
 /// Copies a block's pixels of 3 bytes to bitmap pixels of 4, opaque: `rows` rows of `pixels`
-/// pixels, one after the other in `source`, row i to `targets.Address(i)`. Reads exactly `rows` ×
+/// pixels, without gaps in `source`, row i to `targets.Address(i)`. Reads exactly `rows` ×
 /// `pixels` × 3 bytes and writes exactly `pixels` × 4 bytes of each row. Source and targets must
 /// not overlap. No alignment is needed.
 using RowWidener = void (*)(const unsigned char* source, const BitmapRows& targets, int rows,

@@ -46,7 +46,7 @@ int PrintHelp(const CLI::App& app, const CLI::ParseError& request) {
   return status;
 }
 
-/// If the arguments name no command, returns the line that explains it. Else an empty one.
+/// If the arguments name no command, returns the line that explains it. Else an empty string.
 std::string ExplainCommand(const CLI::App& app) {
   if (!app.get_subcommands().empty()) return {};
   for (const std::string& argument : app.remaining()) {
@@ -58,7 +58,7 @@ std::string ExplainCommand(const CLI::App& app) {
   return {};
 }
 
-/// An argument that names a file and looks like an option. Empty if there is none.
+/// The first argument that names a file and looks like an option. Empty if no argument does.
 std::string FileLikeOption(const CLI::App& app) {
   for (const std::string& argument : app.remaining(true)) {
     if (argument.starts_with('-') && std::filesystem::exists(argument)) return argument;

@@ -80,7 +80,7 @@ bool IsFolder(const std::string& path) {
   return path.ends_with('/') || std::filesystem::is_directory(path, ignored);
 }
 
-/// The format that the name of `output` chooses. Throws when it chooses none.
+/// The format that the name of `output` chooses. Throws if the name chooses no format.
 const OutputFormat* FormatOfName(const std::string& output) {
   if (output.empty()) {
     throw CLI::ValidationError(

@@ -23,7 +23,7 @@ std::unique_ptr<FrameSink> MakeSink(const DecodeOptions& options) {
   return options.format->make(options.output);
 }
 
-/// One run over a message file.
+/// A run over a message file.
 class DecodeRun {
  public:
   explicit DecodeRun(const DecodeOptions& options)

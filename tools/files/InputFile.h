@@ -17,7 +17,7 @@ inline constexpr const char* kStandardStreamName = "-";
 std::string InputName(const std::string& path);
 
 /// Reads a file or pipe through a buffer, and waits for no more bytes than a call needs. The input
-/// ends at its end, at an error of the system or at a stop signal. Used by one thread.
+/// ends at its end, at an error of the system or at a stop signal. For use by a single thread.
 class InputFile {
  public:
   /// Opens `path`, or standard input for "-". Throws `ToolError` when it cannot be opened or is a
@@ -77,7 +77,7 @@ class InputFile {
   bool fSignalIsEnd = false;
   bool fStopped = false;
   bool fEnded = false;
-  /// The system's error number. 0 for none.
+  /// The system's error number. 0 without an error.
   int fError = 0;
   std::vector<unsigned char> fBuffer;
   /// The unread part of the buffer.

@@ -24,7 +24,8 @@ constexpr mode_t kNewFileMode = 0666;
 constexpr mode_t kModeBits = 0777;
 constexpr std::size_t kBufferBytes = 0x10000;
 
-/// Facts of the file `path`, or of the open file `descriptor` for "-". Nothing if there is none.
+/// Facts of the file `path`, or of the open file `descriptor` for "-". Nothing if it does not
+/// exist.
 std::optional<struct stat> Examine(const std::string& path, int descriptor) {
   struct stat info = {};
   const int result =

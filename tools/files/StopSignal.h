@@ -9,7 +9,7 @@ namespace zlibvideo {
 /// error of the write. `main` calls it once, before any other thread exists.
 void InstallSignalHandlers();
 
-/// The signal that has come. 0 for none.
+/// The signal that has come. 0 before a signal.
 int StopSignal();
 
 /// Makes the first signal print `line`, which must outlive the process, to stderr.

@@ -19,7 +19,7 @@ enum ExitStatus : int {
   kExitMismatch = 3,
 };
 
-/// An error that stops the tool: a file that cannot be opened, a full disk. `what()` is one line
+/// An error that stops the tool: a file that cannot be opened, a full disk. `what()` is a line
 /// that names the file. `main` prints it and ends with the status.
 class ToolError : public std::runtime_error {
  public:

@@ -32,8 +32,9 @@ void ForEach(std::size_t count, unsigned int jobs,
 template <typename Result>
 class OrderedWork {
  public:
-  /// With one job, `Take` runs the work on the caller's thread. With more, each piece of work has a
-  /// thread: `jobs` threads, at most 8, and two that run while the caller waits for the oldest.
+  /// With a single job, `Take` runs the work on the caller's thread. With more, each piece of work
+  /// has a thread: `jobs` threads, at most 8, and two that run while the caller waits for the
+  /// oldest.
   explicit OrderedWork(unsigned int jobs)
       : fCapacity(jobs == 1 ? 1 : std::min(jobs, kMaxJobs) + kMoreThreads) {}
 
@@ -54,7 +55,7 @@ class OrderedWork {
   }
 
  private:
-  /// One thread cannot decode or record faster than 8 others read or encode pictures.
+  /// 8 threads read or encode pictures faster than a single thread decodes or records them.
   static constexpr unsigned int kMaxJobs = 8;
   static constexpr unsigned int kMoreThreads = 2;
 

@@ -9,7 +9,7 @@
 
 namespace zlibvideo {
 
-/// Where pictures to be encoded come from, one after another.
+/// The source of the pictures to encode, in order.
 class PictureSource {
  public:
   PictureSource() = default;
@@ -18,15 +18,15 @@ class PictureSource {
   PictureSource& operator=(const PictureSource&) = delete;
 
   /// Replaces `picture` by the next picture, of 1 to 4095 pixels a side. Returns false after the
-  /// last picture. There is at least one. Throws `ToolError`, which names the picture, when it
+  /// last picture. At least a picture comes. Throws `ToolError`, which names the picture, when it
   /// cannot be read. REQUIRES: no call has returned false or thrown.
   virtual bool Next(Picture* picture) = 0;
   /// The last picture that was read, as messages name it.
   virtual std::string Name() const = 0;
   /// The number of all pictures, if it is known.
   virtual std::optional<std::uint64_t> Count() const { return std::nullopt; }
-  /// Whether the pictures come in one stream. It may not come again, so the pictures before an
-  /// error are worth keeping.
+  /// Whether the pictures come in a stream. A stream may not come again: after an error, the
+  /// pictures before it are worth keeping.
   virtual bool IsStream() const = 0;
   /// Whether a stop signal is an ordinary end of the pictures.
   virtual bool EndsAtStopSignal() const { return false; }

@@ -13,7 +13,7 @@
 
 namespace zlibvideo {
 
-/// Pictures that follow one another in one input, as a running program may write them. If a stop
+/// Pictures that follow each other in an input, as a running program may write them. If a stop
 /// signal ends the input, `Next` drops a picture that is not complete. If it is the first picture,
 /// `Next` throws `StoppedBySignal`.
 class PictureStream : public PictureSource {

@@ -16,11 +16,11 @@
 
 namespace zlibvideo {
 
-/// A list of PNG files. Each "-" in the list is one picture from standard input. Other threads read
+/// A list of PNG files. Each "-" in the list is a picture from standard input. Other threads read
 /// files ahead.
 class PngFiles : public PictureSource {
  public:
-  /// `jobs` is the number of threads. REQUIRES: at least one path and one job.
+  /// `jobs` is the number of threads. REQUIRES: at least a path and a job.
   PngFiles(std::vector<std::string> paths, unsigned int jobs);
 
   bool Next(Picture* picture) override;
@@ -41,7 +41,7 @@ class PngFiles : public PictureSource {
   OrderedWork<Picture> fAhead;
 };
 
-/// PNG files one after another in one input.
+/// PNG files that follow each other in an input.
 class PngStream : public PictureStream {
  public:
   explicit PngStream(std::unique_ptr<InputFile> input) : PictureStream(std::move(input)) {}

@@ -8,7 +8,7 @@
 
 namespace zlibvideo {
 
-/// Pixels of pictures of one size, as `FrameView` has them, with nothing between. Opacity is
+/// Pixels of pictures of the same size, as `FrameView` has them, without gaps. Opacity is
 /// ignored: many programs leave any value there.
 class RawPictures : public PictureStream {
  public:

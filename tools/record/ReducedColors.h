@@ -34,8 +34,8 @@ class ReducedColors {
 
   /// Up to `kPaletteColors`.
   std::vector<std::uint32_t> fPalette;
-  /// For each 15-bit colour the first index of a palette colour that is cut to it, and for each of
-  /// these the next. `kNotInPalette` if there is none.
+  /// `fFirst` has for each 15-bit colour the first index of a palette colour that is cut to it.
+  /// `fNext` has for each index the next. `kNotInPalette` at the end.
   std::vector<std::int16_t> fFirst;
   std::vector<std::int16_t> fNext;
 };

@@ -60,7 +60,7 @@ std::unique_ptr<PictureSource> OpenPictures(const RecordArguments& arguments) {
                   ": is neither PNG nor y4m; if it is raw pictures, give --size WIDTHxHEIGHT");
 }
 
-/// One recording.
+/// A recording.
 class Recording {
  public:
   explicit Recording(const RecordArguments& arguments)

@@ -24,7 +24,7 @@ struct RecordArguments {
 /// ordinary end of a single input that is not a regular file. If the size of the pictures in a
 /// stream changes, a key frame of the new size follows. Returns an `ExitStatus`. Throws
 /// `ToolError`. If pictures of a stream were recorded before the error, the output has them, and
-/// the status is `kExitDamagedInput`. REQUIRES: at least one input. Raw pictures have a single
+/// the status is `kExitDamagedInput`. REQUIRES: an input or more. Raw pictures have a single
 /// input.
 int RunRecord(const RecordArguments& arguments);
 

@@ -15,8 +15,8 @@ namespace zlibvideo {
 /// Bytes of the length before each message of a message file.
 inline constexpr std::size_t kMessageLengthBytes = 3;
 
-/// One message of a message file. The bytes belong to the reader and are valid until its next call;
-/// they may be written to.
+/// A message of a message file. The bytes belong to the reader and are valid until its next call.
+/// They may be written to.
 struct FileMessage {
   unsigned char* bytes = nullptr;
   /// Bytes. 0 is a message like any other.
@@ -31,7 +31,7 @@ struct FileMessage {
 };
 
 /// Reads a message file front to back: for each message its length, 24-bit unsigned, most
-/// significant byte first, then the message. Holds one message, of less than 16 MiB, at a time.
+/// significant byte first, then the message. Holds a single message, of less than 16 MiB.
 class MessageFileReader {
  public:
   enum class Result {
@@ -63,7 +63,7 @@ class MessageFileReader {
   std::uint64_t BytesRead() const { return fBytesRead; }
   /// Messages read so far.
   std::uint64_t MessageCount() const { return fMessageCount; }
-  /// Bytes, when the file is a regular one.
+  /// Bytes of a regular file. Nothing for a pipe or a device.
   std::optional<std::uint64_t> FileSize() const { return fInput.Size(); }
 
  private:
@@ -87,7 +87,7 @@ class MessageFileWriter {
   /// Writes to `path`, or standard output for "-", as `OutputFile` does.
   explicit MessageFileWriter(const std::string& path) : fFile(path) {}
 
-  /// Appends one message and hands it to the system. Throws `ToolError` when it cannot be written,
+  /// Appends a message and hands it to the system. Throws `ToolError` when it cannot be written,
   /// or is longer than `kMaxLength`.
   void Write(const unsigned char* bytes, std::size_t length);
   /// Gives the file its name. Without this call, nothing is left.

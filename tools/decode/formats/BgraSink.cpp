@@ -5,7 +5,7 @@
 namespace zlibvideo {
 namespace {
 
-/// Writes the pixels of all pictures one after another, as `FrameView` has them.
+/// Writes the pixels of all pictures in a row, as `FrameView` has them.
 class BgraSink : public MovieSink {
  public:
   using MovieSink::MovieSink;

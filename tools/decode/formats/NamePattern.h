@@ -11,8 +11,8 @@ namespace zlibvideo {
 /// blanks or zeros to a width of up to two digits. %% is a percent sign.
 class NamePattern {
  public:
-  /// Reads `text`. A text without a number is a pattern for one file. Returns false, and leaves
-  /// `pattern` as it was, when `text` has any other percent sign or two numbers.
+  /// Reads `text`. A text without a number is a pattern for a single file. Returns false, and
+  /// leaves `pattern` as it was, when `text` has any other percent sign or two numbers.
   [[nodiscard]] static bool Parse(const std::string& text, NamePattern* pattern);
   /// The rule that such a text breaks, for people.
   static constexpr const char* kRule =

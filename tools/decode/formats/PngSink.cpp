@@ -15,7 +15,7 @@ namespace zlibvideo {
 namespace {
 
 /// Writes a PNG file for each picture, numbered by its message from 1. With "-" the files go to
-/// standard output one after another. A name without a number is for one picture. Other threads
+/// standard output in a row. A name without a number is for a single picture. Other threads
 /// encode the pictures. If a picture fails, the files before it stay in place.
 class PngSink : public FrameSink {
  public:
