@@ -34,6 +34,7 @@ InputFile::InputFile(const std::string& path) : fName(InputName(path)), fBuffer(
     ThrowSystemError(fName, "cannot be opened", errno);
   }
   if (S_ISDIR(info.st_mode)) throw ToolError(fName + ": is a directory, not a file");
+  if (S_ISREG(info.st_mode)) fStart = lseek(fDescriptor.number, 0, SEEK_CUR);
 }
 
 std::optional<std::uint64_t> InputFile::Size() const {
@@ -44,7 +45,7 @@ std::optional<std::uint64_t> InputFile::Size() const {
 
 void InputFile::GoTo(std::uint64_t offset) {
   fBegin = fEnd = 0;
-  fEnded = lseek(fDescriptor.number, static_cast<off_t>(offset), SEEK_SET) < 0;
+  fEnded = lseek(fDescriptor.number, fStart + static_cast<off_t>(offset), SEEK_SET) < 0;
   fError = fEnded ? errno : 0;
 }
 

@@ -1,6 +1,8 @@
 #ifndef ZLIBVIDEO_TOOLS_FILES_INPUTFILE_H
 #define ZLIBVIDEO_TOOLS_FILES_INPUTFILE_H
 
+#include <sys/types.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -31,7 +33,7 @@ class InputFile {
   /// Bytes of a regular file. Nothing for a pipe or a device.
   std::optional<std::uint64_t> Size() const;
 
-  /// Goes on reading at `offset`, in bytes from the start of a regular file.
+  /// Goes on reading a regular file at `offset`, in bytes from where the first read began.
   void GoTo(std::uint64_t offset);
 
   /// From now on a stop signal is an ordinary end of the input, not an error.
@@ -74,6 +76,8 @@ class InputFile {
 
   Descriptor fDescriptor;
   std::string fName;
+  /// Where reading of a regular file began: another program may have read standard input before.
+  off_t fStart = 0;
   bool fSignalIsEnd = false;
   bool fStopped = false;
   bool fEnded = false;
