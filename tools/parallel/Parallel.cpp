@@ -6,17 +6,15 @@
 namespace zlibvideo {
 
 void ForEach(std::size_t count, unsigned int jobs,
-             const std::function<void(std::size_t, unsigned int)>& body) {
+             const std::function<void(std::size_t item)>& body) {
   std::atomic<std::size_t> next = 0;
-  const auto work = [&](unsigned int worker) {
-    for (std::size_t item = next++; item < count; item = next++) body(item, worker);
+  const std::function<void()> work = [&] {
+    for (std::size_t item = next++; item < count; item = next++) body(item);
   };
-  const auto workers = static_cast<unsigned int>(std::min<std::size_t>(count, jobs));
+  const std::size_t threads = std::min<std::size_t>(count, jobs);
   std::vector<std::future<void>> others;
-  for (unsigned int worker = 1; worker < workers; ++worker) {
-    others.push_back(InBackground<void>([&work, worker] { work(worker); }));
-  }
-  work(0);
+  while (others.size() + 1 < threads) others.push_back(InBackground(work));
+  work();
   for (std::future<void>& other : others) other.get();
 }
 

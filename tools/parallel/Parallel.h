@@ -20,12 +20,11 @@ std::future<Result> InBackground(const std::function<Result()>& work) {
   return std::async(std::launch::async | std::launch::deferred, work);
 }
 
-/// Calls `body(item, worker)` once for each item from 0 to `count` - 1, on up to `jobs` threads,
-/// the caller's included, and returns after the last call. Items start in order. `worker`, below
-/// `jobs`, numbers the thread. If a call throws, the exception is thrown here after all threads
-/// have ended.
+/// Calls `body(item)` once for each item from 0 to `count` - 1, on up to `jobs` threads, the
+/// caller's included, and returns after the last call. Items start in order. If a call throws, the
+/// exception is thrown here after all threads have ended.
 void ForEach(std::size_t count, unsigned int jobs,
-             const std::function<void(std::size_t item, unsigned int worker)>& body);
+             const std::function<void(std::size_t item)>& body);
 
 /// Runs work on other threads and returns the results in the order in which the work began. For use
 /// by one thread. The destructor waits for all work.

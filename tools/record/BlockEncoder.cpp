@@ -9,6 +9,7 @@
 #include "bitstream/MessageBody.h"
 #include "grid/BlockFormat.h"
 #include "grid/Sizes.h"
+#include "tools/record/Deflate.h"
 #include "tools/stream/SpanOf.h"
 
 namespace zlibvideo {
@@ -45,14 +46,8 @@ std::size_t BlockPayload::RecordSize(int codecType) const {
   return bytes.size() + (codecType == kCodecTypeVersion2 ? header.Size() : 0);
 }
 
-BlockEncoder::BlockEncoder(const RecordOptions& options)
-    : fCodecType(options.codecType),
-      fRenewPercent(options.renewPercent),
-      fZlib(StreamForm::kZlib, options.level),
-      fRaw(StreamForm::kRawDeflate, options.level) {}
-
 BlockPayload BlockEncoder::Encode(const BitmapDataBlock& block, ByteSpan pixels,
-                                  const Forms& forms) {
+                                  const Forms& forms) const {
   if (!forms.intermediate || !HasReference(block, pixels)) return Direct(pixels, forms.colors);
   const Band band = ChangedRows(block, pixels);
   // A band of no rows: the block goes back to its reference.
@@ -82,13 +77,14 @@ BlockEncoder::Band BlockEncoder::ChangedRows(const BitmapDataBlock& block, ByteS
   return {begin, end - begin};
 }
 
-BlockPayload BlockEncoder::Direct(ByteSpan pixels, const ReducedColors* colors) {
+BlockPayload BlockEncoder::Direct(ByteSpan pixels, const ReducedColors* colors) const {
   const std::vector<unsigned char> carried = Carried(pixels, colors);
-  return {{static_cast<std::uint8_t>(ColorField(colors)), 0, 0}, fZlib.Compress(SpanOf(carried))};
+  return {{static_cast<std::uint8_t>(ColorField(colors)), 0, 0},
+          Deflate(StreamForm::kZlib, fLevel, SpanOf(carried))};
 }
 
 BlockPayload BlockEncoder::Primed(const BitmapDataBlock& block, ByteSpan pixels, Band band,
-                                  const ReducedColors* colors) {
+                                  const ReducedColors* colors) const {
   const unsigned int rowBytes = RowBytes(block);
   const std::vector<unsigned char> carried = Carried(
       {pixels.data + std::size_t{band.firstRow} * rowBytes, band.rowCount * rowBytes}, colors);
@@ -96,9 +92,10 @@ BlockPayload BlockEncoder::Primed(const BitmapDataBlock& block, ByteSpan pixels,
   static_assert(FrameHeader::kMaxBlockSize - 1 <= std::numeric_limits<std::uint8_t>::max());
   const bool isWhole = band.rowCount == static_cast<unsigned int>(block.fHeight);
   const unsigned int format = ColorField(colors) | kFormatPrimed | (isWhole ? 0 : kFormatDiffRows);
-  return {{static_cast<std::uint8_t>(format), static_cast<std::uint8_t>(band.firstRow),
-           static_cast<std::uint8_t>(band.rowCount)},
-          fRaw.Compress(SpanOf(carried), PrimingDictionary(block, format))};
+  return {
+      {static_cast<std::uint8_t>(format), static_cast<std::uint8_t>(band.firstRow),
+       static_cast<std::uint8_t>(band.rowCount)},
+      Deflate(StreamForm::kRawDeflate, fLevel, SpanOf(carried), PrimingDictionary(block, format))};
 }
 
 bool BlockEncoder::IsPreferred(const BlockPayload& direct, const BlockPayload& intermediate) const {

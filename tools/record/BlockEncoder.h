@@ -7,7 +7,6 @@
 #include "bitstream/ByteSpan.h"
 #include "bitstream/MessageBody.h"
 #include "grid/BitmapDataBlock.h"
-#include "tools/record/Deflater.h"
 #include "tools/record/RecordOptions.h"
 #include "tools/record/ReducedColors.h"
 
@@ -25,11 +24,12 @@ struct BlockPayload {
   std::size_t RecordSize(int codecType) const;
 };
 
-/// Finds the smallest payload that turns a block of the decoder into given pixels. For one thread.
+/// Finds the smallest payload that turns a block of the decoder into given pixels. Several threads
+/// can use an encoder at once.
 ///
-/// Forms that do not win are not made: of a block that has a reference, those without its
-/// dictionary, or with rows that have not changed. Of a direct one in reduced colours, that of
-/// 3-byte pixels. On recordings of a desktop, trying them all gains a hundredth of a percent.
+/// Some forms are never tried: for a block with a reference, forms without its dictionary or with
+/// unchanged rows; for a direct payload in reduced colours, 3-byte pixels. On recordings of a
+/// desktop, trying them all gains a hundredth of a percent.
 class BlockEncoder {
  public:
   /// The forms that a payload may have besides direct 3-byte pixels.
@@ -40,26 +40,26 @@ class BlockEncoder {
     const ReducedColors* colors = nullptr;
   };
 
-  explicit BlockEncoder(const RecordOptions& options);
+  explicit BlockEncoder(const RecordOptions& options)
+      : fCodecType(options.codecType), fRenewPercent(options.renewPercent), fLevel(options.level) {}
 
   /// The smallest payload for `pixels`, laid out as in a block's buffer, and a block in this
   /// state. A direct payload wins a tie, or as much more as the options allow, because it renews
   /// the reference data. The payload may be too large for a record.
-  BlockPayload Encode(const BitmapDataBlock& block, ByteSpan pixels, const Forms& forms);
+  BlockPayload Encode(const BitmapDataBlock& block, ByteSpan pixels, const Forms& forms) const;
 
  private:
   struct Band;
 
   static Band ChangedRows(const BitmapDataBlock& block, ByteSpan pixels);
-  BlockPayload Direct(ByteSpan pixels, const ReducedColors* colors);
+  BlockPayload Direct(ByteSpan pixels, const ReducedColors* colors) const;
   BlockPayload Primed(const BitmapDataBlock& block, ByteSpan pixels, Band band,
-                      const ReducedColors* colors);
+                      const ReducedColors* colors) const;
   bool IsPreferred(const BlockPayload& direct, const BlockPayload& intermediate) const;
 
   int fCodecType;
   unsigned int fRenewPercent;
-  Deflater fZlib;
-  Deflater fRaw;
+  int fLevel;
 };
 
 }  // namespace zlibvideo

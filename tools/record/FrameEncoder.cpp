@@ -9,6 +9,7 @@
 #include "grid/BlockFormat.h"
 #include "grid/Sizes.h"
 #include "tools/parallel/Parallel.h"
+#include "tools/record/Deflate.h"
 #include "tools/record/RecordError.h"
 #include "tools/stream/SpanOf.h"
 #include "tools/terminal/Wording.h"
@@ -72,7 +73,7 @@ bool FrameEncoder::Pass::IsShownBy(const BitmapDataBlock& block) const {
 }
 
 FrameEncoder::FrameEncoder(int width, int height, const RecordOptions& options)
-    : fOptions(options), fHeader(MakeHeader(width, height, options)) {
+    : fOptions(options), fHeader(MakeHeader(width, height, options)), fBlockEncoder(options) {
   if (!fDecoder.SetupCodec(width, height, options.blockWidth, options.blockHeight)) {
     throw RecordError("no memory for the block grid");
   }
@@ -81,7 +82,6 @@ FrameEncoder::FrameEncoder(int width, int height, const RecordOptions& options)
       fBlocks.push_back(fDecoder.GetBlock(row, column));
     }
   }
-  for (unsigned int i = 0; i < options.jobs; ++i) fBlockEncoders.emplace_back(options);
 }
 
 const std::vector<unsigned char>& FrameEncoder::Encode(const Picture& picture) {
@@ -143,10 +143,9 @@ void FrameEncoder::WriteVersion2Body(const Picture& picture, bool keyFrame) {
 Picture FrameEncoder::Reduce(const Picture& picture) const {
   Picture reduced = picture;
   const auto width = static_cast<std::size_t>(picture.width);
-  ForEach(static_cast<std::size_t>(picture.height), fOptions.jobs,
-          [&](std::size_t row, unsigned int /*worker*/) {
-            fColors->Reduce(&reduced.pixels[row * width * Picture::kPixelBytes], width);
-          });
+  ForEach(static_cast<std::size_t>(picture.height), fOptions.jobs, [&](std::size_t row) {
+    fColors->Reduce(&reduced.pixels[row * width * Picture::kPixelBytes], width);
+  });
   return reduced;
 }
 
@@ -154,7 +153,7 @@ void FrameEncoder::WritePalette() {
   const std::size_t start = fMessage.size();
   const std::vector<unsigned char> colors = fColors->PaletteBytes();
   const std::vector<unsigned char> palette =
-      Deflater(StreamForm::kZlib, fOptions.level).Compress(SpanOf(colors));
+      Deflate(StreamForm::kZlib, fOptions.level, SpanOf(colors));
   AppendSize(palette.size());
   fMessage.insert(fMessage.end(), palette.begin(), palette.end());
   if (!fDecoder.ApplyPalette(&fMessage, start)) throw RecordError("its palette does not decode");
@@ -178,11 +177,11 @@ bool FrameEncoder::WritePass(const Pass& pass) {
 
 std::vector<std::optional<BlockPayload>> FrameEncoder::EncodeBlocks(const Pass& pass) {
   std::vector<std::optional<BlockPayload>> payloads(fBlocks.size());
-  ForEach(fBlocks.size(), fOptions.jobs, [&](std::size_t i, unsigned int worker) {
+  ForEach(fBlocks.size(), fOptions.jobs, [&](std::size_t i) {
     const BitmapDataBlock& block = *fBlocks[i];
     if (!pass.sendAll && pass.IsShownBy(block)) return;
     const std::vector<unsigned char> pixels = CutBlock(pass.target, block);
-    payloads[i] = fBlockEncoders[worker].Encode(block, SpanOf(pixels), pass.forms);
+    payloads[i] = fBlockEncoder.Encode(block, SpanOf(pixels), pass.forms);
   });
   return payloads;
 }

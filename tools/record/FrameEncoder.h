@@ -2,7 +2,6 @@
 #define ZLIBVIDEO_TOOLS_RECORD_FRAMEENCODER_H
 
 #include <cstddef>
-#include <deque>
 #include <optional>
 #include <vector>
 
@@ -61,8 +60,7 @@ class FrameEncoder {
   DecoderModel fDecoder;
   /// Those of `fDecoder`, in the order in which a pass sends them.
   std::vector<BitmapDataBlock*> fBlocks;
-  /// For each thread.
-  std::deque<BlockEncoder> fBlockEncoders;
+  BlockEncoder fBlockEncoder;
   std::optional<ReducedColors> fColors;
   std::vector<unsigned char> fMessage;
   unsigned long fMessagesMade = 0;
