@@ -20,12 +20,19 @@ namespace {
 
 constexpr unsigned char kOpaque = 0xFF;
 
-/// Bytes that `pixels` pixels of a block take.
+// The places of blue, green and red in a bitmap pixel. In the C interface, red is first.
+#ifdef ZLIBVIDEO_RED_FIRST
+constexpr int kPlaces[kBlockPixelBytes] = {2, 1, 0};
+#else
+constexpr int kPlaces[kBlockPixelBytes] = {0, 1, 2};
+#endif
+
+/// The bytes of `pixels` pixels of a block.
 std::ptrdiff_t SourceOffset(int pixels) {
   return std::ptrdiff_t{pixels} * kBlockPixelBytes;
 }
 
-/// Bytes that `pixels` pixels of a bitmap take.
+/// The bytes of `pixels` pixels of a bitmap.
 std::ptrdiff_t TargetOffset(int pixels) {
   return std::ptrdiff_t{pixels} * kBitmapPixelBytes;
 }
@@ -54,11 +61,15 @@ std::uint64_t WidenTwoPixels(std::uint64_t word) {
   constexpr std::uint64_t kFirst = 0x0000'0000'00FF'FFFF;
   constexpr std::uint64_t kSecond = 0x0000'FFFF'FF00'0000;
   constexpr std::uint64_t kAlphas = 0xFF00'0000'FF00'0000;
-  return (word & kFirst) | (word & kSecond) << 8 | kAlphas;
+  const std::uint64_t spread = (word & kFirst) | (word & kSecond) << 8;
+  if constexpr (kPlaces[0] == 0) return spread | kAlphas;
+  constexpr std::uint64_t kLowest = 0x0000'00FF'0000'00FF;
+  constexpr std::uint64_t kGreens = 0x0000'FF00'0000'FF00;
+  return (spread & kLowest) << 16 | (spread & kGreens) | (spread >> 16 & kLowest) | kAlphas;
 }
 
-/// 24 bytes to 32. The words loaded overlap: two pixels are three quarters of one. The last is
-/// taken from the last 8 bytes, so that nothing after them is read.
+/// 24 bytes to 32. The loaded words overlap: two pixels are three quarters of a word. The last word
+/// is the last 8 bytes, so no byte after them is read.
 void WidenEightPixels(const unsigned char* source, unsigned char* target) {
   StoreWord(target, WidenTwoPixels(LoadWord(source)));
   StoreWord(target + 8, WidenTwoPixels(LoadWord(source + 6)));
@@ -67,16 +78,16 @@ void WidenEightPixels(const unsigned char* source, unsigned char* target) {
 }
 
 void WidenPixel(const unsigned char* source, unsigned char* target) {
-  target[0] = source[0];
-  target[1] = source[1];
-  target[2] = source[2];
+  target[kPlaces[0]] = source[0];
+  target[kPlaces[1]] = source[1];
+  target[kPlaces[2]] = source[2];
   target[3] = kOpaque;
 }
 
-// `targets` comes by reference. Passed by value it would be stored piecewise and loaded whole,
-// which defeats store forwarding: every block would stall on the stores of the one before. Each
-// version copies it into registers. Read through the reference it would be reloaded for every row,
-// because the stores of pixels may alias it.
+// `targets` is a reference. As a value it would be stored piecewise and loaded whole, which defeats
+// store forwarding: every block would wait for the stores of the block before. Each version copies
+// it into registers. Without the copy it would be reloaded for every row, because the stores of
+// pixels may alias it.
 
 void WidenRowsPortably(const unsigned char* source, const BitmapRows& targets, int rows,
                        int pixels) {
@@ -98,16 +109,16 @@ void WidenRowsPortably(const unsigned char* source, const BitmapRows& targets, i
   }
 }
 
-// The versions below work in groups of 16 pixels. A block's width is a multiple of 16, but in the
-// last column, which may be cut: there, the last group of a row still ends with the row and
-// overlaps the group before it, whose pixels are then written twice. Rows shorter than a group go
-// the portable way. No group reads or writes a byte that is not its own.
+// The versions below write groups of 16 pixels. The width of a block is a multiple of 16, except in
+// the last column, which may be cut. There, the last group ends with the row and overlaps the group
+// before it, so some pixels are written twice. Rows shorter than a group are written portably. No
+// group reads or writes a byte outside its pixels.
 constexpr int kGroup = 16;
 
 using GroupWidener = void (*)(const unsigned char* source, unsigned char* target);
 
-/// Inlined into its caller, as `widenGroup` is into it, so that all is compiled for the processor
-/// that the caller is for.
+/// Inlined into its caller, and `widenGroup` into it. So all is compiled for the caller's
+/// processor.
 template <GroupWidener widenGroup>
 [[gnu::always_inline]] inline void WidenRowsInGroups(const unsigned char* source,
                                                      const BitmapRows& targets, int rows,
@@ -131,33 +142,37 @@ template <GroupWidener widenGroup>
 
 #ifdef ZLIBVIDEO_WIDEN_X86
 
-// Eight pixels are 24 bytes of a block and 32 of the bitmap, and loads are 16 bytes wide. One lane
-// of 16 bytes takes four pixels: the first from bytes 0 to 15, where they stand in front,
+// Eight pixels are 24 bytes of a block and 32 bytes of the bitmap. A load reads 16 bytes and gives
+// four pixels. The first load reads bytes 0 to 15. Its pixels are in front:
 //
-//   block    B0 G0 R0 B1 G1 R1 B2 G2 R2 B3 G3 R3 b4 g4 r4 b5    unused: what is in small letters
+//   block    B0 G0 R0 B1 G1 R1 B2 G2 R2 B3 G3 R3 b4 g4 r4 b5    small letters: not used
 //   bitmap   B0 G0 R0 FF B1 G1 R1 FF B2 G2 R2 FF B3 G3 R3 FF
 //
-// and the other from bytes 8 to 23, where they stand behind, so that no byte after them is read:
+// The other load reads bytes 8 to 23, and no byte after them. Its pixels are behind:
 //
 //   block    r2 b3 g3 r3 B4 G4 R4 B5 G5 R5 B6 G6 R6 B7 G7 R7
 //   bitmap   B4 G4 R4 FF B5 G5 R5 FF B6 G6 R6 FF B7 G7 R7 FF
 //
-// For each byte of the bitmap, the byte of the load that goes there; -1 makes a 0, which the alpha
-// then fills.
+// For each byte of the bitmap, the tables have the number of its byte in the load. -1 makes a 0,
+// which then becomes alpha.
 alignas(32) constexpr signed char kSpread[2][16] = {
+#ifdef ZLIBVIDEO_RED_FIRST
+    {2, 1, 0, -1, 5, 4, 3, -1, 8, 7, 6, -1, 11, 10, 9, -1},
+    {6, 5, 4, -1, 9, 8, 7, -1, 12, 11, 10, -1, 15, 14, 13, -1},
+#else
     {0, 1, 2, -1, 3, 4, 5, -1, 6, 7, 8, -1, 9, 10, 11, -1},
     {4, 5, 6, -1, 7, 8, 9, -1, 10, 11, 12, -1, 13, 14, 15, -1},
+#endif
 };
 constexpr int kOtherFourPixels = 8;
 constexpr int kAlphaBits = static_cast<int>(0xFF000000);
 
-/// How far ahead, in bytes, source is prefetched: the processor's own prefetcher has to learn the
-/// addresses of each block anew. Prefetching the target as well was slower. The version for NEON
-/// has none, for lack of a measurement.
+/// The distance of the prefetch, in bytes. The processor's own prefetcher must learn the addresses
+/// of each block anew. Prefetching the target as well was slower. On NEON it is not measured, so
+/// that version has no prefetch.
 constexpr std::intptr_t kPrefetchDistance = 1024;
 
-/// The address is a mere number here: what lies past a block's end is the allocator's choice, and a
-/// prefetch of it is harmless.
+/// The address may lie past the block's end, so it is a number here. Its prefetch is harmless.
 void PrefetchAhead(const unsigned char* source) {
   const std::intptr_t address = reinterpret_cast<std::intptr_t>(source) + kPrefetchDistance;
   _mm_prefetch(reinterpret_cast<const char*>(address), _MM_HINT_T0);
@@ -219,7 +234,8 @@ __m128i Load16(const unsigned char* bytes) {
 
 void WidenGroupNeon(const unsigned char* source, unsigned char* target) {
   const uint8x16x3_t colors = vld3q_u8(source);
-  vst4q_u8(target, {colors.val[0], colors.val[1], colors.val[2], vdupq_n_u8(kOpaque)});
+  vst4q_u8(target,
+           {colors.val[kPlaces[0]], colors.val[1], colors.val[kPlaces[2]], vdupq_n_u8(kOpaque)});
 }
 
 void WidenRowsNeon(const unsigned char* source, const BitmapRows& targets, int rows, int pixels) {
