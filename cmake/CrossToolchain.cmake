@@ -5,6 +5,7 @@ list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES
 
 string(REGEX MATCH "^[^-]+" CMAKE_SYSTEM_PROCESSOR ${ZLIBVIDEO_CROSS_TRIPLET})
 set(CMAKE_SYSTEM_NAME Linux)
+set(CMAKE_C_COMPILER ${ZLIBVIDEO_CROSS_TRIPLET}-gcc)
 set(CMAKE_CXX_COMPILER ${ZLIBVIDEO_CROSS_TRIPLET}-g++)
 
 # The folders of libraries are named by the architecture, which "i686" is more than.

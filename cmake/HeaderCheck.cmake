@@ -1,7 +1,7 @@
 # Target header_check: compiles each header of the project alone and twice over, so that a header
 # without its guard, or without an include that it needs, does not build. Public headers have
 # their public names there, and are C++17; headers of the stand-in host are C++20.
-set(folders host decoder grid bitstream colour output tools tests fuzz bench examples)
+set(folders host decoder grid bitstream colour output capi tools tests fuzz bench examples)
 list(TRANSFORM folders APPEND /*.h)
 file(GLOB_RECURSE headers CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR} ${folders})
 list(REMOVE_ITEM headers ${zlibvideo_public_headers})

@@ -6,6 +6,7 @@ set(zlibvideo_public_headers
   bitstream/FrameHeader.h
   bitstream/MemoryBound.h
   bitstream/StandaloneFinder.h
+  capi/zlibvideo.h
   decoder/Version.h
   decoder/ZLibVideoDecompressor.h
   grid/BitmapDataBlock.h
