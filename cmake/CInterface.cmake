@@ -10,6 +10,11 @@ target_compile_options(zlibvideo_c_objects PRIVATE
 target_include_directories(zlibvideo_c_objects PRIVATE ${ZLIB_INCLUDE_DIRS})
 set_target_properties(zlibvideo_c_objects PROPERTIES EXCLUDE_FROM_ALL ON)
 
+if(CMAKE_SYSTEM_PROCESSOR STREQUAL wasm32)
+  add_subdirectory(web)
+  return()
+endif()
+
 # Both libraries are made of a single object. All other names are local to it, and functions that
 # nothing calls are gone.
 add_custom_command(OUTPUT zlibvideo_c.o

@@ -1,0 +1,16 @@
+# Toolchain of script/web: Debian's Clang with its C library for WebAssembly.
+set(CMAKE_SYSTEM_NAME Generic)
+set(CMAKE_SYSTEM_PROCESSOR wasm32)
+set(CMAKE_C_COMPILER clang-14)
+set(CMAKE_CXX_COMPILER clang++-14)
+set(CMAKE_C_COMPILER_TARGET wasm32-wasi)
+set(CMAKE_CXX_COMPILER_TARGET wasm32-wasi)
+set(CMAKE_AR llvm-ar-14)
+set(CMAKE_RANLIB llvm-ranlib-14)
+# With vectors of 128 bits a message is about a tenth faster.
+set(CMAKE_C_FLAGS_INIT "-msimd128 -mbulk-memory")
+set(CMAKE_CXX_FLAGS_INIT "-msimd128 -mbulk-memory")
+set(CMAKE_EXE_LINKER_FLAGS_INIT "-mexec-model=reactor -nostdlib++")
+set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
+set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
