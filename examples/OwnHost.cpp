@@ -2,6 +2,9 @@
 // surface that it draws into. Copy it to begin a host of your own.
 //
 //   example_own_host samples/desktop.zvm
+//
+// Prints a line for each message: its number, 1 if it was decoded, the size of the picture and the
+// CRC-32 of its pixels. Beside each sample is the list of the right lines.
 
 #include <cstddef>
 #include <cstdio>
@@ -10,6 +13,7 @@
 #include <new>
 #include <vector>
 
+#include <zlib.h>
 #include <zlibvideo/decoder/ZLibVideoDecompressor.h>
 #include <zlibvideo/host/GCHeap.h>
 #include <zlibvideo/host/SBitmapCore.h>
@@ -42,14 +46,13 @@ struct Video : SObject {
   RenderRecord fRecord = {&fSurface};
 };
 
-// The decoder's memory. Zero-filled, so that no picture shows old bytes of this process.
+// The decoder's memory. Zero-filled, so that no picture shows old bytes of this process. Without
+// memory, `std::bad_alloc` reaches the caller of the decoder.
 void* Vorn::SystemNew(unsigned long size, FixedMallocOpts /*opts*/) {
-  void* memory = std::calloc(1, size);
-  if (memory == nullptr) throw std::bad_alloc();  // reaches the caller of the decoder
-  return memory;
+  return new unsigned char[size]();
 }
 void Vorn::SystemDelete(void* memory) {
-  std::free(memory);
+  delete[] static_cast<unsigned char*>(memory);
 }
 void Vorn::GCHeap::SignalObjectTooLarge() {
   std::abort();
@@ -88,6 +91,17 @@ static bool ReadMessage(std::FILE* file, std::vector<unsigned char>* message) {
   return std::fread(message->data(), 1, message->size(), file) == message->size();
 }
 
+// Of the pixels alone: rows may be longer.
+static unsigned long CrcOfPixels(const Surface& surface) {
+  const auto rowBytes = static_cast<unsigned int>(surface.GetWidth() * 4);
+  unsigned long crc = 0;
+  for (int row = 0; row < surface.GetHeight(); ++row) {
+    const std::ptrdiff_t offset = std::ptrdiff_t{surface.GetRowLength()} * row;
+    crc = crc32(crc, surface.fPixels.get() + offset, rowBytes);
+  }
+  return crc;
+}
+
 int main(int argc, char** argv) {
   std::FILE* file = argc == 2 ? std::fopen(argv[1], "rb") : nullptr;
   if (file == nullptr) {
@@ -98,16 +112,17 @@ int main(int argc, char** argv) {
   auto* decoder = new ZLibVideoDecompressor(nullptr, nullptr);
   const Vorn::GCAPI::GCRef<SObject> reference(&video);
   std::vector<unsigned char> message;
-  int decoded = 0;
+  int number = 0;
   int failed = 0;
-  while (ReadMessage(file, &message)) {
+  for (; ReadMessage(file, &message); ++number) {
     const int length = static_cast<int>(message.size());
     const bool ok = decoder->DecompressVideoEmbedded(reference, message.data(), length);
-    ++(ok ? decoded : failed);
+    failed += ok ? 0 : 1;
+    const Surface& surface = video.fSurface;
+    std::printf("%d %d %dx%d %08lx\n", number, ok ? 1 : 0, surface.GetWidth(), surface.GetHeight(),
+                CrcOfPixels(surface));
   }
   decoder->DecRef();
   std::fclose(file);
-  std::printf("%d x %d pixels, %d messages decoded, %d failed\n", video.fSurface.GetWidth(),
-              video.fSurface.GetHeight(), decoded, failed);
-  return decoded != 0 && failed == 0 ? 0 : 2;
+  return number != 0 && failed == 0 ? 0 : 2;
 }

@@ -18,15 +18,14 @@ else()
 endif()
 enable_testing()
 
-# add_player(NAME [SOURCE...]): the program of Host.cpp, Play.cpp, Main.cpp and the given sources.
-# Its tests play the samples.
+include(${CMAKE_CURRENT_LIST_DIR}/SampleTest.cmake)
+
+# add_player(NAME [SOURCE...]): the program of examples/OwnHost.cpp and the given sources. Its tests
+# play the samples. zlib is for the program: it prints check values.
 function(add_player name)
-  set(consumers ${CMAKE_CURRENT_FUNCTION_LIST_DIR})
-  add_executable(${name}
-    ${consumers}/Host.cpp ${consumers}/Play.cpp ${consumers}/Main.cpp ${ARGN})
-  target_link_libraries(${name} PRIVATE zlibvideo::zlibvideo)
+  add_executable(${name} ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/../../examples/OwnHost.cpp ${ARGN})
+  target_link_libraries(${name} PRIVATE zlibvideo::zlibvideo z)
   foreach(sample IN ITEMS desktop desktop-v2 desktop-v2-reduced)
-    set(stream ${consumers}/../../samples/${sample})
-    add_test(NAME ${name}.${sample} COMMAND ${name} ${stream}.zvm ${stream}.hashes)
+    add_sample_test(${name} ${sample})
   endforeach()
 endfunction()
