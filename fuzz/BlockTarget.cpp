@@ -1,16 +1,18 @@
-// Fuzz target: one version-2 block of any size, header bytes, prior data and payload.
+// Fuzz target: a block of version 2 of any size, header bytes, prior data and payload.
 
 #include <cstring>
 
+#include "bitstream/MessageBody.h"
 #include "decoder/ZLibVideoDecompressor.h"
-#include "fuzz/Messages.h"
+#include "fuzz/Require.h"
 #include "grid/BlockFormat.h"
 #include "grid/Sizes.h"
+#include "tests/StreamBuilder.h"
 
 namespace zlibvideo {
 namespace {
 
-/// What an input begins with. The payload follows.
+/// An input begins with these bytes. The payload follows.
 struct BlockCase {
   std::uint8_t blockSizeCodes, width, height;
   BlockHeader header;
@@ -18,7 +20,8 @@ struct BlockCase {
 };
 constexpr std::size_t kCaseSize = sizeof(BlockCase);
 
-/// Prior data, from none to too much. With the high bit its buffer exists even when it is empty.
+/// Prior data, from no bytes to too many. With the high bit its buffer exists even when it is
+/// empty.
 void SetPrior(const std::uint8_t (&field)[3], BitmapDataBlock* block,
               bool (BitmapDataBlock::*set)(const unsigned char*, std::int32_t)) {
   const std::int32_t size = ((field[0] & 0x7F) << 16 | field[1] << 8 | field[2]) %
@@ -46,7 +49,7 @@ struct OneBlockDecoder : ZLibVideoDecompressor {
 };
 
 Bytes Previous(const BitmapDataBlock& block) {
-  return CopyOf({block.fPreviousData, static_cast<unsigned int>(block.fPreviousDataSize)});
+  return {block.fPreviousData, block.fPreviousData + block.fPreviousDataSize};
 }
 
 }  // namespace
@@ -61,11 +64,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const Bytes previous = Previous(*block);
   const auto room = static_cast<unsigned int>(block->fRawDataCapacity);
   unsigned int length = room;
-  const bool decoded =
-      decoder.UnpackOneV2Block(block, 0, payload.data(), SpanOf(payload).size, nullptr, &length);
+  const bool decoded = decoder.UnpackOneV2Block(
+      block, 0, payload.data(), static_cast<unsigned int>(payload.size()), nullptr, &length);
   Require(decoded ? length <= room : length == room && !block->fProcessed);
   const bool replaced = IsDirect(from.header.format) && block->fProcessed;
-  Require(Previous(*block) == (replaced ? CopyOf({block->fRawData, length}) : previous));
+  Require(Previous(*block) ==
+          (replaced ? Bytes(block->fRawData, block->fRawData + length) : previous));
   if (decoded && HasBand(from.header.format) && from.header.diffRowCount != 0) {
     // The band lies within the block and its previous data, which shows in the rows before it.
     const std::ptrdiff_t row = std::ptrdiff_t{kBlockPixelBytes} * block->fWidth;

@@ -1,14 +1,17 @@
-// Fuzz target: the messages of a file against one decoder. All of the bitmap is read after each.
+// Fuzz target: a decoder decodes the messages of a file. All of the bitmap is read after each.
 
 #include <zlib.h>
 
+#include <algorithm>
 #include <span>
 
+#include "bitstream/FrameHeader.h"
 #include "decoder/ZLibVideoDecompressor.h"
-#include "fuzz/Messages.h"
+#include "fuzz/Require.h"
+#include "host/BitmapPixel.h"
 #include "host/standin/StandInMessage.h"
 #include "host/standin/StandInVideoObject.h"
-#include "output/RowWidener.h"
+#include "tests/StreamBuilder.h"
 
 namespace zlibvideo {
 namespace {
@@ -18,12 +21,20 @@ unsigned long ShownCrc(StandInVideoObject* video) {
   return crc32_z(0, pixels.data(), pixels.size());
 }
 
-void DecodeMessage(ZLibVideoDecompressor* decoder, Bytes* bytes, StandInVideoObject* video) {
+/// Larger pictures take the fuzzer too much time.
+constexpr int kMaxPixels = 1 << 16;
+
+void DecodeMessage(ZLibVideoDecompressor* decoder, ByteSpan bytes, StandInVideoObject* video) {
   FrameHeader header;
-  if (!ReadSmallHeader(*bytes, &header) && bytes->size() >= FrameHeader::kSize) return;
+  ByteCursor cursor(bytes);
+  if (FrameHeader::Read(&cursor, &header) && header.imageWidth * header.imageHeight > kMaxPixels) {
+    return;
+  }
   const unsigned long before = ShownCrc(video);
-  StandInMessage message(bytes->data(), SpanOf(*bytes).size);
-  // The decoder makes no difference between frame types. Here one stands for a caller's wish.
+  Bytes copy(bytes.data, bytes.data + bytes.size);  // its memory ends where the message ends
+  StandInMessage message(copy.data(), bytes.size);
+  // All frame types are the same to the decoder. This frame type is a message without a video
+  // object.
   const bool visible = header.frameType != 15;
   const bool decoded = decoder->DecompressVideoMessage(visible ? video->Ref() : nullptr, &message,
                                                        false, false) == 1;
@@ -39,8 +50,12 @@ void DecodeMessage(ZLibVideoDecompressor* decoder, Bytes* bytes, StandInVideoObj
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   auto* decoder = new ZLibVideoDecompressor(nullptr, nullptr);
   StandInVideoObject video;
-  auto messages = SplitMessages({data, static_cast<unsigned int>(size)});
-  for (Bytes& message : messages) DecodeMessage(decoder, &message, &video);
+  ByteCursor file(data, static_cast<unsigned int>(size));
+  std::uint32_t length = 0;
+  ByteSpan message;  // the last may be cut off
+  while (file.ReadU24(&length) && file.ReadSpan(std::min(length, file.Remaining()), &message)) {
+    DecodeMessage(decoder, message, &video);
+  }
   decoder->DecRef();
   return 0;
 }
