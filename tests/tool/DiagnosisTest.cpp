@@ -6,7 +6,6 @@
 
 #include "tests/StreamBuilder.h"
 #include "tools/stream/Diagnosis.h"
-#include "tools/stream/FailureRun.h"
 #include "tools/stream/StreamDecoder.h"
 
 namespace zlibvideo {
@@ -75,7 +74,7 @@ TEST(DiagnosisTest, NamesPlaceAndFault) {
   for (Fault& fault : Faults()) {
     StreamDecoder stream;
     fault.before.push_back(fault.damaged);
-    Bytes bytes(4096);  // all messages at one address, as in a reader's buffer
+    Bytes bytes(4096);  // all messages at the same address, as in a reader's buffer
     for (const Message& message : fault.before) {
       const Bytes built = message.Build();
       std::copy(built.begin(), built.end(), bytes.begin());
@@ -89,29 +88,6 @@ TEST(DiagnosisTest, NamesPlaceAndFault) {
       EXPECT_EQ(failure.offset, fault.offset) << fault.explanation;
     }
   }
-}
-
-TEST(FailureRunTest, HoldsBackEmptyMessagesAndLongRuns) {
-  FailureRun run;
-  std::string told;
-  FileMessage message = {.offset = 3};
-  const auto add = [&](std::uint32_t length, bool decoded, int times) {
-    for (; times > 0; --times, ++message.index, message.offset += message.length + 3) {
-      message.length = length;
-      if (run.HoldsBack(message, decoded)) continue;
-      told += run.TakeHeldBack() + (decoded ? "+" : "-");
-    }
-  };
-  add(0, false, 2);
-  add(7, false, 20);
-  add(7, false, 3);
-  add(9, true, 1);
-  add(0, false, 1);
-  add(7, false, 21);
-  EXPECT_EQ(told + run.TakeHeldBack(),
-            "messages 1 to 2, from byte 0 on, are empty-------------------"
-            "4 more messages failed+message 27 at byte 251: it is empty-------------------"
-            "2 more messages failed");
 }
 
 }  // namespace

@@ -43,22 +43,18 @@ class InfoTest : public ToolFixture {
 };
 
 TEST_F(InfoTest, PrintsATableAndMaps) {
-  const Outcome text = Run("zlibvideo info --map '<b>.zvm'");
+  const Outcome text = Run(
+      "head -c 3000 /dev/zero >>'<b>.zvm'; zlibvideo info --map '<b>.zvm'; zlibvideo info --json "
+      "'<b>.zvm' | wc -l");
   for (const char* part :
        {"version 2, 32x16 pixels in 2x1 blocks of 16x16\n    # type",
         " 100.0 %  D2, palette installed, 2 passes, 2 bytes not read\n      DD\n",
         " 50.0 %  B1\n      .B\n", " 0.0 %\n      ! block 0,1: its zlib stream is damaged",
-        "too long\n      .!\n", "2 messages decoded (2 key frames)\n! 1 message failed\n"}) {
+        "too long\n      .!\n", "\n      ! messages 4 to 1003, from byte ",
+        "2 messages decoded (2 key frames)\n! 1001 messages failed\n", "\n1003\n"}) {
     EXPECT_NE(text.text.find(part), std::string::npos) << part << "\n" << text.text;
   }
   EXPECT_EQ(text.text.find('\x1B'), std::string::npos) << "colour in a pipe";
-}
-
-TEST_F(InfoTest, SaysInOneLineThatAFileEndsInZeros) {
-  const Outcome text = Run("head -c 3000 /dev/zero >>'<b>.zvm'; zlibvideo info '<b>.zvm'");
-  EXPECT_NE(text.text.find("\n      ! messages 4 to 1003, from byte "), std::string::npos);
-  EXPECT_NE(text.text.find("! 1001 messages failed"), std::string::npos) << text.text;
-  EXPECT_EQ(Run("zlibvideo info --json '<b>.zvm' | wc -l").text, "1003\n");
 }
 
 TEST_F(InfoTest, TellsThatTheStreamEndsEarlyAndPrintsNoControlCharacters) {
@@ -67,8 +63,6 @@ TEST_F(InfoTest, TellsThatTheStreamEndsEarlyAndPrintsNoControlCharacters) {
       Run("head -c -1 '<b>.zvm' >" + hostile + "; zlibvideo info " + hostile + "; rm *7*");
   EXPECT_NE(cut.text.find("! ?[7m??: ends early at byte"), std::string::npos) << cut.text;
   EXPECT_EQ(cut.text.find_first_of("\x1B\x9B"), std::string::npos);
-  const Outcome full = Run("head -c -1 '<b>.zvm' | zlibvideo info - > /dev/full");
-  EXPECT_EQ(full.text, "zlibvideo: standard output: cannot be written: No space left on device\n");
 }
 
 TEST_F(InfoTest, ShowsEachMessageWhenItIsThere) {

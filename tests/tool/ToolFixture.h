@@ -9,15 +9,21 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <map>
 #include <set>
 #include <string>
+#include <vector>
 
 namespace zlibvideo {
 
 struct Outcome {
   int status = 0;
-  /// Standard output and standard error.
-  std::string text;
+  std::string text;  // standard output and standard error
+};
+
+struct Refusal {
+  std::string script;
+  std::string complaint;  // the begin of the program's message
 };
 
 /// A folder of its own for each test, and the program run in it by a shell.
@@ -51,6 +57,21 @@ class ToolFixture : public testing::Test {
       if (!entry.is_directory()) names.insert(entry.path().lexically_relative(fFolder).string());
     }
     return names;
+  }
+  /// Every script must end with status 1 and a message, and must leave all files as they were.
+  void ExpectRefusals(const std::vector<Refusal>& refusals) const {
+    const auto contents = [this] {
+      std::map<std::string, std::string> all;
+      for (const std::string& name : Files()) all[name] = ReadFile(name);
+      return all;
+    };
+    const auto before = contents();
+    for (const auto& [script, complaint] : refusals) {
+      const Outcome outcome = Run(script);
+      EXPECT_EQ(1, outcome.status) << script;
+      EXPECT_EQ(0u, outcome.text.find("zlibvideo: " + complaint)) << script << outcome.text;
+      EXPECT_TRUE(contents() == before) << script;
+    }
   }
 
   std::filesystem::path fFolder;
