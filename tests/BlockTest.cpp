@@ -1,20 +1,15 @@
-// Message bodies, palettes and colours: what each leaves in the blocks.
+// Message bodies, palettes and colours.
 
 #include <set>
 
+#include "bench/PlainConvert.h"
+#include "colour/RunConverter.h"
 #include "tests/CountingHost.h"
 
 namespace zlibvideo {
 namespace {
 
 using namespace formats;
-
-struct BodyCase {
-  const char* name;
-  Message message;
-  int consumed;
-  int firstBlock;  // bytes of its pixels
-};
 
 class BlockTest : public DecoderTest {
  protected:
@@ -24,16 +19,6 @@ class BlockTest : public DecoderTest {
     EXPECT_TRUE(decoder->SetupCodec(h.imageWidth, h.imageHeight, h.blockWidth, h.blockHeight));
     return decoder->UnpackMessage(bytes.get(), static_cast<unsigned int>(message.Build().size()),
                                   static_cast<char>(h.codecType), 0);
-  }
-
-  /// Unpacks each body as a decoder's first.
-  void CheckBodies(const std::vector<BodyCase>& cases) {
-    for (const BodyCase& c : cases) {
-      SCOPED_TRACE(c.name);
-      Restart();
-      EXPECT_EQ(Unpack(c.message), c.consumed);
-      EXPECT_EQ(decoder->GetBlock(0, 0)->fRawDataSize, c.firstBlock);
-    }
   }
 
   static Message V1(const std::vector<Record>& records, const Bytes& rest = {}) {
@@ -53,23 +38,36 @@ class BlockTest : public DecoderTest {
 TEST_F(BlockTest, CountsWhatABodyConsumes) {
   const Record tooLong{.payload = Zlib(Bytes(849))}, damaged{.payload = Damaged(zeros)};
   const Record noBand{.format = kBanded}, halfABand{.format = kBanded, .payload = {1}};
-  CheckBodies({{"empty", V1({none, none, none, none}), 8, 0},
-               {"rest", V1({plain, none, none, none}, Bytes(10)), 8 + z, 768},
-               {"cut record", V1({none, none, none, cut}), -1, 0},
-               {"too long", V1({tooLong, none, none, none}), -1, 0},
-               {"damaged", V1({damaged, none, none, none}), -1, 0},
-               {"type 2", {.header = Header(2, 16, 16, 16, 16), .records = {plain}}, 2 + z, 0},
-               {"empty, version 2", V2({none}), 2, 0},
-               {"unread flags, rest", V2({direct}, 0xFC, {0}), 3 + z, 768},
-               {"no band", V2({noBand}), -1, 0},
-               {"half a band", V2({halfABand}), -1, 0},
-               {"one pass", V2({direct}, kFlagSecondPass), 3 + z, 768},
-               {"two passes", V2({none, direct}, kFlagSecondPass), 5 + z, 768},
-               {"second pass cut", V2({direct, cut}, kFlagSecondPass), -1, 768},
-               {"first pass cut", V2({cut}, kFlagSecondPass), -1, 0},
-               // Its two bytes count, and the record is read behind them.
-               {"palette does not fit", V2({{.claimedSize = 9}}, kFlagPalette, {0, 0}), 4, 0},
-               {"empty palette", V2({direct}, 0, {}, Bytes{}), 5 + z, 768}});
+  struct Case {
+    const char* name;
+    Message message;
+    int consumed;
+    int firstBlock;  // bytes of its pixels
+  };
+  const Case cases[] = {
+      {"empty", V1({none, none, none, none}), 8, 0},
+      {"rest", V1({plain, none, none, none}, Bytes(10)), 8 + z, 768},
+      {"cut record", V1({none, none, none, cut}), -1, 0},
+      {"too long", V1({tooLong, none, none, none}), -1, 0},
+      {"damaged", V1({damaged, none, none, none}), -1, 0},
+      {"type 2", {.header = Header(2, 16, 16, 16, 16), .records = {plain}}, 2 + z, 0},
+      {"empty, version 2", V2({none}), 2, 0},
+      {"unread flags, rest", V2({direct}, 0xFC, {0}), 3 + z, 768},
+      {"no band", V2({noBand}), -1, 0},
+      {"half a band", V2({halfABand}), -1, 0},
+      {"one pass", V2({direct}, kFlagSecondPass), 3 + z, 768},
+      {"two passes", V2({none, direct}, kFlagSecondPass), 5 + z, 768},
+      {"second pass cut", V2({direct, cut}, kFlagSecondPass), -1, 768},
+      {"first pass cut", V2({cut}, kFlagSecondPass), -1, 0},
+      // Its two bytes count, and the record is read behind them.
+      {"palette does not fit", V2({{.claimedSize = 9}}, kFlagPalette, {0, 0}), 4, 0},
+      {"empty palette", V2({direct}, 0, {}, Bytes{}), 5 + z, 768}};
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name);
+    Restart();
+    EXPECT_EQ(Unpack(c.message), c.consumed);
+    EXPECT_EQ(decoder->GetBlock(0, 0)->fRawDataSize, c.firstBlock);
+  }
 }
 
 TEST_F(BlockTest, InstallsOnlyAWholePalette) {
@@ -81,7 +79,8 @@ TEST_F(BlockTest, InstallsOnlyAWholePalette) {
                                       {"a byte short", Zlib(Slice(many, 0, 383))},
                                       {"a byte long", Zlib(many)}}) {
     const auto size = static_cast<int>(palette.size());
-    CheckBodies({{name, V2({direct}, 0, {}, palette), 5 + size + z, 768}});
+    Restart();
+    EXPECT_EQ(Unpack(V2({direct}, 0, {}, palette)), 5 + size + z) << name;
     EXPECT_EQ(decoder->fPalette[1], palette == colors ? 0x0102FEu : 0x333333u) << name;
   }
 }
@@ -163,6 +162,50 @@ TEST_F(BlockTest, WidensEvery15BitColour) {
   decoder->MakeTarvishDecodeTable();
   for (unsigned int i = 0; i < 32768; ++i) {
     ASSERT_EQ(decoder->fDecodeTable[i], i / 1024 << 19 | i / 32 % 32 << 11 | i % 32 << 3) << i;
+  }
+}
+
+/// By turns runs of colours, of different indices, and of the same index. Converters take up to 16
+/// codes at once.
+Bytes RandomCodes(unsigned int length, unsigned int start) {
+  constexpr unsigned int kRuns[] = {1, 2, 3, 8, 15, 16, 17, 32, 33, 40};
+  const unsigned int run = kRuns[start % std::size(kRuns)];
+  Bytes codes = Noise(length, start);
+  for (unsigned int i = 0; i < length; ++i) {
+    const unsigned int kind = i / run % 3;
+    if (kind == 0 && i % run % 2 == 0) codes[i] |= 0x80;
+    if (kind == 1) codes[i] &= 0x7F;
+    if (kind == 2) codes[i] = 5;
+  }
+  return codes;
+}
+
+TEST_F(BlockTest, ConvertsLikeThePlainLoopIntoAllSmallRooms) {
+  constexpr unsigned int kGuard = 64;
+  const std::uint32_t* palette = BlockedCodec::fDefaultTarvishPalette;
+  const std::uint32_t* colors = bench::PlainColorTable();
+  for (unsigned int length = 0; length < 180; ++length) {
+    for (unsigned int room = length * 3 / 2; room < length * 3 + 9; ++room) {
+      SCOPED_TRACE(testing::Message() << length << " bytes into " << room);
+      Bytes codes = RandomCodes(length, length + room), target(room + kGuard, 0xEE),
+            expected = target;
+      const unsigned int size =
+          bench::PlainConvert(codes.data(), length, expected.data(), room, palette, colors);
+      unsigned int produced = room;
+      decoder->ConvertImageColorToQuarn24(target.data(), &produced, codes.data(), length, kReduced);
+      ASSERT_EQ(produced, size);
+      ASSERT_TRUE(SameBytes(expected, target));
+      for (const NamedRunConverter& variant : AvailableRunConverters()) {
+        target.assign(room + kGuard, 0xEE);
+        const RestOfStream rest = variant.convert(
+            {codes.data(), codes.data() + length, target.data(), target.data() + room}, palette,
+            colors);
+        bench::PlainConvert(rest.source, static_cast<unsigned int>(rest.sourceEnd - rest.source),
+                            rest.target, static_cast<unsigned int>(rest.targetEnd - rest.target),
+                            palette, colors);
+        ASSERT_TRUE(SameBytes(expected, target)) << variant.name;
+      }
+    }
   }
 }
 

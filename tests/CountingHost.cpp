@@ -74,7 +74,7 @@ using namespace zlibvideo;
 void* Vorn::SystemNew(unsigned long size, FixedMallocOpts opts) {
   CountingHost& host = Host();
   if (host.failAt != 0 && host.allocations.size() + 1 >= host.failAt) {
-    if (!host.forGood) host.failAt = 0;
+    host.failAt = 0;
     if (host.failure == AllocationFailure::kBadAlloc) throw std::bad_alloc();
     if (host.failure == AllocationFailure::kNull) return nullptr;
     throw std::runtime_error("heap is broken");

@@ -11,14 +11,15 @@
 #include "host/SBitmapCore.h"
 #include "tests/GoodStream.h"
 
-/// A second host, apart from the stand-in host: it counts what the component asks for, notes in
-/// which order it asks, fails on demand, and lets no byte past the end of anything be touched.
+/// A host that counts allocations, notes the order of all other calls, fails on demand, and stops
+/// the process at an access beyond the end of its memory.
 namespace zlibvideo {
 
-/// Memory between two inaccessible pages, ending where the second begins or, `atStart`, beginning
-/// where the first ends, and a copy of `bytes` in such memory.
+/// Memory between two inaccessible pages. It ends where the second begins or, `atStart`, begins
+/// where the first ends.
 using HostBytes = std::unique_ptr<unsigned char, std::function<void(unsigned char*)>>;
 HostBytes MakeGuarded(std::size_t size, unsigned char fill, bool atStart = false);
+/// A copy of `bytes` in such memory.
 HostBytes MakeGuarded(const Bytes& bytes, bool atStart = false);
 
 enum class AllocationFailure { kBadAlloc, kOtherException, kNull };
@@ -27,29 +28,26 @@ struct CountingHost {
   std::vector<std::pair<std::size_t, int>> allocations;  // size and option of each so far
   std::vector<std::string> calls;                        // of the other services, with arguments
   std::unordered_map<void*, HostBytes> live;
-  std::size_t failAt = 0;  // the allocation to fail, counted from 1; 0 once it has
-  bool forGood = false;    // `failAt` stays: all that follow fail as well
+  std::size_t failAt = 0;  // number of the allocation that fails, from 1; 0 afterwards
   AllocationFailure failure = AllocationFailure::kBadAlloc;
   bool throwOnRelease = false;
   bool throwOnUpdate = false;  // of the bitmap, once
-  unsigned char fill = 0xA5;   // what new memory and new bitmaps hold
+  unsigned char fill = 0xA5;   // content of new memory and new bitmaps
 };
 
 CountingHost& Host();  // the thread's own
 
-/// Makes that allocation fail, counted from 1. All that follow as well if it is for good.
-inline void FailAt(std::size_t allocation, AllocationFailure failure, bool forGood = false) {
+/// Makes that allocation fail, counted from 1.
+inline void FailAt(std::size_t allocation, AllocationFailure failure) {
   Host().failAt = allocation;
   Host().failure = failure;
-  Host().forGood = forGood;
 }
 
-/// Keeps its pixels while the size asked for stays the same. Put away, it knows no row length.
+/// Keeps its pixels while its size stays the same. Put away, it knows no row length.
 class CountingBitmap : public SBitmapCore {
  public:
   void Realloc(int width, int height, EBitmapType type);
   void PutAway() { SetSurface(GetType(), nullptr, 0, GetWidth(), GetHeight()); }
-  void DamageAField() { reinterpret_cast<unsigned char&>(fWidth) ^= 1; }
   BitmapPixels Pixels() const;
 
   int extra = 0;  // pixels more than asked for, to the right and below
@@ -62,7 +60,7 @@ class CountingBitmap : public SBitmapCore {
   HostBytes fPixels;
 };
 
-/// Has no bitmap before the host is first told its size.
+/// Has no bitmap before the first `ReallocBitmap`.
 struct CountingVideoObject : SObject {
   CountingVideoObject() { SetRecord(&record); }
   void SetRecord(RenderRecord* newRecord) { SetRenderRecord(newRecord, newRecord != nullptr); }
@@ -84,7 +82,6 @@ struct DecoderProbe : ZLibVideoDecompressor {
   using ZLibVideoDecompressor::ZLibVideoDecompressor;
 };
 
-/// What a block has, for comparisons.
 inline std::span<const unsigned char> PreviousData(const BitmapDataBlock& block) {
   return {block.fPreviousData, static_cast<std::size_t>(block.fPreviousDataSize)};
 }
@@ -92,7 +89,7 @@ inline std::span<const unsigned char> ConvertedData(const BitmapDataBlock& block
   return {block.fConvertedData, static_cast<std::size_t>(block.fConvertedDataSize)};
 }
 
-/// A decoder and a video object on this host, which must get everything back.
+/// A decoder and a video object on this host, which must get all its memory back.
 struct Player {
   Player() { Restart(); }
   ~Player() { Stop(); }

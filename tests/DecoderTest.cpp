@@ -1,4 +1,6 @@
-// What the host sees of the decoder: its queries, its life, and the tests of a message's header.
+// The decoder as its host sees it: its operations, its life, and the header of a message.
+
+#include <cstring>
 
 #include "host/TCMessage.h"
 #include "tests/CountingHost.h"
@@ -8,7 +10,7 @@ namespace {
 
 using Calls = std::vector<std::string>;
 
-/// Host objects that count how many of them were destroyed.
+/// Counts its destruction.
 struct Counted : HostObject {
   explicit Counted(int* count) : destroyed(count) {}
   ~Counted() override { ++*destroyed; }
@@ -45,7 +47,7 @@ TEST_F(DecoderTest, TestsTheLength) {
   Bytes message = {0x12, 0, 16, 0, 16, 0, 0};
   EXPECT_FALSE(decoder->DecompressVideoEmbedded({}, message.data(), -2147483647 - 1));
   EXPECT_FALSE(decoder->DecompressVideoEmbedded({}, message.data(), -1));
-  // Of the last length, 3 bytes are handed on. Where it does not fit, it is a length of 3 bytes.
+  // Of the last length, 3 bytes are decoded. If `unsigned long` has 32 bits, it is 3.
   for (const std::uint64_t length : {0ull, 6ull, 7ull, (1ull << 32) + 3}) {
     const auto given = static_cast<unsigned long>(length);
     Restart();
@@ -89,16 +91,17 @@ TEST_F(DecoderTest, AnswersItsHost) {
             (std::array{0, 0, 0, 0, 0, 0}));
 }
 
-TEST_F(DecoderTest, ReloadsTextureAndBufferUnlessDisabled) {
+TEST_F(DecoderTest, ReloadsAndDeletesTextureAndBuffer) {
   DecoderProbe& d = *decoder;
-  EXPECT_EQ((std::array{d.fReloadDisabled, d.fReloadPending, d.fVideoResourcesReleased}),
-            (std::array{true, false, false}));
+  EXPECT_EQ((std::array{d.fReloadDisabled, d.fReloadPending}), (std::array{true, false}));
+  d.DeleteVideoTexture();
+  d.DeleteVideoBuffer();
+  EXPECT_FALSE(d.fVideoResourcesReleased) << "there was nothing to delete";
   int gone = 0;
-  Counted texture(&gone), buffer(&gone);
-  d.fVideoTexture = &texture;
-  d.fVideoBuffer = &buffer;
   for (const bool isTexture : {true, false}) {
-    SCOPED_TRACE(isTexture ? "texture" : "buffer");
+    SCOPED_TRACE(isTexture ? "texture first" : "buffer first");
+    d.fVideoTexture = new Counted(&gone);
+    d.fVideoBuffer = new Counted(&gone);
     const auto reload = [&] {
       return isTexture ? d.ReloadVideoTexture({}) : d.ReloadIVideoBuffer({});
     };
@@ -107,28 +110,14 @@ TEST_F(DecoderTest, ReloadsTextureAndBufferUnlessDisabled) {
     EXPECT_EQ(reload(), nullptr);
     EXPECT_TRUE(d.fReloadPending);
     d.fReloadDisabled = false;
-    EXPECT_EQ(reload(), isTexture ? &texture : &buffer);
+    EXPECT_EQ(reload(), isTexture ? d.fVideoTexture : d.fVideoBuffer);
     EXPECT_FALSE(d.fReloadPending);
-  }
-}
-
-TEST_F(DecoderTest, NotesWhenNothingIsLeftToShowIn) {
-  int gone = 0;
-  DecoderProbe& d = *decoder;
-  d.DeleteVideoTexture();
-  d.DeleteVideoBuffer();
-  EXPECT_FALSE(d.fVideoResourcesReleased) << "there was none";
-  for (const bool textureFirst : {true, false}) {
-    SCOPED_TRACE(textureFirst ? "texture first" : "buffer first");
     d.fVideoResourcesReleased = false;
-    d.fVideoTexture = new Counted(&gone);
-    d.fVideoBuffer = new Counted(&gone);
-    textureFirst ? d.DeleteVideoTexture() : d.DeleteVideoBuffer();
+    isTexture ? d.DeleteVideoTexture() : d.DeleteVideoBuffer();
     EXPECT_FALSE(d.fVideoResourcesReleased);
-    textureFirst ? d.DeleteVideoBuffer() : d.DeleteVideoTexture();
+    isTexture ? d.DeleteVideoBuffer() : d.DeleteVideoTexture();
     EXPECT_TRUE(d.fVideoResourcesReleased);
-    EXPECT_EQ(d.fVideoTexture, nullptr);
-    EXPECT_EQ(d.fVideoBuffer, nullptr);
+    EXPECT_TRUE(d.fVideoTexture == nullptr && d.fVideoBuffer == nullptr);
   }
   d.DeleteGPUCodec();
   d.fGPUCodec = new Counted(&gone);
@@ -182,21 +171,33 @@ TEST_F(DecoderTest, DrawsOnlyIntoAVideoObjectAndWhenAsked) {
   EXPECT_TRUE(Decode(bytes, true));
 }
 
-TEST_F(DecoderTest, DrawsNothingOfAFailedMessageButKeepsItsBlocks) {
-  PlainPicture picture(Header(3, 16, 32, 16, 16), 1);
-  EXPECT_TRUE(Decode(picture.Whole().Build()));
-  const std::size_t calls = Host().calls.size();
-  const Record second{.payload = Zlib(picture.blocks[1])}, damaged{.payload = {1, 2}};
-  const Message bad{.header = picture.header, .records = {second, damaged}};
-  EXPECT_FALSE(Decode(bad.Build()));
-  EXPECT_EQ(Host().calls.size(), calls);
-  EXPECT_EQ(decoder->fDecodedFrameCount, 1u);
-  EXPECT_TRUE(Shows(picture.Bitmap()));
-  // The block before the bad one has its new pixels.
-  const Record first{.payload = Zlib(picture.blocks[0])}, none;
-  EXPECT_TRUE(Decode(Message{.header = picture.header, .records = {none, first}}.Build()));
-  std::swap(picture.blocks[0], picture.blocks[1]);
-  EXPECT_TRUE(Shows(picture.Bitmap()));
+/// A pointer to a virtual operation holds the operation's place, by the C++ ABI of GCC and Clang.
+template <typename Pointer>
+std::size_t PlaceOf(Pointer operation) {
+  std::size_t offset = 0;
+  std::memcpy(&offset, &operation, sizeof(offset));
+  return offset / sizeof(void*);
+}
+
+TEST_F(DecoderTest, HasItsVirtualOperationsInOrder) {
+#define PLACE(operation) \
+  { PlaceOf(&ZLibVideoDecompressor::operation), #operation }
+  // clang-format off
+  const std::pair<std::size_t, const char*> places[] = {PLACE(VideoMessageCodecType),
+      PLACE(DecompressVideoMessage), PLACE(DecompressVideoEmbedded),
+      PLACE(VideoEmbeddedIsKeyFrame), PLACE(CanDropDecode), PLACE(GetInstance),
+      PLACE(FlushAfterSeek), PLACE(Flush), PLACE(DeleteBuffers), PLACE(ReallocBuffers),
+      PLACE(AddRef), PLACE(DecRef), PLACE(GetLowWater), PLACE(GetHighWater), PLACE(GetDPBSize),
+      PLACE(GetDPBTime), PLACE(NeedBufferingRestart), PLACE(ReloadVideoTexture),
+      PLACE(ReloadIVideoBuffer), PLACE(ReloadVideoBuffer), PLACE(DeleteVideoTexture),
+      PLACE(DeleteVideoBuffer), PLACE(ReloadReferenceFrames), PLACE(DeleteHWCodec),
+      PLACE(GetCodecName), PLACE(GetTransformedPixelWidth), PLACE(GetTransformedPixelHeight),
+      PLACE(DeleteGPUCodec), PLACE(DecompressBlock)};
+  // clang-format on
+  std::size_t expected = 2;  // behind the destructors
+  for (const auto& [place, name] : places) EXPECT_EQ(place, expected++) << name;
+  EXPECT_EQ(PlaceOf(&BlockedCodec::DecompressBlock), 0u);
+  static_assert(sizeof(ZLibVideoDecompressor) == sizeof(VideoDecompressor) + sizeof(BlockedCodec));
 }
 
 }  // namespace

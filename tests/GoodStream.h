@@ -8,7 +8,7 @@
 
 namespace zlibvideo {
 
-/// The pixels of every block of a picture, in grid order, and the plain picture that they make.
+/// A picture: the pixels of its blocks, in grid order.
 struct PlainPicture {
   FrameHeader header;
   std::vector<Bytes> blocks = {};
@@ -22,12 +22,12 @@ struct PlainPicture {
     }
   }
 
-  /// Pixels a row of the blocks that cover column x.
+  /// Width of the blocks that cover column x.
   int WidthAt(int x) const {
     return std::min(header.blockWidth, header.imageWidth - x + x % header.blockWidth);
   }
 
-  /// Every block as it is, as a whole zlib stream.
+  /// Sends every block as a whole zlib stream.
   Message Whole() const {
     Message message{.header = header};
     for (const Bytes& block : blocks) {
@@ -37,7 +37,7 @@ struct PlainPicture {
     return message;
   }
 
-  /// What a bitmap of this size shows, found pixel by pixel.
+  /// The bitmap of the picture, found pixel by pixel.
   BitmapPixels Bitmap() const {
     Bytes bitmap;
     const int columns = (header.imageWidth - 1) / header.blockWidth + 1;
@@ -63,8 +63,8 @@ inline Bytes PaletteColors() {
   return colors;
 }
 
-/// Turns every pixel of `block` into a code, by turns of both kinds. The pixel becomes what the
-/// code stands for under `PaletteColors`.
+/// The codes of `block`, by turns an index and a colour. Every pixel becomes the colour of its code
+/// under `PaletteColors`.
 inline Bytes ReduceColors(Bytes* block) {
   Bytes codes;
   for (std::size_t i = 0; i < block->size(); i += 3) {
@@ -86,7 +86,7 @@ struct Step {
   BitmapPixels bitmap;
 };
 
-/// Messages for one decoder that use every part of both versions, each with its picture.
+/// Messages that use every part of both versions, each with its picture.
 inline std::vector<Step> GoodStream() {
   std::vector<Step> steps;
   const auto add = [&steps](const PlainPicture& picture, Message message) {
@@ -96,7 +96,7 @@ inline std::vector<Step> GoodStream() {
   PlainPicture picture(Header(kCodecTypeVersion1, 40, 24, 16, 16), 100);
   add(picture, picture.Whole());
 
-  // Two passes: every block direct, then two rows of it against the pixels of the first pass.
+  // Two passes: every block direct, then two of its rows against the pixels of the first pass.
   picture = PlainPicture(Header(kCodecTypeVersion2, 40, 24, 16, 16), 300);
   Message message = picture.Whole();
   message.flags = kFlagSecondPass;
@@ -110,9 +110,9 @@ inline std::vector<Step> GoodStream() {
   }
   add(picture, message);
 
-  // Colour-reduced. Then version 1, which leaves the reference data of version 2 alone: one block
-  // is primed with its earlier codes, another takes rows against its earlier pixels. Then another
-  // geometry, where the palette still holds.
+  // Colour-reduced. Then version 1, which leaves the reference data of version 2 alone: afterwards
+  // a block is primed with its earlier codes, and a band of another with its earlier pixels. At
+  // last another geometry, for which the palette still holds.
   message = {.palette = Zlib(PaletteColors())};
   for (Bytes& block : picture.blocks)
     message.records.push_back({formats::kReduced, {}, Zlib(ReduceColors(&block))});

@@ -1,11 +1,9 @@
 // Geometry of the grid, life of its buffers, and its composition into the host's bitmap.
 
-#include <sys/mman.h>
-#include <unistd.h>
-
 #include <csignal>
 
 #include "grid/Sizes.h"
+#include "host/SRECT.h"
 #include "output/RowWidener.h"
 #include "tests/CountingHost.h"
 
@@ -125,14 +123,19 @@ TEST_F(GridTest, DecodesOnWhenPartlyBuilt) {
   for (std::size_t missing = 0; missing < 4; ++missing) {
     SCOPED_TRACE(missing);
     Restart();
-    // After the decoder and the array come the records. What a missing block covers stays white.
+    // Allocations: decoder, array of records, records. The area of a missing block stays white.
     FailAt(3 + missing, AllocationFailure::kNull);
     Host().fill = 0xFF;
     PlainPicture picture(Header(6, 20, 20, 16, 16), 1);
     const Bytes message = picture.Whole().Build();
     EXPECT_FALSE(Decode(message));
-    EXPECT_TRUE(Decode(message));
+    EXPECT_TRUE(Decode(message, true));
+    EXPECT_FALSE(decoder->IsComplete());
+    // Blocks 0 and 1 lie below row 4 of the bitmap.
+    EXPECT_EQ(decoder->PushChanges(&video->bitmap).yMin, missing == 1 || missing == 2 ? 4 : 0);
     for (std::size_t i = missing; i < 4; ++i) picture.blocks[i].assign(768, 0xFF);
+    EXPECT_TRUE(Shows(picture.Bitmap()));
+    EXPECT_TRUE(Decode(message));
     EXPECT_TRUE(Shows(picture.Bitmap()));
   }
 }
@@ -198,60 +201,26 @@ struct Rows : SBitmapCore {
   Rows(unsigned char* base, int length) { SetSurface(kBitmapVideoFrame, base, length, 130, 6); }
 };
 
-/// 16 × 16 pixels, rows a page apart. The page of row 7 cannot be written, so the first write to it
-/// is the host's turn between two rows: the rows after it lie elsewhere, at another distance.
-class MovingBitmap : public SBitmapCore {
- public:
-  MovingBitmap() {
-    SetSurface(kBitmapVideoFrame, fLower.get() - 8 * kPage, kPage, 16, 16);
-    fMoving = this;
-    struct sigaction move = {};
-    move.sa_handler = [](int) { fMoving->Move(); };
-    move.sa_flags = static_cast<int>(SA_RESETHAND);
-    sigaction(SIGSEGV, &move, &fBefore);
-  }
-  ~MovingBitmap() { sigaction(SIGSEGV, &fBefore, nullptr); }
+using GridDeathTest = DecoderTest;
 
-  /// All rows, wherever they lie.
-  BitmapPixels Pixels() const {
-    Bytes pixels;
-    for (std::ptrdiff_t row = 0; row < 16; ++row) {
-      const unsigned char* start =
-          row < 7 ? fUpper.get() + row * kUpperRow : fLower.get() + (row - 8) * kPage;
-      pixels.insert(pixels.end(), start, start + 16 * kBitmapPixelBytes);
-    }
-    return {16, pixels};
-  }
-
- private:
-  static constexpr int kUpperRow = 100;
-  static inline const int kPage = static_cast<int>(sysconf(_SC_PAGESIZE));
-  static inline MovingBitmap* fMoving = nullptr;
-
-  void Move() {
-    mprotect(fLower.get() - kPage, static_cast<std::size_t>(kPage), PROT_READ | PROT_WRITE);
-    SetSurface(kBitmapVideoFrame, fUpper.get(), kUpperRow, 16, 16);
-  }
-
-  // Row 8 is the first behind the page before that memory.
-  HostBytes fLower = MakeGuarded(static_cast<std::size_t>(8 * kPage), 0xA5, true);
-  HostBytes fUpper = MakeGuarded(7 * kUpperRow, 0xA5);
-  struct sigaction fBefore = {};
-};
-
-TEST_F(GridTest, AsksForTheAddressOfEveryRow) {
-  const PlainPicture picture(Header(3, 16, 16, 16, 16), 1);
-  for (const NamedRowWidener& variant : AvailableRowWideners()) {
-    MovingBitmap bitmap;
-    variant.widen(picture.blocks[0].data(), {&bitmap, 15, 0}, 16, 16);
-    EXPECT_TRUE(SamePixels(picture.Bitmap(), bitmap.Pixels())) << variant.name;
-  }
-  MovingBitmap bitmap;
-  PlainPicture black = picture;
-  black.blocks[0].assign(768, 0);
+TEST_F(GridDeathTest, AsksForAddressAndRowLengthOfEveryRow) {
+  // The bitmap itself lies where its first row is drawn: behind the second quarter of the row, so
+  // that type and base address are overwritten, or before it, so that the row length is. The host's
+  // check words then stop the question for the next row.
+  constexpr std::ptrdiff_t kRow = 256;
+  Bytes memory(17 * kRow);
+  const Bytes pixels = Noise(768, 1);
+  const testing::KilledBySignal isStopped(SIGABRT);
   EXPECT_TRUE(decoder->SetupCodec(16, 16, 16, 16));
-  decoder->PushFrame(&bitmap);
-  EXPECT_TRUE(SamePixels(black.Bitmap(), bitmap.Pixels())) << "black";
+  for (const std::ptrdiff_t offset : {32, -32}) {
+    SCOPED_TRACE(offset);
+    unsigned char* base = memory.data() + kRow;
+    auto* bitmap = new (base + 15 * kRow + offset) Rows(base, kRow);
+    for (const NamedRowWidener& variant : AvailableRowWideners()) {
+      EXPECT_EXIT(variant.widen(pixels.data(), {bitmap, 15, 0}, 16, 16), isStopped, "");
+    }
+    EXPECT_EXIT(decoder->PushFrame(bitmap), isStopped, "") << "black";
+  }
 }
 
 TEST(WidenRowTest, NamesTheSlowestVariantFirst) {

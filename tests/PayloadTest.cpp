@@ -1,29 +1,41 @@
-// Payloads of version 2: the bytes that each kind leaves in its block.
+// Payloads of version 2: the bytes of a block after each kind.
 
 #include "bitstream/RowBand.h"
 #include "tests/CountingHost.h"
-#include "tests/ZlibProbe.h"
 
 namespace zlibvideo {
 namespace {
 
 using namespace formats;
 
+/// Whether the linked zlib leaves the room behind its output alone. It need not, but Debian's does:
+/// only then does a test expect anything there.
+bool ZlibLeavesRoomAlone() {
+  // Ends in a copy of 9 bytes from further back than a vector is long.
+  Bytes content = Noise(64, 1);
+  Append(&content, Slice(content, 0, 9));
+  const Bytes payload = Zlib(content);
+  Bytes room(content.size() + 400, 0xA5);
+  auto size = static_cast<uLongf>(room.size());
+  uncompress(room.data(), &size, payload.data(), static_cast<uLong>(payload.size()));
+  return std::count(room.end() - 400, room.end(), 0xA5) == 400;
+}
+
 Bytes Overwritten(Bytes bytes, std::ptrdiff_t at, const Bytes& by) {
   std::copy(by.begin(), by.end(), bytes.begin() + at);
   return bytes;
 }
 
-/// The reference data of a block before a payload. None: the buffer does not exist.
+/// The reference data of a block before a payload. Without a value, the buffer does not exist.
 struct Prior {
   std::optional<Bytes> previous, converted;
 };
 
-/// What a payload leaves in its block, of 16 rows of 48 bytes in a room of 848.
+/// A block after a payload: 16 rows of 48 bytes, in a room of 848 bytes.
 struct Outcome {
   bool decodes = true;
   int length = 768;    // 0: the block does not count as decoded
-  Bytes pixels = {};   // from where the payload's pixels begin
+  Bytes pixels = {};   // from the place of the payload's pixels on
   Bytes codes = {};    // replace the converted data
   Bytes beneath = {};  // at the begin of the block, before rows and pixels are written
 };
@@ -41,7 +53,7 @@ struct PayloadTest : DecoderTest {
   const Bytes room = Slice(tooLong, 0, 848), black = Bytes(848);
 };
 
-/// Decodes the payload and looks at all that it may change.
+/// Decodes the payload, and compares all data that it may change.
 void PayloadTest::Check(const char* name, const Record& record, const Outcome& expected,
                         const Prior& prior) {
   SCOPED_TRACE(name);
@@ -71,7 +83,7 @@ void PayloadTest::Check(const char* name, const Record& record, const Outcome& e
   EXPECT_EQ(length, counted == 0 ? 848u : static_cast<unsigned int>(counted));
   EXPECT_EQ(std::pair(b.fRawDataSize, b.fProcessed), std::pair(counted, counted != 0));
 
-  // Between what is written, any zlib but a tidy one leaves anything.
+  // An untidy zlib leaves any bytes behind its output.
   if (!ZlibLeavesRoomAlone()) raw.assign(b.fRawData, b.fRawData + 848);
   raw = Overwritten(raw, 0, expected.beneath);
   std::ptrdiff_t first = 0;
@@ -191,47 +203,36 @@ TEST_F(PayloadTest, DecodesBandedPayloads) {
   Check("long reference", {kBanded, kNoRows}, fails, {Noise(849, 5), {}});
 }
 
-TEST_F(PayloadTest, CountsBandsBeyond32Bits) {
-  BitmapDataBlock b;
-  b.Initialize(0, 20'000'000, 90, 20'000'000, false);
-  b.fPreviousDataSize = 9;
+TEST_F(PayloadTest, FindsAnEmptyBandWhereThereAreNoRows) {
   RowBand band{1, 1, 1};
-  EXPECT_FALSE(RowBand::Find(b, {kBanded, 70, 2}, 848, &band)) << "its end";
-  EXPECT_FALSE(RowBand::Find(b, {kBanded, 0, 1}, 848, &band)) << "the block's end";
-  EXPECT_FALSE(band.IsEmpty());
-  EXPECT_TRUE(RowBand::Find(b, {kBanded, 72, 0}, 848, &band)) << "no rows";
+  EXPECT_TRUE(RowBand::Find(BitmapDataBlock(), {kBanded, 72, 0}, 848, &band));
   EXPECT_TRUE(band.IsEmpty());
 }
 
 TEST_F(PayloadTest, PrimesWithLargeBlocks) {
-  // The dictionary is one, two or four stored blocks. Payloads go on with pixels that repeat from
-  // so far back that they need nearly all of the history.
+  // The dictionary is one, two or four stored blocks. Payloads repeat pixels from so far back that
+  // they refer to nearly all of the history.
   Bytes all;
   while (all.size() < 2 * 256 * 256 * 3) Append(&all, Noise(32'000, 1));
-  for (const auto& [side, start] : {std::pair{112, 10}, {160, 0}, {256, 251}}) {
+  for (const int side : {112, 160, 256}) {
     SCOPED_TRACE(side);
     const int size = side * side * 3;
     const Bytes before = Slice(all, 0, size), after = Slice(all, size, 2 * size);
-    const Bytes band = Slice(after, 0, side * 3 * 5);
     Message message = {.header = Header(6, side, side, side, side)};
     const auto decode = [&](const Record& record) {
       message.records = {record};
       return Decode(message.Build(), true);
     };
     EXPECT_TRUE(decode({kDirect, {}, Zlib(before)}));
-    const BitmapDataBlock& b = *decoder->GetBlock(0, 0);
-    // What codes leave of the block shows the dictionary as it landed.
-    for (const auto& [name, record, expected] :
-         {std::tuple{"whole", Record{kPrimed, {}, RawDeflate(after, before)}, after},
-          {"band", Record{kPrimed | kBanded, Band{start, 5}, RawDeflate(band, before)},
-           Overwritten(before, side * 3 * start, band)},
-          {"codes", Record{kPrimed | kReduced, {}, RawDeflate(codes, before)},
+    // Behind the few pixels of codes, the block shows the whole dictionary.
+    for (const auto& [record, expected] :
+         {std::pair{Record{kPrimed, {}, RawDeflate(after, before)}, after},
+          {Record{kPrimed | kReduced, {}, RawDeflate(codes, before)},
            Overwritten(before, 0, bgr)}}) {
-      SCOPED_TRACE(name);
-      EXPECT_LT(record.payload.size(), 2000u) << "is to find its pixels in the dictionary";
+      EXPECT_LT(record.payload.size(), 2000u) << "must refer to the dictionary";
       EXPECT_TRUE(decode(record));
+      const BitmapDataBlock& b = *decoder->GetBlock(0, 0);
       EXPECT_TRUE(SameBytes(expected, std::span(b.fRawData, expected.size())));
-      EXPECT_EQ(b.fRawDataSize, record.format == (kPrimed | kReduced) ? 9 : size);
       EXPECT_TRUE(SameBytes(before, PreviousData(b)));
     }
   }

@@ -13,7 +13,7 @@
 #include "bitstream/MessageBody.h"
 #include "grid/BlockFormat.h"
 
-/// Makes messages, good and damaged: what a field says is what the message holds.
+/// Makes messages, good and damaged: a message holds exactly the fields given.
 namespace zlibvideo {
 
 using Bytes = std::vector<unsigned char>;
@@ -35,10 +35,11 @@ inline void AppendU16(Bytes* bytes, std::size_t value) {
   bytes->push_back(static_cast<unsigned char>(value & 0xFF));
 }
 
-/// A part of `bytes`. `bytes` with the last of them changed.
 inline Bytes Slice(const Bytes& bytes, std::ptrdiff_t from, std::ptrdiff_t to) {
   return Bytes(bytes.begin() + from, bytes.begin() + to);
 }
+
+/// `bytes` with another last byte.
 inline Bytes Damaged(Bytes bytes) {
   bytes.back() ^= 1;
   return bytes;
@@ -60,12 +61,12 @@ inline Bytes Compress(const Bytes& data, const Bytes& dictionary, int windowBits
   return result;
 }
 
-/// A whole zlib stream. With a dictionary, one that asks for it in its header.
+/// A whole zlib stream. A dictionary becomes a preset dictionary, which its header demands.
 inline Bytes Zlib(const Bytes& data, const Bytes& dictionary = {}) {
   return Compress(data, dictionary, MAX_WBITS);
 }
 
-/// A raw deflate stream. With a dictionary, one that goes on from its last 32 KiB.
+/// A raw deflate stream. It continues from the last 32 KiB of the dictionary.
 inline Bytes RawDeflate(const Bytes& data, const Bytes& dictionary = {}) {
   return Compress(data, dictionary, -MAX_WBITS);
 }
@@ -91,8 +92,8 @@ static_assert(kPrimed == 0x01 && kIntermediate == 0x02 && kBanded == 0x04 && kRe
 
 /// A block record. By default an empty record.
 struct Record {
-  std::optional<int> format = {};  // version 2, as the band: written when it is given
-  std::optional<Band> band = {};
+  std::optional<int> format = {};  // for version 2
+  std::optional<Band> band = {};   // for version 2
   Bytes payload = {};
   std::optional<std::size_t> claimedSize = {};  // in place of the true size
 
@@ -115,9 +116,9 @@ inline FrameHeader Header(int codecType, int imageWidth, int imageHeight, int bl
 
 struct Message {
   FrameHeader header = {};
-  unsigned int flags = 0;             // version 2, as the palette
-  std::optional<Bytes> palette = {};  // compressed; announces itself
-  std::vector<Record> records = {};   // one for each block of each pass
+  unsigned int flags = 0;             // for version 2
+  std::optional<Bytes> palette = {};  // for version 2: compressed, sets its flag
+  std::vector<Record> records = {};   // of all blocks of each pass
   Bytes rest = {};                    // after the last record
 
   Bytes Build() const {

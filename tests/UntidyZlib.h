@@ -7,10 +7,10 @@
 
 namespace zlibvideo {
 
-/// The zlib of programs that `zlibvideo_link_untidy_zlib` links: the linked zlib, but each call
-/// fills what it left of the room that it was offered with rubbish, as a library that copies by
-/// vectors may leave it, and calls can be made to fail. With the address sanitizer, both ranges of
-/// a call are checked: zlib is not compiled with it.
+/// The zlib of programs that `zlibvideo_link_untidy_zlib` links. It calls the linked zlib, and
+/// fills the room behind the output with rubbish, as a library that copies by vectors may. Calls
+/// fail on demand. With the address sanitizer, which does not see into zlib, it checks input and
+/// room.
 struct UntidyZlib {
   static constexpr unsigned char kRubbish = 0x5A;
 
@@ -19,7 +19,7 @@ struct UntidyZlib {
   std::set<const z_stream*> open = {};
 };
 
-UntidyZlib& LinkedZlib();  // the thread's own
+UntidyZlib& LinkedZlib();  // of this thread
 
 }  // namespace zlibvideo
 
