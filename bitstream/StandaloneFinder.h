@@ -23,8 +23,10 @@ enum DecoderState : unsigned int {
 /// Reads the block records of the messages in their order. Decompresses nothing and allocates
 /// nothing: it assumes that all payloads are good. A payload that is damaged, or ends before its
 /// block is full, leaves the block as earlier messages made it: after decoding, the result of the
-/// message and `BlockedCodec::IsComplete` tell. A damaged palette leaves the palette before it.
-/// Messages that found no memory are not accounted for.
+/// message and `BlockedCodec::IsComplete` tell, unless the message fills the block again. A damaged
+/// palette leaves the palette before it. A later direct record without a payload turns bytes behind
+/// the pixels, which no message replaces, into reference data. Messages that found no memory are
+/// not accounted for.
 class ZLIBVIDEO_EXPORT StandaloneFinder {
  public:
   /// `before` is the state, of `DecoderState`, that messages before the first may have changed.

@@ -34,11 +34,13 @@ bool FindBand(const BitmapDataBlock& block, unsigned int room, RowBand* band) {
 }
 
 /// Whether a payload that accounts for `produced` bytes of the block, out of a room of `room`, gave
-/// it all its pixels. An empty payload has no pixels. A stream of codes that no conversion accepts
-/// accounts for the whole room and produces no pixels.
+/// it all its pixels. An intermediate payload builds on reference data, so it does not count. An
+/// empty payload has no pixels. A stream of codes that no conversion accepts accounts for the whole
+/// room and produces no pixels.
 bool FillsBlock(const BitmapDataBlock& block, unsigned int payloadLength, unsigned int produced,
                 unsigned int room) {
-  if (payloadLength == 0 || produced < block.PixelBytes()) return false;
+  if (!zlibvideo::IsDirect(block.fFormat) || payloadLength == 0) return false;
+  if (produced < block.PixelBytes()) return false;
   return !zlibvideo::HasColorField(block.fFormat) || produced < room;
 }
 

@@ -69,7 +69,7 @@ struct ZLIBVIDEO_EXPORT BitmapDataBlock {
   bool fProcessed = false;
   /// Whether the pixels are as they were last drawn.
   bool fDrawn = false;
-  /// Whether a payload has filled the whole block since the grid was made.
+  /// Whether a version-1 or direct payload has filled the block since the grid was made.
   bool fFilled = false;
 };
 

@@ -174,12 +174,13 @@ class ZLIBVIDEO_EXPORT BlockedCodec {
   ///
   /// Returns the least rectangle around the blocks written, in pixels of the bitmap, and passes it
   /// to `UpdateMipMap`. If no block was touched, or the bitmap is not addressable, calls nothing
-  /// and returns an empty rectangle, all 0. An exception of the host leaves the bitmap locked, and
-  /// the next call writes the same blocks again.
+  /// and returns an empty rectangle, all 0. An exception of the host leaves the bitmap locked, and,
+  /// unless `UnlockBits` threw it, the next call writes the same blocks again.
   SRECT PushChanges(SBitmapCore* bitmap);
-  /// Whether the picture has no gaps: a grid exists, no record is missing, and a payload has filled
-  /// each block since the grid was made. If a decoder begins in the middle of a stream, messages
-  /// succeed before this holds. Later payloads that fail or end early do not undo it.
+  /// Whether the picture has no gaps: a grid exists, no record is missing, and a version-1 or
+  /// direct payload has filled each block since the grid was made. If a decoder begins in the
+  /// middle of a stream, messages succeed before this holds. Later payloads that fail or end early
+  /// do not undo it.
   bool IsComplete() const;
 
   /// The palette that a stream begins with: 0x00RRGGBB.

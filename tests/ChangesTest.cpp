@@ -230,6 +230,7 @@ TEST_F(ChangesTest, KnowWhetherThePictureIsComplete) {
     int codecType;
     Record second;  // after a full first
     bool isComplete = false;
+    Record again = {};  // for the second block in a second pass
   };
   for (const Case& c :
        {Case{"no record", 3, {}}, Case{"full", 3, {.payload = Zlib(noise)}, true},
@@ -237,6 +238,11 @@ TEST_F(ChangesTest, KnowWhetherThePictureIsComplete) {
         Case{"direct", 6, {kDirect, {}, Zlib(noise)}, true},
         Case{"direct, short", 6, {kDirect, {}, Zlib(Noise(767, 1))}},
         Case{"direct, empty", 6, {.format = kDirect}},
+        Case{"short, then intermediate",
+             6,
+             {kDirect, {}, Zlib(Noise(767, 1))},
+             false,
+             {kIntermediate, {}, Zlib(noise)}},
         Case{"codes", 6, {kReduced, {}, Zlib(codes)}, true},
         Case{"codes, rejected", 6, {kColorField1, {}, Zlib(codes)}}}) {
     SCOPED_TRACE(c.name);
@@ -244,6 +250,10 @@ TEST_F(ChangesTest, KnowWhetherThePictureIsComplete) {
     EXPECT_FALSE(decoder->IsComplete());
     Message message = PlainPicture(Header(c.codecType, 32, 16, 16, 16), 1).Whole();
     message.records[1] = c.second;
+    if (!c.again.payload.empty()) {
+      message.flags = kFlagSecondPass;
+      message.records.insert(message.records.end(), {{}, c.again});
+    }
     static_cast<void>(Decode(message.Build(), true));
     EXPECT_EQ(decoder->IsComplete(), c.isComplete);
     // A later failure does not undo it.
