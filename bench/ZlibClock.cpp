@@ -1,5 +1,5 @@
-// The linker routes this program's calls of zlib through here (--wrap), those of shared libraries
-// excepted. For one thread.
+// The linker routes this program's calls of zlib to these functions (--wrap). Shared libraries call
+// zlib directly. For a single thread.
 
 #include "bench/Bench.h"
 

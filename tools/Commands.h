@@ -7,8 +7,8 @@ class App;
 
 namespace zlibvideo {
 
-// Each adds the command of its name, which a folder of that name holds, to those of `app`. When the
-// arguments name it, parsing runs it and stores its exit status. `exitStatus` must outlive `app`.
+// Each function adds a command to `app`. If the arguments name the command, parsing runs it and
+// stores its exit status. `exitStatus` must outlive `app`.
 void AddDecodeCommand(CLI::App& app, int* exitStatus);
 void AddInfoCommand(CLI::App& app, int* exitStatus);
 void AddRecordCommand(CLI::App& app, int* exitStatus);

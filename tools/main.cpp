@@ -34,7 +34,7 @@ int main(int argc, char** argv) {
     return error.Status();
   } catch (const zlibvideo::ReaderLeft&) {
   } catch (const zlibvideo::StoppedBySignal&) {
-    zlibvideo::PrintLine("stopped by a signal; no unfinished file is left");
+    zlibvideo::PrintLine("stopped by a signal");
     zlibvideo::EndByStopSignal();
   } catch (const std::bad_alloc&) {
     zlibvideo::PrintLine("not enough memory");

@@ -215,8 +215,15 @@ TEST_F(DecodeTest, ASignalLeavesNoUnfinishedFile) {
           "x.hash.part; do "
           "sleep 0.01; done; kill -TERM $pid; wait $pid; status=$?; rm in; exit $status");
   EXPECT_EQ(128 + SIGTERM, stopped.status);
-  EXPECT_EQ(0u, stopped.text.find("zlibvideo: stopped by a signal; no unfinished file is left\n"));
+  EXPECT_EQ(0u, stopped.text.find("zlibvideo: stopped by a signal\n"));
   EXPECT_EQ(before, Files());
+}
+
+TEST_F(DecodeTest, ASignalEndsAWaitForTheReader) {
+  EXPECT_EQ(124, Run("mkfifo out; exec 3<>out; for i in $(seq 999); do cat good.zvm; done > x.zvm; "
+                     "timeout -k 9 0.5 '" ZLIBVIDEO_PROGRAM "' info --json x.zvm > out")
+                     .status)
+      << "the status of timeout, if the first signal ended the program";
 }
 
 TEST_F(DecodeTest, ManyFailuresAreFewLines) {
@@ -227,7 +234,7 @@ TEST_F(DecodeTest, ManyFailuresAreFewLines) {
   Save("x.zvm", messages);
   const auto end = std::to_string(std::filesystem::file_size(Path("x.zvm")));
   const Outcome outcome =
-      Run("head -c 65538 /dev/zero >> x.zvm; zlibvideo decode x.zvm --format null");
+      Run("head -c 65539 /dev/zero >> x.zvm; zlibvideo decode x.zvm --format null");
   EXPECT_EQ(2, outcome.status);
   EXPECT_EQ(20 + 3, Lines(outcome.text)) << outcome.text;
   EXPECT_NE(std::string::npos,

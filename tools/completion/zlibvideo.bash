@@ -1,5 +1,5 @@
-# Completion of zlibvideo for bash. Commands, options and formats are what the help of the program
-# names: each completion of them runs the program that is typed, under the name that is typed.
+# Completion of zlibvideo for bash. Each completion runs the program that is typed, and reads
+# commands, options and formats from its help.
 
 # The help of the program $1, or of its command $2.
 _zlibvideo_help() {

@@ -25,7 +25,7 @@ Examples:
       Write a lossless animation that web browsers show.
   zlibvideo decode movie.zvm --from 20 --to 30 --format y4m -o - |
     zlibvideo record - -o cut.zvm
-      Cut a stream. To join streams of one version: cat 1.zvm 2.zvm > both.zvm
+      Cut a stream. To join streams: cat 1.zvm 2.zvm > both.zvm
   zlibvideo decode movie.zvm --format hash > movie.hashes
   zlibvideo decode movie.zvm --verify movie.hashes
       List the checksums of all pictures; later, check that they are the same.

@@ -111,7 +111,7 @@ void DecodeRun::TakeOne(const FileMessage& message, bool decoded) {
       fSink->NoteFailure(message.index, fDecoder.Frame());
     }
   }
-  // Whoever watches a stream as it is sent has each picture before the next message.
+  // The next message of a live stream may come late. Its pictures so far are shown now.
   if (!fReader.HasInput()) fSink->CatchUp();
 }
 
@@ -144,7 +144,7 @@ void DecodeRun::RequireRange(Result end) const {
 
 ExitStatus DecodeRun::Conclude(Result end) const {
   const std::string messages = Counted(fReader.MessageCount(), "message");
-  if (end == Result::kEnd && fOptions.WritesPictures() && fPicturesWritten == 0) {
+  if (fOptions.WritesPictures() && fPicturesWritten == 0) {
     PrintLine(fReader.Name() + ": no picture was written (" + messages + " read)");
   } else if (ShowsProgress()) {
     const std::string& output = fOptions.output.path;

@@ -12,12 +12,6 @@
 #include "tools/files/ToolError.h"
 
 namespace zlibvideo {
-namespace {
-
-constexpr int kWaitMilliseconds = 500;
-
-}  // namespace
-
 std::string InputName(const std::string& path) {
   return path == kStandardStreamName ? "standard input" : path;
 }
@@ -121,7 +115,6 @@ std::size_t InputFile::ReadSome(unsigned char* target, std::size_t size) {
       fStopped = fEnded = true;
       break;
     }
-    // The signal may come just before the wait, or to another thread: the wait has an end.
     if (poll(&input, 1, kWaitMilliseconds) <= 0) continue;
     const ssize_t got = read(fDescriptor.number, target, size);
     if (got > 0) return static_cast<std::size_t>(got);

@@ -1,6 +1,7 @@
 #include "tools/files/OutputFile.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -13,6 +14,7 @@
 #include <vector>
 
 #include "tools/files/InputFile.h"
+#include "tools/files/StopSignal.h"
 #include "tools/files/ToolError.h"
 
 namespace zlibvideo {
@@ -57,7 +59,7 @@ OutputFile::OutputFile(const std::string& path) : fName(OutputName(path)) {
     fDescriptor = STDOUT_FILENO;
     return;
   }
-  // A link stays. The file that it leads to is replaced.
+  // A link to an existing file stays, and this file is replaced.
   std::error_code error;
   const fs::path target = fs::weakly_canonical(fs::absolute(path), error);
   if (error) ThrowSystemError(fName, "cannot be opened for writing", error.value());
@@ -109,6 +111,11 @@ void OutputFile::WriteLine(const std::string& line) {
 void OutputFile::Flush() {
   std::string_view rest = fBuffer;
   while (!rest.empty()) {
+    // After a stop signal, the reader of a pipe has a last wait to make room.
+    pollfd output = {fDescriptor, POLLOUT, 0};
+    const int ready = poll(&output, 1, kWaitMilliseconds);
+    if (ready == 0 && StopSignal() != 0) throw StoppedBySignal();
+    if (ready <= 0) continue;
     const ssize_t written = write(fDescriptor, rest.data(), rest.size());
     if (written >= 0) {
       rest.remove_prefix(static_cast<std::size_t>(written));

@@ -12,8 +12,9 @@ namespace zlibvideo {
 /// Writes a file. Its bytes go to "NAME.part" until `Commit` renames that to NAME. Without `Commit`
 /// the destructor removes NAME.part, and a file NAME that was there before stays. A file that is
 /// replaced must be writable, and keeps its mode. Standard output ("-"), devices and pipes are
-/// written to directly. Errors throw a `ToolError` that names the file. A closed standard output
-/// throws `ReaderLeft`.
+/// written to directly. Errors throw a `ToolError` that names the file. If the reader of a pipe
+/// has closed it, throws `ReaderLeft`. If the reader makes no room after a stop signal, throws
+/// `StoppedBySignal`.
 class OutputFile {
  public:
   /// Opens the output and creates missing folders.

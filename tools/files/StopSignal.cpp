@@ -17,10 +17,14 @@ static_assert(decltype(gSignal)::is_always_lock_free && decltype(gLine)::is_alwa
 
 extern "C" void NoteSignal(int signal) {
   int none = 0;
-  if (!gSignal.compare_exchange_strong(none, signal)) return;
-  // Others may send the same signal several times at once: `timeout` does, and so does a terminal
-  // that closes. A person who wants no more waiting presses Ctrl-C.
-  ::signal(SIGINT, SIG_DFL);
+  if (!gSignal.compare_exchange_strong(none, signal)) {
+    // Programs may send other signals several times at once: `timeout` does, and so does a terminal
+    // that closes. A person who wants no more waiting presses Ctrl-C.
+    if (signal != SIGINT) return;
+    ::signal(SIGINT, SIG_DFL);
+    raise(SIGINT);
+    return;
+  }
   const int error = errno;
   const char* const line = gLine;
   if (line != nullptr) static_cast<void>(!write(STDERR_FILENO, line, std::strlen(line)));

@@ -3,6 +3,10 @@
 
 namespace zlibvideo {
 
+/// A wait of the system is that short at most. The signal may come just before the wait, or to
+/// another thread: then it interrupts nothing.
+inline constexpr int kWaitMilliseconds = 500;
+
 /// Makes the first SIGINT, SIGTERM or SIGHUP set a flag and interrupt the system call that waits. A
 /// later SIGINT ends the process at once. A signal that the parent ignores, as nohup does, stays
 /// ignored. Also turns writing to a closed pipe, or beyond the limit of a file's size, into an

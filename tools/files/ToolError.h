@@ -32,7 +32,7 @@ class ToolError : public std::runtime_error {
   ExitStatus fStatus;
 };
 
-/// The reader of standard output has closed it, as `head` does. `main` ends without a line.
+/// The reader of a pipe has closed it, as `head` does. `main` ends without a line.
 struct ReaderLeft {};
 
 /// A signal stopped the run. `main` ends as the signal would have ended the process.

@@ -33,8 +33,8 @@ Columns of the table:
            D direct, P primed, B banded, X primed and banded, I intermediate; in
            lower case with reduced colours; ? colours that cannot be converted
 
-After 20 failures in a row, and for empty messages, table and page say only how
-many messages failed.
+In table and page, empty messages share a line, and so do the failures after 20
+failures in a row.
 
 Keys of a JSON object; a value is null where it does not apply:
   index, offset, bytes    which message, 0 for message 1; where it begins in the
@@ -122,11 +122,12 @@ int InfoRun::Run() {
 void InfoRun::ReportOne(const FileMessage& message, bool decoded) {
   if (fWriter == nullptr) fWriter = MakeWriter(fOptions);
   const MessageReport report = MessageReport::Gather(message, decoded, fStream.Decoder());
-  fSummary.Add(report);
   // Programs read an object for every message.
-  if (!fOptions.json && fFailures.HoldsBack(message, decoded)) return;
-  ReportHeldBack();
-  fWriter->Write(report, fStream.Frame());
+  if (fOptions.json || !fFailures.HoldsBack(message, decoded)) {
+    ReportHeldBack();
+    fWriter->Write(report, fStream.Frame());
+  }
+  fSummary.Add(report);
 }
 
 void InfoRun::ReportHeldBack() {

@@ -73,7 +73,7 @@ struct StreamSummary {
   RecordTallies tallies;
 
   void Add(const MessageReport& report);
-  /// "1.9 MiB, 68.5 KiB a message, at most 105.0 KiB (message 9)".
+  /// "2.0 MB, 70.2 kB a message, at most 107.5 kB (message 9)".
   std::string SizeText() const;
 };
 

@@ -149,7 +149,9 @@ std::string TextReport::Records(const MessageReport& report) const {
     if (!text.empty()) text += ' ';
     text += Styled(TextOf(kind).letter + std::to_string(tally.count), StyleOf(kind));
   }
-  if (report.outline.paletteSize) text += std::string(", palette ") + report.palette;
+  if (report.outline.paletteSize) {
+    text += std::string(text.empty() ? "" : ", ") + "palette " + report.palette;
+  }
   if (report.outline.passes > 1) text += ", " + std::to_string(report.outline.passes) + " passes";
   if (report.outline.unread != 0) {
     text += ", " + Counted(report.outline.unread, "byte") + " not read";

@@ -18,8 +18,8 @@ class PictureSource {
   PictureSource& operator=(const PictureSource&) = delete;
 
   /// Replaces `picture` by the next picture, of 1 to 4095 pixels a side. Returns false after the
-  /// last picture. At least a picture comes. Throws `ToolError`, which names the picture, when it
-  /// cannot be read. REQUIRES: no call has returned false or thrown.
+  /// last picture. The first call returns a picture. Throws `ToolError`, which names the picture,
+  /// when it cannot be read. REQUIRES: no call has returned false or thrown.
   virtual bool Next(Picture* picture) = 0;
   /// The last picture that was read, as messages name it.
   virtual std::string Name() const = 0;

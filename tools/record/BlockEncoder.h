@@ -15,7 +15,7 @@ namespace zlibvideo {
 /// Bytes in a row of a block's buffer.
 unsigned int RowBytes(const BitmapDataBlock& block);
 
-/// What a block record will carry.
+/// The content of a block record.
 struct BlockPayload {
   BlockHeader header;
   std::vector<unsigned char> bytes;
@@ -34,9 +34,10 @@ class BlockEncoder {
  public:
   /// The forms that a payload may have besides direct 3-byte pixels.
   struct Forms {
-    /// Those that need the block's reference data.
+    /// Primed forms and bands, which need the block's reference data.
     bool intermediate = false;
-    /// Colour-reduced forms, in these colours. Null for none. All pixels must be of these colours.
+    /// Colour-reduced forms, in these colours. Null without them. All pixels must be of these
+    /// colours.
     const ReducedColors* colors = nullptr;
   };
 

@@ -8,9 +8,7 @@
 
 namespace zlibvideo {
 
-/// The decoder as it will play the recording: it is fed everything that is recorded, so that a
-/// block's pixels and reference data are known exactly as they will be then, without a second
-/// account of the rules by which they change.
+/// A decoder that receives each recorded message, so it holds the blocks as a player will.
 class DecoderModel : public ZLibVideoDecompressor {
  public:
   DecoderModel() : ZLibVideoDecompressor(nullptr, nullptr) {}

@@ -30,7 +30,7 @@ FrameHeader MakeHeader(int width, int height, const RecordOptions& options) {
   return header;
 }
 
-/// The pixels of `picture` that a row of `block` covers. Row 0 is the bottom one, as in its buffer.
+/// The pixels of `picture` that a row of `block` covers. Row 0 is the bottom row, as in its buffer.
 /// REQUIRES: the block belongs to a grid over a picture of this size.
 const unsigned char* CoveredRow(const Picture& picture, const BitmapDataBlock& block,
                                 std::int32_t row) {

@@ -30,14 +30,14 @@ class FrameEncoder {
  private:
   /// A walk over the blocks.
   struct Pass {
-    /// What blocks that are sent will show.
+    /// The pixels that blocks show after this pass, if it sends them.
     const Picture& target;
-    /// The pixels of blocks after the last pass. Those that do already are not sent.
+    /// The pixels that all blocks show after the last pass.
     const Picture& result;
     BlockEncoder::Forms forms;
     bool sendAll = false;
 
-    /// Whether a block needs nothing in this pass.
+    /// Whether the block shows `target` or `result` already, and is not sent.
     bool IsShownBy(const BitmapDataBlock& block) const;
   };
 
@@ -49,7 +49,7 @@ class FrameEncoder {
   Picture Reduce(const Picture& picture) const;
   /// Whether any block was sent.
   bool WritePass(const Pass& pass);
-  /// The payload of each block of the pass, in order. Nothing where it needs nothing.
+  /// The payload of each block of the pass, in order. Nothing for a block that is not sent.
   std::vector<std::optional<BlockPayload>> EncodeBlocks(const Pass& pass);
   void AppendPayload(const BitmapDataBlock& block, const BlockPayload& payload);
   void AppendSize(std::size_t size);
@@ -58,7 +58,7 @@ class FrameEncoder {
   RecordOptions fOptions;
   FrameHeader fHeader;
   DecoderModel fDecoder;
-  /// Those of `fDecoder`, in the order in which a pass sends them.
+  /// The blocks of `fDecoder`, in the order in which a pass sends them.
   std::vector<BitmapDataBlock*> fBlocks;
   BlockEncoder fBlockEncoder;
   std::optional<ReducedColors> fColors;

@@ -97,9 +97,11 @@ void Check(const CLI::App& command, TypedArguments* typed) {
   }
   if (typed->size.empty()) return;
   const std::vector<std::string>& inputs = arguments.inputs;
-  if (inputs.size() > 1 || inputs.front().ends_with(".png")) {
-    throw CLI::ValidationError("--size",
-                               "is for a single input of raw pictures, not for PNG files");
+  if (inputs.front().ends_with(".png")) {
+    throw CLI::ValidationError("--size", "is for raw pictures, not for PNG files");
+  }
+  if (inputs.size() > 1) {
+    throw CLI::ValidationError("--size", "raw pictures must be a single input; cat joins files");
   }
   if (!ParseSize(typed->size, 1, FrameHeader::kMaxImageSize, &arguments.rawWidth,
                  &arguments.rawHeight)) {

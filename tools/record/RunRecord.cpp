@@ -105,6 +105,7 @@ void Recording::AddAll() {
   Picture picture;
   try {
     while (fSource->Next(&picture)) {
+      if (StopSignal() != 0 && !fSource->EndsAtStopSignal()) throw StoppedBySignal();
       Add(picture);
       ++fDone;
       progress.Update(fDone, fDone);

@@ -1,5 +1,6 @@
 #include "tools/stream/MessageFile.h"
 
+#include <algorithm>
 #include <cerrno>
 
 #include "bitstream/ByteCursor.h"
@@ -32,7 +33,14 @@ MessageFileReader::Result MessageFileReader::Next(FileMessage* message) {
   std::uint32_t length = 0;
   ByteCursor cursor(lengthField, static_cast<unsigned int>(fieldBytes));
   fBytesRead += fieldBytes;
-  if (!cursor.ReadU24(&length)) return Stop(fieldBytes, kMessageLengthBytes);
+  if (!cursor.ReadU24(&length)) {
+    // Zeros behind a stream, as after a power cut, are empty messages and perhaps a part of a
+    // length.
+    const bool isZero = std::all_of(lengthField, lengthField + fieldBytes,
+                                    [](unsigned char byte) { return byte == 0; });
+    return Stop(isZero && fEmptyMessages > 1 ? 0 : fieldBytes, kMessageLengthBytes);
+  }
+  fEmptyMessages = length == 0 ? fEmptyMessages + 1 : 0;
 
   const std::uint64_t offset = fBytesRead;
   const std::size_t bytes = fInput.Read(length, &fBuffer);

@@ -26,7 +26,7 @@ struct FileMessage {
   /// Where in the file, in bytes, the message begins after its length.
   std::uint64_t offset = kMessageLengthBytes;
 
-  /// From 1, as people are told of messages, in sentences as in names of files.
+  /// From 1, for sentences and names of files.
   std::uint64_t Number() const { return index + 1; }
 };
 
@@ -75,6 +75,8 @@ class MessageFileReader {
   std::vector<unsigned char> fBuffer;
   std::uint64_t fBytesRead = 0;
   std::uint64_t fMessageCount = 0;
+  /// Empty messages since the last message with bytes.
+  std::uint64_t fEmptyMessages = 0;
   std::string fProblem;
 };
 

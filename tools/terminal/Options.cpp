@@ -1,9 +1,10 @@
 #include "tools/terminal/Options.h"
-#include "tools/terminal/ParseNumber.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <thread>
+
+#include "tools/terminal/ParseNumber.h"
 
 namespace zlibvideo {
 CLI::Validator FileNameValidator() {
@@ -33,7 +34,7 @@ void AddJobsOption(CLI::App* command, const std::string& work, unsigned int* job
   *jobs = std::clamp(std::thread::hardware_concurrency(), 1U, kMaxJobs);
   command
       ->add_option("-j,--jobs", *jobs,
-                   "Threads that " + work + ", by default one\nfor each processor")
+                   "Threads that " + work + ", by default\nas many as processors")
       ->check(RangeValidator(1, kMaxJobs))
       ->type_name("N");
 }
