@@ -18,9 +18,10 @@ class Viewer {
     this.stream = stream;
     this.at = 0;
     this.playing = null;  // an object for each time it begins
+    this.stepMs = 100;
     /** By key. */
     this.actions = {
-      ArrowLeft: () => this.show(this.at - 1), ArrowRight: () => this.show(this.at + 1),
+      ArrowLeft: () => this.step(-1), ArrowRight: () => this.step(1),
       PageUp: () => this.show(this.at - 10), PageDown: () => this.show(this.at + 10),
       Home: () => this.show(0), End: () => this.show(this.lastAt), " ": () => this.play(),
     };
@@ -40,6 +41,11 @@ class Viewer {
     if (!action || clicks || event.ctrlKey || event.altKey || event.metaKey) return;
     event.preventDefault();
     action();
+  }
+
+  step(messages) {
+    if (this.playing) this.play();
+    this.show(this.at + messages);
   }
 
   async show(at) {
@@ -62,7 +68,7 @@ class Viewer {
     if (turn && this.at === this.lastAt) await this.show(0);
     while (turn && turn === this.playing) {
       if (this.at === this.lastAt) return this.play();
-      await Promise.all([this.show(this.at + 1), new Promise((done) => setTimeout(done, 100))]);
+      await Promise.all([this.show(this.at + 1), new Promise((done) => setTimeout(done, this.stepMs))]);
     }
   }
 
