@@ -130,7 +130,6 @@ void Recording::Add(const Picture& picture) {
     fHeight = picture.height;
   }
   const std::vector<unsigned char>& message = fEncoder->Encode(picture);
-  // The writer would refuse the message as well, but its error does not name the picture.
   if (message.size() > MessageFileWriter::kMaxLength) {
     throw RecordError("its message has " + std::to_string(message.size()) +
                       " bytes; the limit is " + std::to_string(MessageFileWriter::kMaxLength));

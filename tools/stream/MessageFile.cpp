@@ -85,10 +85,6 @@ MessageFileReader::Result MessageFileReader::Stop(std::size_t read, std::size_t 
 }
 
 void MessageFileWriter::Write(const unsigned char* bytes, std::size_t length) {
-  if (length > kMaxLength) {
-    throw ToolError(fFile.Name() + ": a message of " + std::to_string(length) +
-                    " bytes does not fit; the limit is " + std::to_string(kMaxLength));
-  }
   const unsigned char lengthField[kMessageLengthBytes] = {static_cast<unsigned char>(length >> 16),
                                                           static_cast<unsigned char>(length >> 8),
                                                           static_cast<unsigned char>(length)};

@@ -89,8 +89,8 @@ class MessageFileWriter {
   /// Writes to `path`, or standard output for "-", as `OutputFile` does.
   explicit MessageFileWriter(const std::string& path) : fFile(path) {}
 
-  /// Appends a message and hands it to the system. Throws `ToolError` when it cannot be written,
-  /// or is longer than `kMaxLength`.
+  /// Appends a message and hands it to the system. Throws `ToolError` if it cannot be written.
+  /// REQUIRES: at most `kMaxLength` bytes.
   void Write(const unsigned char* bytes, std::size_t length);
   /// Gives the file its name. Without this call, nothing is left.
   void Commit() { fFile.Commit(); }
