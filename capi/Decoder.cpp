@@ -62,9 +62,10 @@ bool zlibvideo_decoder::Decode(const unsigned char* message, std::size_t length)
   FrameHeader header;
   const std::size_t bound = Bound(message, length, &header);
   if (bound == 0 || bound > fMemoryLimit || length > UINT32_MAX || !Prepare(header)) return false;
-  // The decoder only reads the message.
+  // The decoder only reads the message. Without memory, some payloads are skipped.
   auto* bytes = const_cast<unsigned char*>(message);
-  return DecompressVideo(nullptr, bytes, static_cast<unsigned long>(length), true) && Draw();
+  const bool decoded = DecompressVideo(nullptr, bytes, static_cast<unsigned long>(length), true);
+  return !zlibvideo::MemoryRanOut() && decoded && Draw();
 }
 
 bool zlibvideo_decoder::Prepare(const FrameHeader& header) {
@@ -74,6 +75,7 @@ bool zlibvideo_decoder::Prepare(const FrameHeader& header) {
   }
   // The next message would accept a grid with missing records.
   DeleteBlocks();
+  static_cast<void>(zlibvideo::MemoryRanOut());
   return false;
 }
 

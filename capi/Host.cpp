@@ -6,15 +6,28 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <utility>
 
 #include "host/BitmapPixel.h"
 #include "host/GCHeap.h"
 #include "host/SystemMemory.h"
 #include "host/VideoDecompressor.h"
 
+namespace {
+
+#ifdef __wasm__
+bool memoryRanOut = false;  // a module has a single thread
+#else
+thread_local bool memoryRanOut = false;
+#endif
+
+}  // namespace
+
 // The memory is zero. A picture never shows a byte that no message wrote.
 void* Vorn::SystemNew(unsigned long size, FixedMallocOpts /*opts*/) {
-  return std::calloc(size == 0 ? 1 : size, 1);
+  void* memory = std::calloc(size == 0 ? 1 : size, 1);
+  if (memory == nullptr) memoryRanOut = true;
+  return memory;
 }
 
 void Vorn::SystemDelete(void* memory) {
@@ -26,6 +39,10 @@ void Vorn::GCHeap::SignalObjectTooLarge() {
 }
 
 namespace zlibvideo {
+
+bool MemoryRanOut() {
+  return std::exchange(memoryRanOut, false);
+}
 
 PictureBitmap::~PictureBitmap() {
   std::free(fBaseAddress.Get());

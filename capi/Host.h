@@ -7,6 +7,9 @@
 
 namespace zlibvideo {
 
+/// Whether an allocation of the component failed on this thread since the last call.
+bool MemoryRanOut();
+
 /// The bitmap of the C interface: rows from the top without gaps, in its own memory. It has no
 /// pixels and is 0 × 0 until `Resize`.
 class PictureBitmap : public SBitmapCore {

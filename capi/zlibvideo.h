@@ -59,7 +59,8 @@ void zlibvideo_close(zlibvideo_decoder* decoder);
 ///
 /// Returns 1, or 0 if the message fails: it is damaged, over the memory limit, or memory ran out.
 /// The picture then is as before. It is lost in a single case: the size of the picture or of its
-/// blocks changed, and memory ran out. The next message can be decoded.
+/// blocks changed, and memory ran out. The next message can be decoded. After memory ran out, a
+/// block may show wrong pixels until a message sends it whole.
 int zlibvideo_decode(zlibvideo_decoder* decoder, const void* message, size_t length);
 
 /// Returns the picture, never null. Its fields are valid until the next `zlibvideo_decode`. The
