@@ -292,7 +292,6 @@ TEST_F(ChangesTest, FollowAStreamFromEveryMessageThatStandsAlone) {
 }
 
 TEST_F(ChangesTest, FindMessagesThatStandAlone) {
-  // Messages that are wrongly taken to stand alone, the random streams find.
   const FrameHeader v1 = Header(3, 32, 16, 16, 16), v2 = Header(6, 32, 16, 16, 16);
   const Bytes any(1);
   const Record none, raw{.payload = any}, direct{.format = kDirect, .payload = any};
@@ -303,10 +302,11 @@ TEST_F(ChangesTest, FindMessagesThatStandAlone) {
   const Message whole2{.header = v2, .records = {direct, direct}};
   const Message reduced{.header = v2, .records = {codes, codes}};
   const Message withPalette{.header = v2, .palette = any, .records = {codes, codes}};
+  const Message calm1{.header = v1, .records = {raw, none}};
   const Message calm{.header = v2, .records = {direct, none}};
-  const Message intermediateAfter{
-      v2, kFlagSecondPass, {}, {direct, direct, intermediate, none}, {}};
-  const Message primedAfter{v2, kFlagSecondPass, {}, {direct, direct, none, primedCodes}, {}};
+  const auto passes = [&](Record first, Record second) {
+    return Message{v2, kFlagSecondPass, {}, {direct, first, none, second}, {}};
+  };
   Message cut = whole1, other = whole1, larger = calm;
   cut.records.back().claimedSize = 2;
   other.header.codecType = 2;
@@ -328,9 +328,13 @@ TEST_F(ChangesTest, FindMessagesThatStandAlone) {
         Case{"with a palette behind it", withPalette, withPalette},
         Case{"other geometry", whole2, larger},
         Case{"other geometry behind a palette", withPalette, larger, false},
-        Case{"intermediate on the first pass", whole2, intermediateAfter},
-        Case{"codes primed with pixels", whole2, primedAfter},
-        Case{"codes primed with codes from before", reduced, primedAfter, false}}) {
+        Case{"a block is left", whole1, calm1, false},
+        Case{"intermediate on the first pass", whole2, passes(direct, intermediate)},
+        Case{"intermediate before its reference", whole2, passes(intermediate, direct), false},
+        Case{"codes primed with pixels", whole2, passes(direct, primedCodes)},
+        Case{"codes primed with codes from before", reduced, passes(direct, primedCodes), false},
+        Case{"empty payload", whole1, passes({.format = kDirect}, none), false},
+        Case{"no conversion", whole2, passes(direct, {kColorField1, {}, any}), false}}) {
     StandaloneFinder finder(kStateNone);
     if (c.before) static_cast<void>(next(&finder, *c.before));
     EXPECT_EQ(next(&finder, c.message), c.standsAlone) << c.name;

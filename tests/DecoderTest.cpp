@@ -1,7 +1,5 @@
 // The decoder as its host sees it: its operations, its life, and the header of a message.
 
-#include <cstring>
-
 #include "host/TCMessage.h"
 #include "tests/CountingHost.h"
 
@@ -169,35 +167,6 @@ TEST_F(DecoderTest, DrawsOnlyIntoAVideoObjectAndWhenAsked) {
   EXPECT_EQ(object.GetBitmapCore(), nullptr);
   video->SetRecord(reinterpret_cast<RenderRecord*>(16));  // nothing that could be read
   EXPECT_TRUE(Decode(bytes, true));
-}
-
-/// A pointer to a virtual operation holds the operation's place, by the C++ ABI of GCC and Clang.
-template <typename Pointer>
-std::size_t PlaceOf(Pointer operation) {
-  std::size_t offset = 0;
-  std::memcpy(&offset, &operation, sizeof(offset));
-  return offset / sizeof(void*);
-}
-
-TEST_F(DecoderTest, HasItsVirtualOperationsInOrder) {
-#define PLACE(operation) \
-  { PlaceOf(&ZLibVideoDecompressor::operation), #operation }
-  // clang-format off
-  const std::pair<std::size_t, const char*> places[] = {PLACE(VideoMessageCodecType),
-      PLACE(DecompressVideoMessage), PLACE(DecompressVideoEmbedded),
-      PLACE(VideoEmbeddedIsKeyFrame), PLACE(CanDropDecode), PLACE(GetInstance),
-      PLACE(FlushAfterSeek), PLACE(Flush), PLACE(DeleteBuffers), PLACE(ReallocBuffers),
-      PLACE(AddRef), PLACE(DecRef), PLACE(GetLowWater), PLACE(GetHighWater), PLACE(GetDPBSize),
-      PLACE(GetDPBTime), PLACE(NeedBufferingRestart), PLACE(ReloadVideoTexture),
-      PLACE(ReloadIVideoBuffer), PLACE(ReloadVideoBuffer), PLACE(DeleteVideoTexture),
-      PLACE(DeleteVideoBuffer), PLACE(ReloadReferenceFrames), PLACE(DeleteHWCodec),
-      PLACE(GetCodecName), PLACE(GetTransformedPixelWidth), PLACE(GetTransformedPixelHeight),
-      PLACE(DeleteGPUCodec), PLACE(DecompressBlock)};
-  // clang-format on
-  std::size_t expected = 2;  // behind the destructors
-  for (const auto& [place, name] : places) EXPECT_EQ(place, expected++) << name;
-  EXPECT_EQ(PlaceOf(&BlockedCodec::DecompressBlock), 0u);
-  static_assert(sizeof(ZLibVideoDecompressor) == sizeof(VideoDecompressor) + sizeof(BlockedCodec));
 }
 
 }  // namespace

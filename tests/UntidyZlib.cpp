@@ -2,6 +2,8 @@
 
 #include "tests/UntidyZlib.h"
 
+#include <zlib.h>
+
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
@@ -52,14 +54,11 @@ extern "C" int __real_inflateInit2_(z_stream*, int, const char*, int);
 extern "C" int __wrap_inflateInit2_(z_stream* stream, int windowBits, const char* version,
                                     int recordSize) {
   if (LinkedZlib().failsToBegin) return Z_MEM_ERROR;
-  const int result = __real_inflateInit2_(stream, windowBits, version, recordSize);
-  if (result == Z_OK) LinkedZlib().open.insert(stream);
-  return result;
+  return __real_inflateInit2_(stream, windowBits, version, recordSize);
 }
 
 extern "C" int __real_inflateEnd(z_stream*);
 extern "C" int __wrap_inflateEnd(z_stream* stream) {
-  LinkedZlib().open.erase(stream);
   const int result = __real_inflateEnd(stream);
   return LinkedZlib().failsToEnd ? Z_STREAM_ERROR : result;
 }

@@ -1,10 +1,6 @@
 #ifndef ZLIBVIDEO_TESTS_UNTIDYZLIB_H
 #define ZLIBVIDEO_TESTS_UNTIDYZLIB_H
 
-#include <zlib.h>
-
-#include <set>
-
 namespace zlibvideo {
 
 /// The zlib of programs that `zlibvideo_link_untidy_zlib` links. It calls the linked zlib, and
@@ -16,7 +12,6 @@ struct UntidyZlib {
 
   bool failsToBegin = false;  // inflateInit2_
   bool failsToEnd = false;    // inflateEnd, which releases the stream all the same
-  std::set<const z_stream*> open = {};
 };
 
 UntidyZlib& LinkedZlib();  // of this thread

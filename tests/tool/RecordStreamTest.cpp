@@ -140,7 +140,7 @@ TEST_F(RecordStreamTest, OtherInputIsRefusedAndTheOutputLeftAlone) {
       {"cat in.bgra" + record, "standard input: is neither PNG nor y4m; if it is raw pictures, "},
       {"zlibvideo record in.bgra --size 40x4096", "--size: \"40x4096\" is not a size of pictures"},
       {"zlibvideo record x.png --size 40x30", "--size: is for raw pictures, not for "}};
-  for (Refusal& refusal : refusals) refusal.script += " -o old.zvm";
+  for (auto& [script, complaint] : refusals) script += " -o old.zvm";
   ExpectRefusals(refusals);
 }
 

@@ -190,7 +190,7 @@ TEST_F(RecordCommandTest, RecordsPngFilesOrLeavesTheOutputAlone) {
       {"0.png --codec 6", "--codec: \"6\" is not a whole number from 1 to 2"},
       {"0.png --codec 1 --reduced", "--reduced: requires --codec 2\nRun "},
       {"0.png --codec 1 --renew 15", "--renew: requires --codec 2\nRun "}};
-  for (Refusal& refusal : refusals) refusal.script = "zlibvideo record -o x.zvm " + refusal.script;
+  for (auto& [script, complaint] : refusals) script = "zlibvideo record -o x.zvm " + script;
   ExpectRefusals(refusals);
   Run("zlibvideo record 0.png - 2.png -o - --block 16x32 <1.png | zlibvideo decode - -o "
       "out/%d.png");

@@ -21,10 +21,8 @@ struct Outcome {
   std::string text;  // standard output and standard error
 };
 
-struct Refusal {
-  std::string script;
-  std::string complaint;  // the begin of the program's message
-};
+/// A script, and the begin of the program's message.
+using Refusal = std::pair<std::string, std::string>;
 
 /// A folder of its own for each test, and the program run in it by a shell.
 class ToolFixture : public testing::Test {
