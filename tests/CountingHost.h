@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <span>
 #include <unordered_map>
 
 #include "decoder/ZLibVideoDecompressor.h"

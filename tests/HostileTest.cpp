@@ -130,7 +130,7 @@ TEST_F(HostileTest, CostsTheMemoryThatTheHeaderAllows) {
 using HostileDeathTest = DecoderTest;
 
 TEST_F(HostileDeathTest, SignalsCountsThatAreTooLarge) {
-  // Nothing is asked for before: that would throw.
+  // No allocation before: it would throw.
   FailAt(2, AllocationFailure::kBadAlloc);
   EXPECT_DEATH(static_cast<void>(decoder->SetupCodec(32768, 16384, 1, 1)), "object too large");
   FailAt(2, AllocationFailure::kNull);
@@ -138,11 +138,6 @@ TEST_F(HostileDeathTest, SignalsCountsThatAreTooLarge) {
   FailAt(2, AllocationFailure::kBadAlloc);
   decoder->fScratchColorBufferSize = -1;
   EXPECT_DEATH(decoder->CheckScratchColorBuffer(), "object too large");
-}
-
-TEST_F(HostileDeathTest, EndsTheProcessWithoutMemoryForTheDecoderItself) {
-  FailAt(2, AllocationFailure::kNull);
-  EXPECT_DEATH(new DecoderProbe(nullptr, nullptr), "");
 }
 
 TEST_F(HostileDeathTest, EndsTheProcessOnAnyOtherExceptionOfTheHeap) {

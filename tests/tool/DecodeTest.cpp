@@ -162,7 +162,6 @@ TEST_F(DecodeTest, RefusesWhatCannotBeDoneAndLeavesNoFile) {
   std::vector<Refusal> refusals = {
       {decode + "-o %d%d.png", "-o: \"%d%d.png\"" + percent},
       {decode + "-o %s.png", "-o: \"%s.png\"" + percent},
-      {decode + "-o %123d.png", "-o: \"%123d.png\"" + percent},
       {decode + "-o x.gif", "-o: \"x.gif\" has an extension that is not written; choose .png, "},
       {decode + "-o %04d.bgra", "-o: \"%04d.bgra\" has a picture number, which only png supports"},
       {decode + "-o x.null", "-o: \"x.null\" cannot be used: format null writes no file"},
@@ -170,7 +169,6 @@ TEST_F(DecodeTest, RefusesWhatCannotBeDoneAndLeavesNoFile) {
       {decode + "-o x.png --from 0", "--from: \"0\" is not a whole number, 1 or more\nRun \"zlib"},
       {decode + "-o x.png --to 1x", "--to: \"1x\" is not a whole number"},
       {decode + "-o x.webp --fps 1/0", "--fps: \"1/0\" is not a frame rate"},
-      {decode + "-o x.y4m --fps 1001", "--fps: \"1001\" is not a frame rate"},
       {decode + "-o x.hash --fps 5", "--fps: \"5\" is only for webp and y4m"},
       {decode + "-o /dev/full --format webp", "/dev/full: cannot be written: No space left on "},
       {decode + "-o good.zvm/x.y4m", "good.zvm/x.y4m: its folder cannot be created: "},

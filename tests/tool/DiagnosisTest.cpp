@@ -16,10 +16,9 @@ using namespace formats;
 // Two blocks of 16x16: 768 bytes of pixels each in a room of 848 bytes. The scratch buffer has
 // 1024.
 const Record kEmpty = {};
-const Bytes kNoise = Noise(2048, 1);
 
 Record Direct(std::size_t bytes, int format = kDirect) {
-  return {.format = format, .payload = Zlib({kNoise.data(), kNoise.data() + bytes})};
+  return {.format = format, .payload = Zlib(Noise(bytes, 1))};
 }
 Record Banded(int start, int rows) {
   return {.format = kBanded, .band = Band{start, rows}, .payload = Zlib(Bytes(48, 0x55))};
