@@ -80,6 +80,8 @@ test("a decoder returns to a snapshot, and its memory does not grow", async () =
   const middle = decoder.snapshot();
   decodeAll(decoder, list.slice(10));
   const size = decoder.snapshot().byteLength;
+  assert.deepEqual(decodeAll(decoder, list), expected);
+  assert.equal(decoder.snapshot().byteLength, size);
   for (const one of [decoder, other, decoder]) {
     one.restore(middle);
     assert.equal(hashLine(9, true, one), expected[9]);
@@ -103,6 +105,7 @@ test("a message without memory fails", async () => {
   const results = [];
   for (let pages = 4; pages < 256; pages += 12) {
     const decoder = await Decoder.create(withMostPages(pages));
+    assert.equal(decoder.decode(new Uint8Array(1 << 24)), false);
     results.push(decoder.decode(message));
     assert.equal(decoder.width, decoder.decode(message) ? 1280 : 0);
   }
@@ -124,6 +127,7 @@ test("the module is small, imports nothing, and comes from any source", async ()
     const decoder = await Decoder.create(source);
     assert.ok(decoder.decode(message) && decoder.complete && decoder.changedBlocks.length === 240);
     assert.deepEqual(decoder.changedBlocks[0], {left: 0, top: 656, width: 64, height: 64});
+    assert.deepEqual(decoder.changedBlocks[239], {left: 1216, top: 0, width: 64, height: 16});
     assert.deepEqual(decoder.changed, {left: 0, top: 0, width: 1280, height: 720});
     decoder.close();
     assert.throws(() => decoder.decode(message));
