@@ -21,9 +21,13 @@ function(zlibvideo_install_library target name)
   if(NOT TARGET ${target})
     return()
   endif()
+  set(runtime runtime)
+  if(name MATCHES "^c_")
+    set(runtime c_runtime)
+  endif()
   set_target_properties(${target} PROPERTIES EXPORT_NAME ${name})
   install(TARGETS ${target} EXPORT zlibvideo-${name}-targets
-    LIBRARY COMPONENT runtime NAMELINK_COMPONENT development
+    LIBRARY COMPONENT ${runtime} NAMELINK_COMPONENT development
     ARCHIVE COMPONENT development)
   install(EXPORT zlibvideo-${name}-targets NAMESPACE zlibvideo:: DESTINATION ${zlibvideo_package_dir}
     COMPONENT development)

@@ -1,7 +1,7 @@
 // Plays a stream in a window. The decoder draws the blocks that changed into plain memory, and the
 // changed area is uploaded to a texture. First the input, then the player, and main.
 //
-//   example_player samples/desktop.zvm        (--help lists the keys)
+//   zlibvideo-play samples/desktop.zvm        (--help lists the keys)
 
 #include <SDL.h>
 #include <fcntl.h>
@@ -33,7 +33,7 @@ static void Succeed(bool success) {
 }
 
 static void Tell(const std::string& fault) {
-  std::fprintf(stderr, "example_player: %s\n", fault.c_str());
+  std::fprintf(stderr, "zlibvideo-play: %s\n", fault.c_str());
 }
 
 // The messages of a file, or of standard input as they come. All are kept, for going back. Never
@@ -303,7 +303,7 @@ class Player {
 };
 
 constexpr char kUsage[] =
-    "usage: example_player [--fps N] FILE.zvm\n"
+    "usage: zlibvideo-play [--fps N] FILE.zvm\n"
     "FILE.zvm may be \"-\": standard input, shown as it comes. N is 1 to 240, by default 10.\n"
     "Space plays and pauses; Right and Left step; Home and End jump to the first and the last\n"
     "message; + and - double and halve the speed; Q and Escape quit.\n";
