@@ -1,5 +1,6 @@
 // The C interface: a decoder that draws into a bitmap of its own.
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -50,9 +51,12 @@ std::size_t zlibvideo_decoder::Bound(const unsigned char* message, std::size_t l
   std::int32_t remainder = 0;
   const int blocks = CalcGridSize(header->imageWidth, header->blockWidth, &remainder) *
                      CalcGridSize(header->imageHeight, header->blockHeight, &remainder);
-  const int pixels = header->imageWidth * header->imageHeight;
+  // The last picture is kept until the message succeeds, and the room for areas never shrinks.
+  const int pixels =
+      std::max(header->imageWidth * header->imageHeight, fBitmap.GetWidth() * fBitmap.GetHeight());
+  const auto areas = std::max(static_cast<std::size_t>(blocks), fChangedRoom);
   return static_cast<std::size_t>(zlibvideo::MemoryBound(bounded)) +
-         static_cast<std::size_t>(blocks) * sizeof(zlibvideo_area) +
+         areas * sizeof(zlibvideo_area) +
          static_cast<std::size_t>(pixels) * zlibvideo::kBitmapPixelBytes;
 }
 

@@ -60,16 +60,17 @@ void zlibvideo_close(zlibvideo_decoder* decoder);
 /// Returns 1, or 0 if the message fails: it is damaged, over the memory limit, or memory ran out.
 /// The picture then is as before. It is lost in a single case: the size of the picture or of its
 /// blocks changed, and memory ran out. The next message can be decoded. After memory ran out, a
-/// block may show wrong pixels until a message sends it whole.
+/// block may show wrong pixels until the stream sends the block whole, and its palette again.
 int zlibvideo_decode(zlibvideo_decoder* decoder, const void* message, size_t length);
 
 /// Returns the picture, never null. Its fields are valid until the next `zlibvideo_decode`. The
 /// pointer is valid until `zlibvideo_close`.
 const zlibvideo_picture* zlibvideo_get_picture(const zlibvideo_decoder* decoder);
 
-/// Returns the most bytes that the decoder holds after this message: the blocks and the picture.
-/// zlib needs about 40 KiB more during the call. Returns 0 if the message has no valid header:
-/// such a message fails.
+/// Returns the most bytes that the decoder holds during and after this message: the blocks, and the
+/// larger of the last and the new picture. Buffers of version 2 count from the first message of
+/// version 2 on. zlib needs about 40 KiB more during the call. Returns 0 if the message has no
+/// valid header: such a message fails.
 size_t zlibvideo_memory_bound(const zlibvideo_decoder* decoder, const void* message, size_t length);
 
 /// Returns the version of the library, as in "2.0.0".

@@ -19,7 +19,7 @@ endif()
 # nothing calls are gone.
 add_custom_command(OUTPUT zlibvideo_c.o
   COMMAND ${CMAKE_CXX_COMPILER} -r -nostdlib -o zlibvideo_c.o $<TARGET_OBJECTS:zlibvideo_c_objects>
-    -Wl,--gc-sections,--gc-keep-exported,--force-group-allocation
+    -Wl,${single_object}
   COMMAND ${CMAKE_OBJCOPY} --wildcard --keep-global-symbol=zlibvideo_* --strip-unneeded
     zlibvideo_c.o
   DEPENDS zlibvideo_c_objects $<TARGET_OBJECTS:zlibvideo_c_objects>

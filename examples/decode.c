@@ -7,15 +7,18 @@
 
 #include <zlibvideo/capi/zlibvideo.h>
 
-// Reads a message into `*message` and returns its bytes, or -1 at the end of the file.
+enum { kEnd = -1, kCutOff = -2 };
+
+// Reads a message into `*message` and returns its bytes, or the reason why there is no message.
 static long ReadMessage(FILE* file, unsigned char** message) {
   unsigned char length[3];  // most significant byte first
-  if (fread(length, 1, sizeof(length), file) != sizeof(length)) return -1;
+  const size_t got = fread(length, 1, sizeof(length), file);
+  if (got != sizeof(length)) return got == 0 ? kEnd : kCutOff;
   const size_t size = (size_t)length[0] << 16 | (size_t)length[1] << 8 | length[2];
   unsigned char* const larger = realloc(*message, size + 1);
-  if (larger == NULL) return -1;
+  if (larger == NULL) return kCutOff;
   *message = larger;
-  return fread(larger, 1, size, file) == size ? (long)size : -1;
+  return fread(larger, 1, size, file) == size ? (long)size : kCutOff;
 }
 
 int main(int argc, char** argv) {
@@ -27,9 +30,11 @@ int main(int argc, char** argv) {
   }
   int failed = 0;
   unsigned char* message = NULL;
-  for (long size = 0; (size = ReadMessage(file, &message)) >= 0;) {
+  long size = 0;
+  while ((size = ReadMessage(file, &message)) >= 0) {
     failed += !zlibvideo_decode(decoder, message, (size_t)size);
   }
+  if (size == kCutOff) ++failed;
   const zlibvideo_picture* const picture = zlibvideo_get_picture(decoder);
   printf("P7\nWIDTH %d\nHEIGHT %d\nDEPTH 4\nMAXVAL 255\nTUPLTYPE RGB_ALPHA\nENDHDR\n",
          (int)picture->width, (int)picture->height);

@@ -111,6 +111,10 @@ TEST(CInterfaceTest, FailsMessagesOverTheLimit) {
   EXPECT_TRUE(Decode(decoder, step.message));
   EXPECT_FALSE(Decode(decoder, version2));
   EXPECT_TRUE(SamePixels(step.bitmap, Shown(decoder)));
+  // Until a message succeeds, the last picture stays.
+  const Bytes tiny = Message{.header = Header(3, 16, 16, 16, 16), .records = {{}}}.Build();
+  EXPECT_GT(Bound(decoder, tiny), step.bitmap.bytes.size());
+  EXPECT_LT(Bound(Open(), tiny), step.bitmap.bytes.size());
 
   const Decoder both = Open();  // keeps the buffers of version 2
   EXPECT_TRUE(Decode(both, version2));

@@ -4,9 +4,10 @@ const LENGTH_BYTES = 3;  // before each message of a file, most significant byte
 const NO_LIMIT = 0xFFFFFFFF;
 const PAGE_BYTES = 65536;
 const AREA_BYTES = 16;
+const HEADER_BYTES = 7;  // of a message: all that its memory depends on
 
 /**
- * zlibvideo.wasm: its bytes, its address, a response with its bytes, or the compiled module.
+ * zlibvideo.wasm: its bytes, its address relative to this file, a response with its bytes, or the compiled module.
  * @typedef {BufferSource | URL | string | Response | Promise<Response> | WebAssembly.Module} Source
  */
 
@@ -47,7 +48,7 @@ export class Decoder {
   constructor(instance, memoryLimit) {
     this.#exports = instance.exports;
     this.#exports._initialize();
-    this.#handle = this.#exports.zlibvideo_open(memoryLimit);
+    this.#handle = this.#exports.zlibvideo_open(Math.min(memoryLimit, NO_LIMIT));
     if (this.#handle === 0) throw new RangeError("no memory for a decoder");
   }
 
@@ -58,8 +59,12 @@ export class Decoder {
    * @returns {Promise<Decoder>} Rejects if the module cannot be fetched or compiled.
    */
   static async create(source, {memoryLimit = NO_LIMIT} = {}) {
-    const module = await (source === undefined ?
-        moduleBesideThisFile ??= compile("zlibvideo.wasm") : compile(source));
+    if (source === undefined && !moduleBesideThisFile) {
+      moduleBesideThisFile = compile("zlibvideo.wasm");
+      // After a failure, the next call tries again.
+      moduleBesideThisFile.catch(() => moduleBesideThisFile = undefined);
+    }
+    const module = await (source === undefined ? moduleBesideThisFile : compile(source));
     return new Decoder(await WebAssembly.instantiate(module), memoryLimit);
   }
 
@@ -76,11 +81,12 @@ export class Decoder {
 
   /**
    * @param {Uint8Array} message
-   * @returns {number} The most bytes that the decoder holds after this message: the blocks and the
-   *     picture. 0 if the message has no valid header.
+   * @returns {number} The most bytes that the decoder holds during and after this message: the
+   *     blocks, and the larger of the last and the new picture. 0 if the message has no valid header.
    */
   memoryBound(message) {
-    return this.#with(message, this.#exports.zlibvideo_memory_bound) >>> 0;
+    const header = message.subarray(0, HEADER_BYTES);
+    return this.#with(header, this.#exports.zlibvideo_memory_bound) >>> 0;
   }
 
   /** Pixels. All sizes are 0 before the first picture. @type {number} */
@@ -140,7 +146,8 @@ export class Decoder {
   }
 
   /**
-   * Returns the decoder to the state of the snapshot, which is only read.
+   * Returns the decoder to the state of the snapshot, memory limit included. The snapshot is only
+   * read.
    * @param {ArrayBuffer} snapshot Of any decoder of the same module.
    */
   restore(snapshot) {
@@ -156,9 +163,10 @@ export class Decoder {
   }
 
   #with(message, operation) {
+    if (!this.#exports) throw new Error("the decoder is closed");
     const {malloc, free, memory} = this.#exports;
     const address = malloc(message.length);
-    if (address === 0) return 0;
+    if (address === 0) return operation(this.#handle, 0, 0);  // fails, and changes no block
     new Uint8Array(memory.buffer).set(message, address);
     const result = operation(this.#handle, address, message.length);
     free(address);

@@ -111,6 +111,7 @@ test("a message without memory fails", async () => {
   }
   assert.ok(results.indexOf(true) > 3 && !results.slice(results.indexOf(true)).includes(false));
 
+  assert.ok((await Decoder.create(wasm, {memoryLimit: Infinity})).decode(message));
   const memoryLimit = (await Decoder.create(wasm)).memoryBound(message);
   assert.equal((await Decoder.create(wasm, {memoryLimit})).decode(message), true);
   const limited = await Decoder.create(wasm, {memoryLimit: memoryLimit - 1});
