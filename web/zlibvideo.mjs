@@ -3,7 +3,7 @@
 const LENGTH_BYTES = 3;  // before each message of a file, most significant byte first
 const NO_LIMIT = 0xFFFFFFFF;
 const PAGE_BYTES = 65536;
-const AREA_BYTES = 16;
+const AREA_FIELDS = 4;
 const HEADER_BYTES = 7;  // of a message: all that its memory depends on
 
 /**
@@ -134,7 +134,8 @@ export class Decoder {
   /** The blocks that the last `decode` drew. @type {Area[]} */
   get changedBlocks() {
     const {blocks, count} = this.#picture();
-    return Array.from({length: count}, (_, i) => this.#area(blocks + i * AREA_BYTES));
+    const fields = new Uint32Array(this.#exports.memory.buffer, blocks, count * AREA_FIELDS);
+    return Array.from({length: count}, (_, i) => areaAt(fields, i * AREA_FIELDS));
   }
 
   /**
@@ -176,18 +177,16 @@ export class Decoder {
   /** The fields of `zlibvideo_picture`, which are 4 bytes each. */
   #picture() {
     const at = this.#exports.zlibvideo_get_picture(this.#handle);
-    const fields = new Uint32Array(this.#exports.memory.buffer, at, 9);
+    const fields = new Uint32Array(this.#exports.memory.buffer, at, 9 + AREA_FIELDS);
     const [address, , width, height, blockWidth, blockHeight, complete, count, blocks] = fields;
-    const changed = this.#area(at + fields.byteLength);
     return {address, width, height, blockWidth, blockHeight, complete: complete === 1, count,
-            blocks, changed};
+            blocks, changed: areaAt(fields, 9)};
   }
+}
 
-  #area(at) {
-    const fields = new Int32Array(this.#exports.memory.buffer, at, AREA_BYTES / 4);
-    const [left, top, width, height] = fields;
-    return {left, top, width, height};
-  }
+/** The fields of a `zlibvideo_area`, which are never negative. */
+function areaAt(fields, i) {
+  return {left: fields[i], top: fields[i + 1], width: fields[i + 2], height: fields[i + 3]};
 }
 
 /** The bytes of the first message and its length. 3 while the length is incomplete. */

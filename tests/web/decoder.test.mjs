@@ -82,13 +82,13 @@ test("a decoder returns to a snapshot, and its memory does not grow", async () =
   const size = decoder.snapshot().byteLength;
   assert.deepEqual(decodeAll(decoder, list), expected);
   assert.equal(decoder.snapshot().byteLength, size);
-  for (const one of [decoder, other, decoder]) {
-    one.restore(middle);
-    assert.equal(hashLine(9, true, one), expected[9]);
-    assert.deepEqual(decodeAll(one, list.slice(10), 10), expected.slice(10));
-    one.restore(start);
-    assert.equal(one.width, 0);
-    assert.deepEqual(decodeAll(one, list), expected);
+  for (const target of [decoder, other, decoder]) {
+    target.restore(middle);
+    assert.equal(hashLine(9, true, target), expected[9]);
+    assert.deepEqual(decodeAll(target, list.slice(10), 10), expected.slice(10));
+    target.restore(start);
+    assert.equal(target.width, 0);
+    assert.deepEqual(decodeAll(target, list), expected);
   }
   assert.equal(decoder.snapshot().byteLength, size);
 });
