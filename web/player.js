@@ -20,7 +20,7 @@ class Movie {
     return movie;
   }
 
-  /** Resolves with the decoder after it decoded the last message that was asked for. */
+  /** Resolves with the decoder after the last wanted message, or if the page opens another movie. */
   async seek(at) {
     this.#wanted = at;
     this.#seeking ??= this.#approach();
@@ -30,13 +30,16 @@ class Movie {
 
   async #approach() {
     await null;  // `seek` sets `#seeking` first
-    for (;;) {
-      this.#decodeSlice();
-      if (this.at === this.#wanted) break;
-      byId("note").textContent = `Decoding message ${this.at + 1} …`;
-      await new Promise((resume) => setTimeout(resume));
+    try {
+      while (movie === this) {
+        this.#decodeSlice();
+        if (this.at === this.#wanted) return;
+        byId("note").textContent = `Decoding message ${this.at + 1} …`;
+        await new Promise((resume) => setTimeout(resume));
+      }
+    } finally {
+      this.#seeking = null;
     }
-    this.#seeking = null;
   }
 
   #decodeSlice() {
@@ -64,8 +67,13 @@ class Movie {
 
   /** If checkpoints need too much memory, keeps every second checkpoint. */
   #addCheckpoint() {
-    this.#checkpoints.set(this.at, this.#decoder.snapshot());
     let bytes = 0;
+    try {
+      this.#checkpoints.set(this.at, this.#decoder.snapshot());
+    } catch (problem) {
+      if (!(problem instanceof RangeError)) throw problem;
+      bytes = Infinity;  // no memory for the snapshot
+    }
     for (const snapshot of this.#checkpoints.values()) bytes += snapshot.byteLength;
     if (bytes <= MOST_CHECKPOINT_BYTES) return;
     this.#spacing *= 2;
@@ -82,12 +90,15 @@ let viewer = null;
 let changed = null;  // the changed blocks, for the viewer
 let framesPerSecond = 10;
 let drawnFailures = 0;
+let nextUpdate = null;  // a timer
+const UPDATE_MS = 200;  // between two updates while messages arrive
 const isKeyFrame = (message) => message[0] >> 4 === 1;
 
 async function picture(at) {
   const shown = movie;
-  const decoder = shown.messages.length > 0 ? await shown.seek(at) : null;
-  if (movie !== shown || shown.at !== at) return null;
+  const decoder = await shown.seek(at).catch((problem) =>
+    complain(`Decoding failed: ${problem.message}. Open the file again.`));
+  if (!decoder || movie !== shown || shown.at !== at) return null;
   const {width, height} = decoder;
   describe(at, decoder);
   if (width === 0) return null;
@@ -161,10 +172,12 @@ function showNextFailure() {
 }
 
 function save() {
+  if (viewer.drawn < 0) return;
+  const name = `${byId("name").textContent.replace(/\.zvm$/, "")}-${viewer.drawn + 1}.png`;
   byId("picture").toBlob((blob) => {
     const link = document.createElement("a");
     link.href = URL.createObjectURL(blob);
-    link.download = `${byId("name").textContent.replace(/\.zvm$/, "")}-${viewer.at + 1}.png`;
+    link.download = name;
     link.click();
     setTimeout(() => URL.revokeObjectURL(link.href), 1000);
   });
@@ -179,6 +192,7 @@ function complain(problem) {
 
 /** Shows the messages that have arrived so far. */
 function update() {
+  nextUpdate = null;
   const count = movie.messages.length;
   byId("start").hidden = count > 0;
   byId("views").hidden = count === 0;
@@ -189,27 +203,35 @@ function update() {
   drawBars();
 }
 
-/** `stream` is a promise of a stream of bytes. */
-async function open(name, stream) {
-  const opened = await Movie.create();
+/** Shows the page without messages. */
+function begin(name, opened) {
   if (viewer?.playing) viewer.play();
   movie = opened;
   viewer ??= makeViewer();
   viewer.at = 0;
+  changed = null;
+  viewer.drawPicture(null);
+  viewer.drawMap();
   document.title = `${name}: zlibvideo player`;
   byId("name").textContent = name;
+  for (const id of ["summary", "title", "line", "note", "hint"]) byId(id).textContent = "";
   complain("");
   update();
+}
+
+/** `openStream` returns a stream of bytes, or its promise. */
+async function open(name, openStream) {
+  const opened = await Movie.create().catch((problem) => complain(`The decoder cannot start: ${
+    problem.message}. It requires Chromium 91, Firefox 89, Safari 16.4 or later.`));
+  if (!opened) return;
+  begin(name, opened);
   try {
-    let updated = 0;
-    for await (const message of messagesFrom(await stream)) {
+    for await (const message of messagesFrom(await openStream())) {
       if (movie !== opened) return;
       movie.messages.push(message);
-      if (performance.now() - updated < 200) continue;
-      update();
-      updated = performance.now();
+      nextUpdate ??= setTimeout(update, movie.messages.length === 1 ? 0 : UPDATE_MS);
     }
-    if (movie.messages.length === 0) complain(`${name} is empty.`);
+    if (movie === opened && movie.messages.length === 0) complain(`${name} is empty.`);
   } catch (problem) {
     if (movie === opened) complain(`${name}: ${problem.message}`);
   }
@@ -217,11 +239,14 @@ async function open(name, stream) {
 }
 
 function openFile(file) {
-  if (file) open(file.name, file.stream());
+  if (file) open(file.name, () => file.stream());
+  byId("file").value = "";  // so the same file can be chosen again
 }
 
 async function fetchStream(address) {
-  const answer = await fetch(address);
+  const answer = await fetch(address).catch((problem) => {
+    throw new Error(`${problem.message}. Perhaps the server does not allow other pages (CORS).`);
+  });
   if (!answer.ok) throw new Error(`the server answers ${answer.status} ${answer.statusText}`);
   return answer.body;
 }
@@ -259,4 +284,4 @@ for (const kind of ["dragover", "dragleave", "drop"]) {
 }
 setSpeed(framesPerSecond);
 const address = new URLSearchParams(location.search).get("src");
-if (address) open(address.replace(/.*\//, ""), fetchStream(address));
+if (address) open(address.replace(/.*\//, "") || address, () => fetchStream(address));

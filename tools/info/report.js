@@ -144,9 +144,6 @@ byId("bars").onclick = (event) =>
 for (const id of ["picture", "map"]) byId(id).onpointermove = describeBlock;
 window.addEventListener("hashchange", showAddressed);
 window.addEventListener("resize", drawBars);
-matchMedia("(prefers-color-scheme: dark)").addEventListener("change", () => {
-  drawBars();
-  viewer.drawMap();
-});
+matchMedia("(prefers-color-scheme: dark)").addEventListener("change", drawBars);
 drawBars();
 showAddressed();

@@ -17,6 +17,8 @@ class Viewer {
   constructor(stream) {
     this.stream = stream;
     this.at = 0;
+    this.drawn = -1;  // the message whose picture is drawn; -1 without a picture
+    this.calls = 0;  // of `show`
     this.playing = null;  // an object for each time it begins
     this.stepMs = 100;
     /** By key. */
@@ -31,6 +33,8 @@ class Viewer {
     byId("slider").oninput = () => this.show(byId("slider").valueAsNumber);
     document.addEventListener("keydown", (event) => this.press(event));
     window.addEventListener("resize", () => this.drawMap());
+    const dark = matchMedia("(prefers-color-scheme: dark)");
+    dark.addEventListener("change", () => this.drawMap());
   }
 
   get lastAt() { return this.stream.count - 1; }
@@ -38,7 +42,8 @@ class Viewer {
   press(event) {
     const clicks = event.key === " " && event.target.closest("button, a");
     const action = this.actions[event.key];
-    if (!action || clicks || event.ctrlKey || event.altKey || event.metaKey) return;
+    if (!action || clicks || this.stream.count === 0) return;
+    if (event.ctrlKey || event.altKey || event.metaKey) return;
     event.preventDefault();
     action();
   }
@@ -54,9 +59,9 @@ class Viewer {
     for (const id of ["first", "back"]) byId(id).disabled = this.at === 0;
     for (const id of ["next", "last"]) byId(id).disabled = this.at === this.lastAt;
     this.stream.show(this.at);
-    const wanted = this.at;
-    const picture = await this.stream.picture(wanted);
-    if (wanted !== this.at) return;
+    const call = ++this.calls;
+    const picture = await this.stream.picture(this.at);
+    if (call !== this.calls) return;
     this.drawPicture(picture);
     this.drawMap();
   }
@@ -76,6 +81,7 @@ class Viewer {
   drawPicture(picture) {
     const canvas = byId("picture");
     canvas.hidden = !picture;
+    this.drawn = picture ? this.at : -1;
     if (!picture) return;
     canvas.width = picture.width;
     canvas.height = picture.height;
